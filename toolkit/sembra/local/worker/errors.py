@@ -1,0 +1,43 @@
+"""What a job of the worker can fail with, and the fixed texts of the important cases.
+
+A message goes to the user of the module as it stands here, so it is written in plain words, and
+its text doesn't change once released: callers map whole messages to exceptions of their own.
+"""
+
+from __future__ import annotations
+
+UNSUPPORTED_MODEL = "The worker calculates NEN-Koppejan with Terzaghi consolidation only."
+UNSUPPORTED_JOB = 'The worker runs version 1 of "dsettlement" only.'
+INVALID_BODY = "The body of the job is not the base64 text of an input file."
+INTERNAL_ERROR = "The worker failed by an error of its own: {error}"
+NOT_COVERED = "The worker does not cover {what}."
+
+
+class WorkerError(Exception):
+    """A job that can't be done; its text is what the user of the job reads."""
+
+
+class InputFileError(WorkerError):
+    """An input file that can't be read, with the place where reading stopped.
+
+    Args:
+        section: name of the section, without brackets.
+        line: line of the file, counted from 1.
+        problem: what is wrong there, as a sentence without its full stop.
+    """
+
+    def __init__(self, section: str, line: int, problem: str) -> None:
+        super().__init__(
+            f"The input file is not readable in section [{section}], line {line}: {problem}."
+        )
+        self.section = section
+        self.line = line
+
+
+class NotCoveredError(WorkerError):
+    """An input file that asks for what the worker doesn't calculate."""
+
+    @classmethod
+    def of(cls, what: str) -> NotCoveredError:
+        """The error that names the one thing that isn't covered."""
+        return cls(NOT_COVERED.format(what=what))

@@ -1,0 +1,81 @@
+"""One job of the worker: an input file goes in, result files or an error message come out."""
+
+from __future__ import annotations
+
+import base64
+import binascii
+from collections.abc import Callable
+from typing import Any
+
+from .errors import INTERNAL_ERROR, INVALID_BODY, UNSUPPORTED_JOB, WorkerError
+from .settlement import calculate
+from .sld import write_results
+from .sli import read_project
+
+_NAME = "dsettlement"
+_VERSION = 1
+
+
+def _keep_silent(fraction: float) -> None:
+    """Reports nothing."""
+
+
+def run_job(
+    content: dict[str, Any], report: Callable[[float], None] = _keep_silent
+) -> dict[str, Any]:
+    """Calculates one input file.
+
+    Args:
+        content: "name" ("dsettlement"), "version" (1) and "body", the `.sli` file in base64.
+        report: is called with the fraction done, from 0 to 1.
+
+    Returns:
+        "files": the result files in base64 by extension, with ".sld" after a calculation and
+        ".err" with the message after an error; "error": None, or the message in plain words.
+        A job either has all its results or an error; this function raises nothing for bad input.
+    """
+    try:
+        files = _run(content, report)
+    except WorkerError as error:
+        return _failed(str(error))
+    except Exception as error:
+        return _failed(INTERNAL_ERROR.format(error=f"{type(error).__name__}: {error}"))
+    return {"files": {name: _encode(data) for name, data in files.items()}, "error": None}
+
+
+def _run(content: dict[str, Any], report: Callable[[float], None]) -> dict[str, bytes]:
+    if content.get("name") != _NAME or content.get("version") != _VERSION:
+        raise WorkerError(UNSUPPORTED_JOB)
+    data = _decode(content.get("body"))
+    report(0.0)
+    text = _text(data)
+    project = read_project(text)
+    results = calculate(project, lambda fraction: report(0.9 * fraction))
+    written = write_results(text, project, results)
+    report(1.0)
+    return {".sld": written.encode()}
+
+
+def _decode(body: object) -> bytes:
+    if not isinstance(body, str):
+        raise WorkerError(INVALID_BODY)
+    try:
+        return base64.b64decode(body, validate=True)
+    except (binascii.Error, ValueError):
+        raise WorkerError(INVALID_BODY) from None
+
+
+def _text(data: bytes) -> str:
+    """The text of a file: UTF-8, or the Windows code page of older programs."""
+    try:
+        return data.decode("utf-8-sig")
+    except UnicodeDecodeError:
+        return data.decode("latin-1")
+
+
+def _failed(message: str) -> dict[str, Any]:
+    return {"files": {".err": _encode(f"{message}\n".encode())}, "error": message}
+
+
+def _encode(data: bytes) -> str:
+    return base64.b64encode(data).decode("ascii")

@@ -1,0 +1,57 @@
+"""Load steps: the moments at which the effective stress of a column changes."""
+
+from __future__ import annotations
+
+from collections.abc import Sequence
+from dataclasses import dataclass
+
+from .discretisation import Floats, Mesh
+from .errors import WorkerError
+from .model import UniformLoad
+from .stresses import load_stress
+
+
+@dataclass(frozen=True)
+class LoadStep:
+    """A time in days and the effective stress, in kPa, that the nodes come to after it."""
+
+    time: float
+    effective: Floats
+
+
+def load_steps(mesh: Mesh, initial: Floats, loads: Sequence[UniformLoad]) -> list[LoadStep]:
+    """The load steps in the order of time; loads of the same time form one step.
+
+    Without initial loads the first step is that of the soil's own weight, at time 0, which
+    changes nothing.
+
+    Args:
+        mesh: the mesh of the column.
+        initial: initial effective stress at the nodes.
+        loads: all loads, initial ones too.
+    """
+    later = [load for load in loads if not load.is_initial]
+    steps = []
+    if not later or len(later) == len(loads):
+        steps.append(LoadStep(0.0, initial))
+    for time in sorted({load.time for load in later}):
+        placed = [load for load in later if load.time <= time]
+        steps.append(LoadStep(time, initial + load_stress(placed, mesh.levels)))
+    return steps
+
+
+def element_stress(mesh: Mesh, stress: Floats) -> Floats:
+    """Mean of the effective stresses at the two ends of each element.
+
+    Raises:
+        WorkerError: a mean isn't positive, so that the method of Koppejan has no answer.
+    """
+    means: Floats = (stress[:-1] + stress[1:]) / 2
+    for index, mean in enumerate(means):
+        if not mean > 0:
+            raise WorkerError(
+                f"The effective stress between {mesh.levels[index]:.3f} m and "
+                f"{mesh.levels[index + 1]:.3f} m is {mean:.3f} kPa. NEN-Koppejan needs an "
+                "effective stress greater than zero."
+            )
+    return means

@@ -1,0 +1,169 @@
+"""Settlement of one column: from stresses to settlement at every node and time."""
+
+from __future__ import annotations
+
+from collections.abc import Callable, Sequence
+from dataclasses import dataclass
+
+import numpy as np
+
+from .consolidation import degrees_of_consolidation
+from .discretisation import Floats, Mesh, make_mesh
+from .koppejan import (
+    StressPath,
+    linear_strain,
+    primary_constants,
+    secular_constants,
+    secular_factor,
+    stress_path,
+)
+from .layer_settlement import LayerSettlement, layer_settlements
+from .load_steps import LoadStep, element_stress, load_steps
+from .model import Column, Options, Project
+from .preconsolidation import preconsolidation_pressure
+from .stresses import initial_total_stress, middle_effective_stress, pore_pressures
+from .timesteps import calculation_times
+
+
+@dataclass(frozen=True)
+class ColumnResult:
+    """What is calculated for one column.
+
+    Shapes: `times` (times), `load_settlements` (times, load steps), `settlements` and `loading`
+    (times, nodes), the stresses (nodes), `preconsolidation` (nodes - 1), `dissipation` (layers,
+    times). Settlement by the first i load steps stands in column i - 1 of `load_settlements`.
+    """
+
+    column: Column
+    mesh: Mesh
+    times: Floats
+    load_settlements: Floats
+    settlements: Floats
+    loading: Floats
+    initial_total: Floats
+    initial_water: Floats
+    preconsolidation: Floats
+    final_total: Floats
+    final_water: Floats
+    layer_settlements: tuple[LayerSettlement, ...]
+    dissipation: Floats
+
+
+def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnResult]:
+    """The results of all columns in the order of the verticals.
+
+    Args:
+        project: the input.
+        report: is told the fraction done, from 0 to 1, after each column.
+    """
+    results = []
+    for number, column in enumerate(project.columns, 1):
+        results.append(calculate_column(column, project))
+        report(number / len(project.columns))
+    return results
+
+
+def calculate_column(column: Column, project: Project) -> ColumnResult:
+    """Stresses and settlements of a column.
+
+    Raises:
+        WorkerError: an effective stress isn't positive, or a layer can't consolidate.
+    """
+    options = project.options
+    mesh = make_mesh(column)
+    total = initial_total_stress(column, mesh, project.uniform_loads, options.water_unit_weight)
+    water = pore_pressures(column, mesh, options.water_unit_weight)
+    steps = load_steps(mesh, total - water, project.uniform_loads)
+    pressure, paths = _stress_paths(column, mesh, total - water, steps, project)
+    times = calculation_times([s.time for s in steps], options.end, project.residual_times)
+
+    strains = _strains(column, mesh, times, steps, paths, options)
+    settlements = _from_bottom(strains[-1] * mesh.thicknesses)
+    final_water = pore_pressures(column, mesh, options.water_unit_weight, settlements[-1])
+    materials = [column.layers[layer].material for layer in mesh.element_layers]
+    return ColumnResult(
+        column=column,
+        mesh=mesh,
+        times=times,
+        load_settlements=(strains @ mesh.thicknesses).T,
+        settlements=settlements,
+        loading=_loading(times, total - water, steps),
+        initial_total=total,
+        initial_water=water,
+        preconsolidation=pressure,
+        final_total=steps[-1].effective + final_water,
+        final_water=final_water,
+        layer_settlements=layer_settlements(
+            mesh,
+            paths,
+            primary_constants(materials),
+            secular_constants(materials),
+            len(column.layers),
+        ),
+        dissipation=degrees_of_consolidation(
+            column, times, options.drained_top, options.drained_bottom
+        ),
+    )
+
+
+def _stress_paths(
+    column: Column, mesh: Mesh, initial: Floats, steps: Sequence[LoadStep], project: Project
+) -> tuple[Floats, list[StressPath]]:
+    """The preconsolidation pressure of the last step, and the path of every step, per element."""
+    option = project.options.preconsolidation
+    at_middle = middle_effective_stress(
+        column, project.uniform_loads, project.options.water_unit_weight
+    )
+    before = highest = element_stress(mesh, initial)
+    pressure = preconsolidation_pressure(column, mesh, before, at_middle, option)
+    paths = []
+    for step in steps:
+        after = element_stress(mesh, step.effective)
+        if option.corrected_at_every_step:
+            pressure = np.maximum(pressure, highest)
+        paths.append(stress_path(before, after, pressure))
+        highest = np.maximum(highest, after)
+        before = after
+    return pressure, paths
+
+
+def _strains(
+    column: Column,
+    mesh: Mesh,
+    times: Floats,
+    steps: Sequence[LoadStep],
+    paths: Sequence[StressPath],
+    options: Options,
+) -> Floats:
+    """Strain relative to the initial height by the first load step, the first two, and so on.
+
+    Shape (load steps, times, elements). Consolidation holds back primary strain alone; secular
+    strain starts with the load.
+    """
+    materials = [column.layers[layer].material for layer in mesh.element_layers]
+    primary, secular = primary_constants(materials), secular_constants(materials)
+    strains = np.empty((len(steps), len(times), len(mesh.thicknesses)))
+    total = np.zeros((len(times), len(mesh.thicknesses)))
+    for index, (step, path) in enumerate(zip(steps, paths, strict=True)):
+        since = times - step.time
+        degrees = degrees_of_consolidation(
+            column, since, options.drained_top, options.drained_bottom
+        )
+        total += degrees[mesh.element_layers].T * primary.strain(path)
+        total += secular_factor(since, options.reference_time)[:, None] * secular.strain(path)
+        strains[index] = linear_strain(total) if options.natural_strain else total
+    return strains
+
+
+def _from_bottom(compressions: Floats) -> Floats:
+    """Settlement of the nodes out of the compression of the elements, shape (times, elements)."""
+    sums = np.cumsum(compressions[:, ::-1], axis=1)[:, ::-1]
+    return np.hstack([sums, np.zeros((len(compressions), 1))])
+
+
+def _loading(times: Floats, initial: Floats, steps: Sequence[LoadStep]) -> Floats:
+    """Effective stress at the nodes after consolidation under the loads before each time."""
+    loading = np.tile(initial, (len(times), 1))
+    for step in steps:
+        loading[times > step.time] = step.effective
+    return loading
