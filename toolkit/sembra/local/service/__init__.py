@@ -1,0 +1,1 @@
+"""The template-filling service: turns the document of a model into a D-Settlement input file."""

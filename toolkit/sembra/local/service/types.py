@@ -1,0 +1,42 @@
+"""The kinds of value that the document of a model is made of."""
+
+from typing import Annotated, Any
+
+from pydantic import AfterValidator, BaseModel, BeforeValidator, ConfigDict, Field
+
+
+class Strict(BaseModel):
+    """A mapping with exactly the declared keys, whose values are of the declared types."""
+
+    model_config = ConfigDict(extra="forbid", strict=True, frozen=True, allow_inf_nan=False)
+
+
+def _whole(value: Any) -> Any:
+    return int(value) if isinstance(value, float) and value.is_integer() else value
+
+
+def _single_line(text: str) -> str:
+    if any(character < " " or character in "\x7f\x85\u2028\u2029" for character in text):
+        raise ValueError("must be a single line without control characters")
+    if any("\ud800" <= character <= "\udfff" for character in text):
+        raise ValueError("has a character that can't be written")
+    return text
+
+
+def _no_mark(text: str) -> str:
+    if text.lstrip().startswith("["):
+        raise ValueError("must not begin with '[', which begins a section of the file")
+    return text
+
+
+Number = Annotated[float, Field(strict=True)]
+"""A finite number; an integer will do, a truth value won't."""
+
+Whole = Annotated[int, BeforeValidator(_whole), Field(strict=True)]
+"""A whole number; a floating-point number without a fraction will do, a truth value won't."""
+
+Line = Annotated[str, AfterValidator(_single_line)]
+"""The end of a line of the file."""
+
+OwnLine = Annotated[Line, AfterValidator(_no_mark)]
+"""A name or title that stands on a line of its own."""
