@@ -1,0 +1,1 @@
+"""Running jobs of the worker outside this process."""
