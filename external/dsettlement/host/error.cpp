@@ -1,0 +1,70 @@
+#include "host/error.hpp"
+
+#include <exception>
+#include <new>
+
+#include "host/object.hpp"
+#include "host/ref.hpp"
+
+namespace dsettlement::host {
+
+void translate_current_exception() noexcept {
+  try {
+    throw;
+  } catch (const ErrorSet&) {
+    return;
+  } catch (const std::bad_alloc&) {
+    PyErr_NoMemory();
+  } catch (const std::exception& error) {
+    PyErr_SetString(PyExc_SystemError, error.what());
+  } catch (...) {
+    PyErr_SetString(PyExc_SystemError, "unknown C++ exception");
+  }
+}
+
+void raise(Handle type, Handle message) {
+  PyErr_SetObject(type, message);
+  throw ErrorSet{};
+}
+
+void raise(Handle type, const char* message) {
+  PyErr_SetString(type, message);
+  throw ErrorSet{};
+}
+
+void raise_made(Handle exception) {
+  // What is raised must be an exception, and Python says so where it isn't one.
+  if (PyExceptionInstance_Check(exception) == 0) {
+    raise(PyExc_TypeError, "exceptions must derive from BaseException");
+  }
+  PyErr_SetObject(PyExceptionInstance_Class(exception), exception);
+  throw ErrorSet{};
+}
+
+namespace {
+
+[[noreturn]] void raise_handling(Handle type, Handle message, Handle handled, bool as_cause) {
+  const Ref exception = call(type, message);
+  // Both setters take over the reference that they are given; setting a cause, none included, also
+  // hides the context.
+  PyException_SetContext(exception.get(), share(handled).release());
+  PyException_SetCause(exception.get(), as_cause ? share(handled).release() : nullptr);
+  raise_made(exception);
+}
+
+}  // namespace
+
+void raise_from(Handle type, Handle message, Handle handled) {
+  raise_handling(type, message, handled, true);
+}
+
+void raise_instead_of(Handle type, Handle message, Handle handled) {
+  raise_handling(type, message, handled, false);
+}
+
+Ref caught(Handle type) {
+  if (PyErr_ExceptionMatches(type) == 0) throw ErrorSet{};
+  return Ref::steal(PyErr_GetRaisedException());
+}
+
+}  // namespace dsettlement::host

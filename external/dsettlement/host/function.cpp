@@ -1,0 +1,187 @@
+#include "host/function.hpp"
+
+#include <structmember.h>
+
+#include <new>
+
+#include "host/binding.hpp"
+#include "host/object.hpp"
+#include "host/text.hpp"
+
+namespace dsettlement::host {
+
+namespace {
+
+struct Function {
+  PyObject_HEAD  // the macro brings its own semicolon
+      vectorcallfunc vectorcall;
+  PyObject* weak_references;
+  // The state lives as long as the module does; both are let go together.
+  Ref module;
+  void* state;
+  Description description;
+  Ref name;
+  Ref qualified_name;
+  Binding binding;
+};
+
+Function& as_function(PyObject* object) {
+  return *reinterpret_cast<Function*>(object);
+}
+
+PyObject* call_laid_out(Function& function, PyObject* const* arguments, std::size_t count,
+                        PyObject* keyword_names) noexcept {
+  std::array<PyObject*, Binding::most_parameters> places;  // filled by bind, as far as it is used
+  Binding::Owned owned;
+  try {
+    function.binding.bind(function.qualified_name, arguments, count, keyword_names,
+                          std::span(places).first(function.binding.size()), owned);
+  } catch (...) {
+    translate_current_exception();
+    return nullptr;
+  }
+  return function.description.entry(function.state, Arguments(places.data()));
+}
+
+PyObject* call_function(PyObject* self, PyObject* const* arguments, std::size_t count_and_flag,
+                        PyObject* keyword_names) {
+  Function& function = as_function(self);
+  const auto count = static_cast<std::size_t>(PyVectorcall_NARGS(count_and_flag));
+  if (keyword_names == nullptr && function.binding.is_plain(count)) {
+    return function.description.entry(function.state, Arguments(arguments));
+  }
+  return call_laid_out(function, arguments, count, keyword_names);
+}
+
+PyObject* refuse_call(PyObject* /*self*/, PyObject* const* /*arguments*/, std::size_t /*count*/,
+                      PyObject* /*keyword_names*/) {
+  PyErr_SetString(PyExc_ReferenceError, "the module of this operation is gone");
+  return nullptr;
+}
+
+PyObject* bind_to_object(PyObject* self, PyObject* object, PyObject* /*type*/) {
+  if (object == nullptr || object == Py_None) return share(self).release();
+  return PyMethod_New(self, object);
+}
+
+PyObject* show(PyObject* self) {
+  return PyUnicode_FromFormat("<function %U at %p>", as_function(self).qualified_name.get(), self);
+}
+
+PyObject* get_name(PyObject* self, void* /*closure*/) {
+  return share(as_function(self).name).release();
+}
+
+PyObject* get_qualified_name(PyObject* self, void* /*closure*/) {
+  return share(as_function(self).qualified_name).release();
+}
+
+PyObject* get_module_name(PyObject* self, void* /*closure*/) {
+  return guard([&] {
+    const Function& function = as_function(self);
+    return function.module ? Ref::steal(PyModule_GetNameObject(function.module.get())) : none();
+  });
+}
+
+PyObject* get_documentation(PyObject* self, void* /*closure*/) {
+  return PyUnicode_FromString(as_function(self).description.documentation);
+}
+
+PyObject* get_signature(PyObject* self, void* /*closure*/) {
+  return guard([&] { return as_function(self).binding.signature(); });
+}
+
+PyObject* get_is_abstract(PyObject* self, void* /*closure*/) {
+  return boolean(as_function(self).description.is_abstract).release();
+}
+
+// A function is copied and pickled by its name, as functions are.
+PyObject* reduce(PyObject* self, PyObject* /*unused*/) {
+  return share(as_function(self).qualified_name).release();
+}
+
+int traverse(PyObject* self, visitproc visit, void* arg) {
+  Py_VISIT(Py_TYPE(self));
+  Py_VISIT(as_function(self).module.get());
+  return 0;
+}
+
+int clear(PyObject* self) {
+  Function& function = as_function(self);
+  // From here on the state may go, so the body must not run any more.
+  function.vectorcall = refuse_call;
+  function.state = nullptr;
+  const Ref module = std::move(function.module);
+  return 0;
+}
+
+void deallocate(PyObject* self) {
+  PyObject_GC_UnTrack(self);
+  Function& function = as_function(self);
+  if (function.weak_references != nullptr) PyObject_ClearWeakRefs(self);
+  PyTypeObject* type = Py_TYPE(self);
+  function.module.~Ref();
+  function.name.~Ref();
+  function.qualified_name.~Ref();
+  function.binding.~Binding();
+  type->tp_free(self);
+  Py_DECREF(type);
+}
+
+}  // namespace
+
+Ref make_function_type(Handle module) {
+  static PyMemberDef members[] = {
+      {"__vectorcalloffset__", T_PYSSIZET, offsetof(Function, vectorcall), READONLY, nullptr},
+      {"__weaklistoffset__", T_PYSSIZET, offsetof(Function, weak_references), READONLY, nullptr},
+      {nullptr, 0, 0, 0, nullptr}};
+  static PyGetSetDef attributes[] = {
+      {"__name__", get_name, nullptr, nullptr, nullptr},
+      {"__qualname__", get_qualified_name, nullptr, nullptr, nullptr},
+      {"__module__", get_module_name, nullptr, nullptr, nullptr},
+      {"__doc__", get_documentation, nullptr, nullptr, nullptr},
+      {"__text_signature__", get_signature, nullptr, nullptr, nullptr},
+      {"__isabstractmethod__", get_is_abstract, nullptr, nullptr, nullptr},
+      {nullptr, nullptr, nullptr, nullptr, nullptr}};
+  static PyMethodDef methods[] = {{"__reduce__", reduce, METH_NOARGS, nullptr},
+                                  {nullptr, nullptr, 0, nullptr}};
+  PyType_Slot slots[] = {{Py_tp_dealloc, reinterpret_cast<void*>(deallocate)},
+                         {Py_tp_traverse, reinterpret_cast<void*>(traverse)},
+                         {Py_tp_clear, reinterpret_cast<void*>(clear)},
+                         {Py_tp_call, reinterpret_cast<void*>(PyVectorcall_Call)},
+                         {Py_tp_descr_get, reinterpret_cast<void*>(bind_to_object)},
+                         {Py_tp_repr, reinterpret_cast<void*>(show)},
+                         {Py_tp_members, members},
+                         {Py_tp_getset, attributes},
+                         {Py_tp_methods, methods},
+                         {0, nullptr}};
+  PyType_Spec spec{.name = "sembra.external.dsettlement._function",
+                   .basicsize = sizeof(Function),
+                   .itemsize = 0,
+                   .flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_GC | Py_TPFLAGS_HAVE_VECTORCALL |
+                            Py_TPFLAGS_METHOD_DESCRIPTOR | Py_TPFLAGS_IMMUTABLETYPE |
+                            Py_TPFLAGS_DISALLOW_INSTANTIATION,
+                   .slots = slots};
+  return Ref::steal(PyType_FromModuleAndSpec(module, &spec, nullptr));
+}
+
+Ref make_function(Handle function_type, Handle module, void* state, const Description& description,
+                  Handle owner) {
+  Ref name = Ref::steal(PyUnicode_InternFromString(description.name));
+  Ref qualified_name = text("{}.{}", {owner, name});
+  Binding binding(description.parameters);
+
+  auto* type = reinterpret_cast<PyTypeObject*>(static_cast<PyObject*>(function_type));
+  Ref object = Ref::steal(type->tp_alloc(type, 0));
+  Function& function = as_function(object.get());
+  function.vectorcall = call_function;
+  function.state = state;
+  new (&function.description) Description(description);
+  new (&function.module) Ref(share(module));
+  new (&function.name) Ref(std::move(name));
+  new (&function.qualified_name) Ref(std::move(qualified_name));
+  new (&function.binding) Binding(std::move(binding));
+  return object;
+}
+
+}  // namespace dsettlement::host
