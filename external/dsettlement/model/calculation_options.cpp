@@ -1,0 +1,150 @@
+#include "model/calculation_options.hpp"
+
+#include "host/containers.hpp"
+
+namespace dsettlement::model {
+
+using host::Arguments;
+using host::flag;
+using host::Handle;
+using host::keyword_only;
+using host::no_object;
+using host::number;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter parameters[] = {
+    host::self,
+    {"calculation_model", "CalculationModel"},
+    {"consolidation_model", "ConsolidationModel"},
+    {"create_default_materials", "bool", flag(true)},
+    keyword_only("natural_strain", "bool", flag(false)),
+    keyword_only("reliability_analysis", "bool", flag(false)),
+    keyword_only("fit_for_settlement_plate", "bool", flag(false)),
+    keyword_only("horizontal_displacements", "bool", flag(false)),
+    keyword_only("limits", "Tuple[float, float]", host::pair(0.0, 100.0)),
+    keyword_only("water_unit_weight", "float", number(9.81)),
+    keyword_only("verticals_discretization", "int", number(100)),
+    keyword_only("verticals_z_coordinate", "float", number(0.0)),
+    keyword_only("maintain_profile", "bool", flag(false)),
+    keyword_only("profile_time", "int", number(0)),
+    keyword_only("profile_unit_weight_above_phreatic_level", "float", number(10.0)),
+    keyword_only("profile_unit_weight_below_phreatic_level", "float", number(10.0)),
+    keyword_only("end_of_settlement_calculation", "int", number(10000)),
+    keyword_only("stress_distribution_loads", "bool", flag(false)),
+    keyword_only("vertical_drain", "VerticalDrain", no_object),
+};
+
+// Only NEN-Koppejan leaves the choice of strain to the caller. The lookup is what refuses a
+// calculation model that is none.
+Ref strain_rule(State& state, Handle natural_strain) {
+  const State::Names& names = state.names;
+  const Ref models = state.calculation_model.now();
+  return host::Mapping()
+      .put(host::get(models, names.nen_bjerrum), Py_False)
+      .put(host::get(models, names.isotache), Py_True)
+      .put(host::get(models, names.nen_koppejan), natural_strain)
+      .done();
+}
+
+void set_vertical_drain(State& state, Handle self, Handle vertical_drain) {
+  const State::Names& names = state.names;
+  const bool given = host::is_true(vertical_drain);
+  host::set(self, names.has_vertical_drains, host::boolean(given));
+  host::set(self, names.vertical_drain,
+            given ? host::share(vertical_drain) : host::get(self, names.default_vertical_drain));
+}
+
+void make_containers(State& state, Handle self) {
+  const State::Names& names = state.names;
+  host::set(self, names.materials, host::Mapping().done());
+  host::set(self, names.verticals, host::List().done());
+  host::set(self, names.non_uniform_loads, host::call(state.toolkit.ordered_dict.now()));
+  host::set(self, names.other_loads, host::Mapping().done());
+  host::set(self, names.calculation_times, host::List().done());
+}
+
+void enter_default_materials(State& state, Handle self) {
+  const State::Names& names = state.names;
+  const Ref defaults = host::get(self, names.default_materials);
+  host::for_each_item(defaults, [&](Handle name, Handle material) {
+    const Ref create = host::get(self, names.create_material);
+    static_cast<void>(host::call_with(create,
+                                      {name, host::item(material, 0), host::item(material, 1)},
+                                      {{names.color, host::item(material, 2)}}));
+  });
+}
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, calculation_model, consolidation_model, create_default_materials,
+              natural_strain, reliability_analysis, fit_for_settlement_plate,
+              horizontal_displacements, limits, water_unit_weight, verticals_discretization,
+              verticals_z_coordinate, maintain_profile, profile_time, profile_unit_weight_above,
+              profile_unit_weight_below, end_of_settlement_calculation, stress_distribution_loads,
+              vertical_drain] = arguments.first<std::size(parameters)>();
+  const State::Names& names = state.names;
+  const Handle model_error = state.toolkit.model_error.original();
+
+  const Ref rule = strain_rule(state, natural_strain);
+  host::set(self, names.calculation_model, calculation_model);
+  host::set(self, names.consolidation_model, consolidation_model);
+  host::set(self, names.natural_strain, host::item(rule, calculation_model));
+  host::set(self, names.reliability_analysis, reliability_analysis);
+  host::set(self, names.fit_for_settlement_plate, fit_for_settlement_plate);
+  host::set(self, names.horizontal_displacements, horizontal_displacements);
+  host::set(self, names.limits, limits);
+  host::set(self, names.water_unit_weight, water_unit_weight);
+
+  if (!host::between(5L, verticals_discretization, 500L)) {
+    host::raise(model_error, "verticals_discretization must be between 5 and 500");
+  }
+  host::set(self, names.verticals_discretization, verticals_discretization);
+  host::set(self, names.verticals_z_coordinate, verticals_z_coordinate);
+  host::set(self, names.maintain_profile, maintain_profile);
+
+  if (!host::between(0L, profile_time, 100000L) ||
+      !host::compare(profile_time, Py_LE, end_of_settlement_calculation)) {
+    host::raise(model_error,
+                "profile_time must be between 0 and 100000 and <= end_of_settlement_calculation");
+  }
+  host::set(self, names.profile_time, profile_time);
+  host::set(self, names.profile_unit_weight_above, profile_unit_weight_above);
+  host::set(self, names.profile_unit_weight_below, profile_unit_weight_below);
+  host::set(self, names.end_of_settlement_calculation, end_of_settlement_calculation);
+  host::set(self, names.stress_distribution_loads, stress_distribution_loads);
+
+  set_vertical_drain(state, self, vertical_drain);
+  make_containers(state, self);
+  if (host::is_true(create_default_materials)) enter_default_materials(state, self);
+  return host::none();
+}
+
+}  // namespace
+
+constinit const host::Operation<State> construct = host::method<init>(
+    "__init__", parameters,
+    "Check and keep the calculation options, and enter the default materials.\n\n"
+    "calculation_model: the calculation model.\n"
+    "consolidation_model: the consolidation model; not checked here.\n"
+    "create_default_materials: whether to start with the default materials or with none.\n"
+    "natural_strain: natural strain if true, linear strain if false; only NEN_KOPPEJAN listens.\n"
+    "reliability_analysis, fit_for_settlement_plate, horizontal_displacements: kept, and part of\n"
+    "    no document.\n"
+    "limits: left and right limit of the model [m].\n"
+    "water_unit_weight: [kN/m³]; kept, and part of no document.\n"
+    "verticals_discretization: number of elements along a vertical, from 5 to 500.\n"
+    "verticals_z_coordinate: z coordinate of the verticals [m].\n"
+    "maintain_profile: whether the profile is maintained by superelevation.\n"
+    "profile_time: time of the superelevation [days], from 0 to 100000 and not above\n"
+    "    end_of_settlement_calculation.\n"
+    "profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:\n"
+    "    unit weight of the superelevation [kN/m³].\n"
+    "end_of_settlement_calculation: [days].\n"
+    "stress_distribution_loads: True for \"Simulate\", False for \"None\".\n"
+    "vertical_drain: the vertical drains, or None for a model without.\n\n"
+    "Raises ModelError if an option is out of its range, KeyError if calculation_model is not a\n"
+    "member of CalculationModel.");
+
+}  // namespace dsettlement::model

@@ -1,0 +1,48 @@
+#include "model/calculation_times.hpp"
+
+#include "host/containers.hpp"
+#include "host/text.hpp"
+
+namespace dsettlement::model {
+
+using host::Arguments;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter parameters[] = {host::self, host::rest("time", "int")};
+
+Ref replace_times(State& state, Arguments arguments) {
+  const auto [self, times] = arguments.first<2>();
+  const State::Names& names = state.names;
+  const auto model_error = state.toolkit.model_error.original();
+
+  const Ref different = Ref::steal(PySet_New(times));
+  if (PySet_GET_SIZE(different.get()) != PyTuple_GET_SIZE(times)) {
+    host::raise(model_error, "All times must be unique");
+  }
+  const Ref zero = host::integer(0);
+  host::for_each(times, [&](const Ref& time) {
+    const Ref end = host::get(self, names.end_of_settlement_calculation);
+    if (!host::between(zero, time, end)) {
+      host::raise(
+          model_error,
+          host::text("All times must be >= 0 and <= end of settlement calculation ({})", {end}));
+    }
+  });
+  host::set(self, names.calculation_times, host::list_of(times));
+  return host::none();
+}
+
+}  // namespace
+
+constinit const host::Operation<State> set_calculation_times = host::method<replace_times>(
+    "set_calculation_times", parameters,
+    "Set the times at which results are obtained, in place of those set before.\n\n"
+    "time: any number of different times [days], each from 0 to the end of the settlement\n"
+    "    calculation; their order is kept.\n\n"
+    "Raises ModelError if two times are equal or one is out of range; the times set before then\n"
+    "stay.");
+
+}  // namespace dsettlement::model

@@ -1,0 +1,65 @@
+#include "model/document.hpp"
+
+#include "host/containers.hpp"
+
+namespace dsettlement::model {
+
+using host::Arguments;
+using host::Handle;
+using host::Ref;
+
+namespace {
+
+// The template-filling service gets both enumerations as bare integers.
+Ref value_of(State& state, Handle self, const host::Name& attribute) {
+  return host::get(host::get(self, attribute), state.names.value);
+}
+
+Ref make_document(State& state, Arguments arguments) {
+  const Handle self = arguments[0];
+  const State::Names& names = state.names;
+  const State::Names::Keys& keys = names.keys;
+
+  const bool natural = host::is_true(host::get(self, names.natural_strain));
+  host::Mapping document;
+  document.put(keys.calculation_model, value_of(state, self, names.calculation_model))
+      .put(keys.consolidation_model, value_of(state, self, names.consolidation_model))
+      .put(keys.strain_type, natural ? keys.natural : keys.linear)
+      .put(keys.maintain_profile, host::get(self, names.maintain_profile))
+      .put(keys.profile_time, host::get(self, names.profile_time))
+      .put(keys.profile_unit_weight_above, host::get(self, names.profile_unit_weight_above))
+      .put(keys.profile_unit_weight_below, host::get(self, names.profile_unit_weight_below))
+      .put(keys.end_of_settlement_calculation, host::get(self, names.end_of_settlement_calculation))
+      .put(keys.verticals_discretization, host::get(self, names.verticals_discretization))
+      .put(keys.verticals_z_coordinate, host::get(self, names.verticals_z_coordinate))
+      .put(keys.stress_distribution_loads, host::get(self, names.stress_distribution_loads))
+      .put(keys.has_vertical_drains, host::get(self, names.has_vertical_drains))
+      .put(keys.soils, host::call_method(self, names.serialize_materials))
+      .put(keys.verticals, host::call_method(self, names.serialize_verticals))
+      .put(keys.non_uniform_loads, host::call_method(self, names.serialize_non_uniform_loads))
+      .put(keys.other_loads, host::call_method(self, names.serialize_other_loads))
+      .put(keys.residual_times, host::get(self, names.calculation_times))
+      .put(keys.vertical_drain,
+           host::call_method(host::get(self, names.vertical_drain), names.serialize));
+  return document.done();
+}
+
+Ref make_verticals(State& state, Arguments arguments) {
+  host::List verticals;
+  host::for_each(host::get(arguments[0], state.names.verticals), [&](const Ref& vertical) {
+    verticals.append(host::call_method(vertical, state.names.serialize));
+  });
+  return verticals.done();
+}
+
+}  // namespace
+
+constinit const host::Operation<State> serialize = host::method<make_document>(
+    "_serialize",
+    "Return the part of the model document that all models share, as a new mapping.\n\n"
+    "A concrete model adds its geometry behind these keys. The model stays as it is.");
+
+constinit const host::Operation<State> serialize_verticals = host::method<make_verticals>(
+    "_serialize_verticals", "Return a new list with the document of each vertical.");
+
+}  // namespace dsettlement::model

@@ -1,0 +1,10 @@
+// The public enumerations CalculationModel and ConsolidationModel.
+#pragma once
+
+#include "model/state.hpp"
+
+namespace dsettlement::model {
+
+void define_enumerations(const host::Module& module, State& state);
+
+}  // namespace dsettlement::model

@@ -1,0 +1,74 @@
+#include "model/frame.hpp"
+
+#include "analysis/input_generation.hpp"
+#include "host/class_body.hpp"
+#include "model/calculation_options.hpp"
+#include "model/calculation_times.hpp"
+#include "model/document.hpp"
+#include "soil/defaults.hpp"
+#include "soil/drain_limits.hpp"
+#include "soil/load_table.hpp"
+#include "soil/material_table.hpp"
+
+namespace dsettlement::model {
+
+using host::Arguments;
+using host::Ref;
+
+namespace {
+
+// The copies keep the caller from changing the model's own containers.
+Ref materials(State& state, Arguments arguments) {
+  return host::call_method(host::get(arguments[0], state.names.materials), state.names.copy);
+}
+
+Ref verticals(State& state, Arguments arguments) {
+  return host::list_of(host::get(arguments[0], state.names.verticals));
+}
+
+Ref left_to_concrete_models(State& /*state*/, Arguments /*arguments*/) {
+  return host::none();
+}
+
+}  // namespace
+
+void define_model(const host::Module& module, State& state, soil::State& soil,
+                  analysis::State& analysis) {
+  host::ClassBody body(module, "_Model",
+                       "What one-dimensional and two-dimensional models have in common: "
+                       "calculation options,\nmaterials, loads, verticals, calculation times and "
+                       "the generation of the input file.\n\nUnits: metres for levels and "
+                       "coordinates, days for times, kN/m³ for unit weights, kPa for\npressures. "
+                       "Values are kept as given; nothing is converted.");
+  body.add("_SOIL_VERSION", host::integer(1005));
+  body.add("_GEOMETRY_VERSION", host::integer(1000));
+  body.add("_DSETTLEMENT_VERSION", host::integer(1007));
+  body.add("_DEFAULT_MATERIALS", soil::default_materials(soil));
+  body.add("_DEFAULT_VERTICAL_DRAIN", soil::default_vertical_drain(soil));
+
+  body.add(state, construct.abstract());
+  body.add(state, host::property<materials>(
+                      "materials", "The materials by name, as a new mapping of str to _Material."));
+  body.add(state, host::property<verticals>("verticals", "The verticals, as a new list."));
+  body.add(soil, soil::create_material);
+  body.add(soil, soil::create_uniform_load);
+  body.add(state, set_calculation_times);
+  body.add(analysis, analysis::generate_input);
+  body.add(analysis, analysis::generate_input_file);
+  body.add(soil, soil::validate);
+  body.add(soil, soil::add_other_load);
+  body.add(state, serialize.abstract());
+  body.add(soil, soil::serialize_materials);
+  body.add(state, serialize_verticals);
+  body.add(soil, soil::serialize_non_uniform_loads);
+  body.add(soil, soil::serialize_other_loads);
+  body.add(state, host::property<left_to_concrete_models>("_min_vertical_drains",
+                                                          "Lowest level for vertical drains [m].")
+                      .abstract());
+  body.add(state, host::property<left_to_concrete_models>("_max_vertical_drains",
+                                                          "Highest level for vertical drains [m].")
+                      .abstract());
+  state.model = body.make_with(state.toolkit.abstract_metaclass.original());
+}
+
+}  // namespace dsettlement::model

@@ -1,0 +1,44 @@
+#include "model/vertical.hpp"
+
+#include "host/class_body.hpp"
+
+namespace dsettlement::model {
+
+using host::Arguments;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {host::self, {"x", "float"}};
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, x] = arguments.first<2>();
+  host::set(self, state.names.private_x, x);
+  return host::none();
+}
+
+Ref x(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_x);
+}
+
+Ref serialize(State& state, Arguments arguments) {
+  return host::Mapping().put(state.names.x, host::get(arguments[0], state.names.private_x)).done();
+}
+
+}  // namespace
+
+void define_vertical(const host::Module& module, State& state) {
+  host::ClassBody body(module, "_Vertical",
+                       "A position along the x axis of the geometry for which D-Settlement reports "
+                       "results.\n\nEach object is equal only to itself.");
+  body.add(state, host::method<init>("__init__", init_parameters,
+                                     "Keep the position.\n\n"
+                                     "x: x coordinate [m]; kept as given."));
+  body.add(state, host::property<x>("x", "x coordinate [m]."));
+  body.add(state,
+           host::method<serialize>("_serialize", "Return a new mapping with the one key 'x'."));
+  state.vertical = body.make();
+}
+
+}  // namespace dsettlement::model
