@@ -1,0 +1,23 @@
+// The checks that a vertical drain makes on its own values, before any model is known.
+#pragma once
+
+#include "soil/state.hpp"
+
+namespace dsettlement::soil {
+
+struct DrainValues {
+  host::Handle drain_type;
+  host::Handle center_to_center;
+  host::Handle width_diameter;
+  host::Handle thickness;
+  host::Handle position_drain;
+  host::Handle grid;
+  host::Handle start_of_drainage;
+  host::Handle phreatic_level_in_drain;
+  host::Handle schedule;
+};
+
+// Raises ModelError for the first value that doesn't fit the others or its range.
+void check_drain(const State& state, const DrainValues& drain);
+
+}  // namespace dsettlement::soil

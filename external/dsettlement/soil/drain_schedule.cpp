@@ -1,0 +1,53 @@
+#include "soil/drain_schedule.hpp"
+
+#include "host/class_body.hpp"
+
+namespace dsettlement::soil {
+
+using host::Arguments;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {host::self,
+                                         {"begin_time", "float"},
+                                         {"end_time", "float"},
+                                         {"underpressure", "float"},
+                                         {"dewatering_head_or_pressure", "float"}};
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, begin_time, end_time, underpressure, dewatering] = arguments.first<5>();
+  const State::Names& names = state.names;
+  host::set(self, names.begin_time, begin_time);
+  host::set(self, names.end_time, end_time);
+  host::set(self, names.underpressure, underpressure);
+  host::set(self, names.dewatering, dewatering);
+  return host::none();
+}
+
+}  // namespace
+
+void define_drain_schedule(const host::Module& module, State& state) {
+  state.drain_type = host::make_enumeration(module, "DrainType",
+                                            "The kind of vertical drain: strip, column or sand "
+                                            "wall.\n\nA member is equal only to itself.",
+                                            {{"STRIP", 0}, {"COLUMN", 1}, {"SAND_WALL", 2}});
+  state.drain_grid = host::make_enumeration(
+      module, "DrainGrid",
+      "The grid in which strips or columns are placed.\n\nA member is equal only to itself.",
+      {{"TRIANGULAR", 0}, {"RECTANGULAR", 1}, {"UNDETERMINED", 2}});
+
+  constexpr const char* fields =
+      "begin_time: start of the dewatering [days].\n"
+      "end_time: end of the dewatering [days].\n"
+      "underpressure: [kPa].\n"
+      "dewatering_head_or_pressure: water head [m], or tube pressure [kPa] if the drain is a\n"
+      "    sand wall.";
+  host::ClassBody body(module, "DrainageSimpleMode",
+                       "Simple drainage schema; to be used in VerticalDrain");
+  body.add(state, host::method<init>("__init__", init_parameters, fields));
+  state.drainage_simple_mode = body.make();
+}
+
+}  // namespace dsettlement::soil

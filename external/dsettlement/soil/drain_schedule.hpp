@@ -1,0 +1,10 @@
+// DrainType, DrainGrid and DrainageSimpleMode: what a vertical drain is described with.
+#pragma once
+
+#include "soil/state.hpp"
+
+namespace dsettlement::soil {
+
+void define_drain_schedule(const host::Module& module, State& state);
+
+}  // namespace dsettlement::soil

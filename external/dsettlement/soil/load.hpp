@@ -1,0 +1,10 @@
+// The classes _Load, _OtherLoad and _UniformLoad.
+#pragma once
+
+#include "soil/state.hpp"
+
+namespace dsettlement::soil {
+
+void define_loads(const host::Module& module, State& state);
+
+}  // namespace dsettlement::soil

@@ -1,0 +1,84 @@
+#include "soil/load_table.hpp"
+
+#include "host/containers.hpp"
+#include "host/text.hpp"
+
+namespace dsettlement::soil {
+
+using host::Arguments;
+using host::Handle;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter create_parameters[] = {host::self,          {"name", "str"},
+                                           {"time", "int"},     {"unit_weight", "float"},
+                                           {"height", "float"}, {"y_application", "float"}};
+
+Ref enter_uniform_load(State& state, Arguments arguments) {
+  const auto [self, name, time, unit_weight, height, y_application] = arguments.first<6>();
+  const Ref load = host::call(state.uniform_load.now(), time, unit_weight, height, y_application);
+  host::call_method(self, state.names.add_other_load, name, load);
+  return host::none();
+}
+
+constexpr Parameter add_parameters[] = {host::self, {"name", "str"}, {"load", "_OtherLoad"}};
+
+Ref enter_other_load(State& state, Arguments arguments) {
+  const auto [self, name, load] = arguments.first<3>();
+  const Ref loads = host::get(self, state.names.other_loads);
+  if (host::contains(loads, name)) {
+    host::raise(state.toolkit.model_error.original(),
+                host::text("Load with name '{}' already exists", {name}));
+  }
+  host::check(PyObject_SetItem(loads.get(), name, load));
+  return host::none();
+}
+
+// In the order in which the loads were created.
+Ref list_loads(State& state, Handle loads) {
+  host::List list;
+  host::for_each_item(loads, [&](Handle name, Handle load) {
+    list.append(host::call_method(load, state.names.serialize, name));
+  });
+  return list.done();
+}
+
+Ref list_other_loads(State& state, Arguments arguments) {
+  return list_loads(state, host::get(arguments[0], state.names.other_loads));
+}
+
+Ref list_non_uniform_loads(State& state, Arguments arguments) {
+  return list_loads(state, host::get(arguments[0], state.names.non_uniform_loads));
+}
+
+}  // namespace
+
+constinit const host::Operation<State> create_uniform_load = host::method<enter_uniform_load>(
+    "create_uniform_load", create_parameters,
+    "Create a load of the same weight everywhere.\n\n"
+    "name: name of the load, of any length; must be new among the uniform loads of this model.\n"
+    "time: the moment of application [days]; -1 marks an initial load.\n"
+    "unit_weight: [kN/m³].\n"
+    "height: [m].\n"
+    "y_application: level of application [m].\n\n"
+    "Raises ModelError if the name exists already; the earlier load then stays.");
+
+constinit const host::Operation<State> add_other_load =
+    host::method<enter_other_load>("_add_other_load", add_parameters,
+                                   "Enter a load into the table of other loads.\n\n"
+                                   "name: name of the load; must be new in the table.\n"
+                                   "load: the load.\n\n"
+                                   "Raises ModelError if the name exists already.");
+
+constinit const host::Operation<State> serialize_other_loads = host::method<list_other_loads>(
+    "_serialize_other_loads",
+    "Return a new list with the document of each other load, in the order of creation.");
+
+constinit const host::Operation<State> serialize_non_uniform_loads =
+    host::method<list_non_uniform_loads>(
+        "_serialize_non_uniform_loads",
+        "Return a new list with the document of each non-uniform load, in the order of creation.");
+
+}  // namespace dsettlement::soil

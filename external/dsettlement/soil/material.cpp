@@ -1,0 +1,71 @@
+#include "soil/material.hpp"
+
+#include "host/class_body.hpp"
+
+namespace dsettlement::soil {
+
+using host::Arguments;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {host::self,
+                                         {"gam_dry", "float"},
+                                         {"gam_wet", "float"},
+                                         {"color", "Color", host::no_object},
+                                         host::keyword_rest("kwargs", "Any")};
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, gam_dry, gam_wet, color, kwargs] = arguments.first<5>();
+  const State::Names& names = state.names;
+  host::set(self, names.gam_dry, gam_dry);
+  host::set(self, names.gam_wet, gam_wet);
+  host::set(self, names.private_color,
+            host::is_true(color) ? host::share(color)
+                                 : host::call_method(state.toolkit.color.now(), names.random));
+  host::set(self, names.private_kwargs, kwargs);
+  return host::none();
+}
+
+Ref color(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_color);
+}
+
+constexpr Parameter serialize_parameters[] = {host::self, {"name", "str"}};
+
+Ref serialize(State& state, Arguments arguments) {
+  const auto [self, name] = arguments.first<2>();
+  const State::Names& names = state.names;
+  return host::Mapping()
+      .put(names.name, name)
+      .put(names.color, host::get(host::get(self, names.color), names.deltares))
+      .put(names.gam_dry, host::get(self, names.gam_dry))
+      .put(names.gam_wet, host::get(self, names.gam_wet))
+      .update(host::get(self, names.private_kwargs))
+      .done();
+}
+
+}  // namespace
+
+void define_material(const host::Module& module, State& state) {
+  host::ClassBody body(module, "_Material",
+                       "A record of soil parameters, which layers refer to by its name.\n\n"
+                       "gam_dry: unit weight above the phreatic level [kN/m³].\n"
+                       "gam_wet: unit weight below the phreatic level [kN/m³].");
+  body.add(state,
+           host::method<init>("__init__", init_parameters,
+                              "Keep the parameters; nothing is checked.\n\n"
+                              "gam_dry: unit weight above the phreatic level [kN/m³].\n"
+                              "gam_wet: unit weight below the phreatic level [kN/m³].\n"
+                              "color: colour for visualisation; a random one if it is not given.\n"
+                              "kwargs: all other soil parameters, by their keys in the document."));
+  body.add(state, host::property<color>("color", "Colour for visualisation in D-Settlement."));
+  body.add(state, host::method<serialize>(
+                      "_serialize", serialize_parameters,
+                      "Return the material's part of the document as a new mapping.\n\n"
+                      "name: the name of the material, which the record does not know."));
+  state.material = body.make();
+}
+
+}  // namespace dsettlement::soil

@@ -1,0 +1,91 @@
+#include "soil/vertical_drain.hpp"
+
+#include "host/class_body.hpp"
+#include "soil/drain_checks.hpp"
+#include "soil/drain_document.hpp"
+
+namespace dsettlement::soil {
+
+using host::Arguments;
+using host::no_object;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {
+    host::self,
+    {"drain_type", "DrainType"},
+    {"range_from", "float"},
+    {"range_to", "float"},
+    {"bottom_position", "float"},
+    {"center_to_center", "float"},
+    {"width_diameter", "float"},
+    {"thickness", "float", no_object},
+    {"position_drain", "float", no_object},
+    {"grid", "DrainGrid", no_object},
+    {"start_of_drainage", "float", no_object},
+    {"phreatic_level_in_drain", "float", no_object},
+    {"schedule", "Union[DrainageSimpleMode, List[Tuple[float, float, float]]]", no_object}};
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, drain_type, range_from, range_to, bottom_position, center_to_center,
+              width_diameter, thickness, position_drain, grid, start_of_drainage,
+              phreatic_level_in_drain, schedule] = arguments.first<std::size(init_parameters)>();
+  check_drain(state, {.drain_type = drain_type,
+                      .center_to_center = center_to_center,
+                      .width_diameter = width_diameter,
+                      .thickness = thickness,
+                      .position_drain = position_drain,
+                      .grid = grid,
+                      .start_of_drainage = start_of_drainage,
+                      .phreatic_level_in_drain = phreatic_level_in_drain,
+                      .schedule = schedule});
+  const State::Names& names = state.names;
+  host::set(self, names.private_drain_type, drain_type);
+  host::set(self, names.range_from, range_from);
+  host::set(self, names.range_to, range_to);
+  host::set(self, names.bottom_position, bottom_position);
+  host::set(self, names.center_to_center, center_to_center);
+  host::set(self, names.width_diameter, width_diameter);
+  host::set(self, names.private_thickness, thickness);
+  host::set(self, names.private_position_drain, position_drain);
+  host::set(self, names.private_grid, grid);
+  host::set(self, names.private_start_of_drainage, start_of_drainage);
+  host::set(self, names.private_phreatic_level_in_drain, phreatic_level_in_drain);
+  host::set(self, names.private_schedule, schedule);
+  return host::none();
+}
+
+Ref position_drain(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_position_drain);
+}
+
+}  // namespace
+
+void define_vertical_drain(const host::Module& module, State& state) {
+  constexpr const char* fields =
+      "drain_type: kind of drain.\n"
+      "range_from, range_to: range along x over which drainage takes place [m].\n"
+      "bottom_position: level of the bottom of the drains [m].\n"
+      "center_to_center: distance between the centres of drains [m], from 0.001 to 1000.\n"
+      "width_diameter: width of the drains, or diameter for COLUMN [m], from 0.001 to 1000.\n"
+      "thickness: thickness of a strip [m], from 0.001 to 1000; must be set for STRIP.\n"
+      "position_drain: level of the drain pipe [m]; must be set for SAND_WALL with a schedule.\n"
+      "grid: grid of the drains; must be set for STRIP and COLUMN.\n"
+      "start_of_drainage: [days], from 0 to 100000; must be set unless the schedule is a list.\n"
+      "phreatic_level_in_drain: [m]; must be set unless the schedule is a list.\n"
+      "schedule: None; a DrainageSimpleMode; or a list of triples of time [days], underpressure\n"
+      "    [kPa] and water head [m] (tube pressure [kPa] for SAND_WALL).\n\n"
+      "Raises ModelError for the first value that is missing or out of its range.";
+  host::ClassBody body(module, "VerticalDrain",
+                       "The vertical drains of a model: what they are, where they are, and the "
+                       "schedule of their dewatering.\n\nDoesn't change after construction.");
+  body.add(state, host::method<init>("__init__", init_parameters, fields));
+  body.add(state, host::property<position_drain>("position_drain",
+                                                 "Level of the drain pipe [m], or None."));
+  body.add(state, serialize_drain);
+  state.vertical_drain = body.make();
+}
+
+}  // namespace dsettlement::soil

@@ -1,0 +1,10 @@
+// The class VerticalDrain.
+#pragma once
+
+#include "soil/state.hpp"
+
+namespace dsettlement::soil {
+
+void define_vertical_drain(const host::Module& module, State& state);
+
+}  // namespace dsettlement::soil
