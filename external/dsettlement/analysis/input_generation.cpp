@@ -1,0 +1,94 @@
+#include "analysis/input_generation.hpp"
+
+#include "host/containers.hpp"
+
+namespace dsettlement::analysis {
+
+using host::Arguments;
+using host::Handle;
+using host::no_object;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr long service_timeout = 60;
+
+constexpr Parameter document_parameters[] = {host::self,
+                                             {"metadata", "Metadata", no_object},
+                                             {"dissipation_calculation", "_Vertical", no_object}};
+
+Ref make_document(State& state, Arguments arguments) {
+  const auto [self, metadata, dissipation_calculation] = arguments.first<3>();
+  const State::Names& names = state.names;
+  host::call_method(self, names.validate);
+  const Ref identification =
+      host::is_true(metadata) ? host::share(metadata) : host::call(state.metadata.now());
+  return host::Mapping()
+      .update(host::call_method(self, names.serialize))
+      .update(host::call_method(identification, names.serialize))
+      .put(names.dissipation_calculation, host::is_true(dissipation_calculation)
+                                              ? host::get(dissipation_calculation, names.x)
+                                              : host::none())
+      .done();
+}
+
+constexpr Parameter file_parameters[] = {
+    host::self,
+    {"metadata", "Metadata", no_object},
+    host::keyword_only("dissipation_calculation", "_Vertical", no_object),
+    host::keyword_only("as_file", "bool", host::flag(false))};
+
+// Only a failure that the service reports is put into other words; whatever else happens on the way
+// reaches the caller as it is.
+Ref post(State& state, Handle body) {
+  const State::Names& names = state.names;
+  const Ref post = state.toolkit.post.now();
+  try {
+    return host::call_with(post, {names.endpoint, body},
+                           {{names.timeout, host::integer(service_timeout)}});
+  } catch (const host::ErrorSet&) {
+    const Ref failure = host::caught(state.toolkit.internal_error.now());
+    host::raise_from(PyExc_Exception,
+                     Ref::steal(PyUnicode_FromString(
+                         "Input file could not be generated, please check your model")),
+                     failure);
+  }
+}
+
+Ref make_file(State& state, Arguments arguments) {
+  const auto [self, metadata, dissipation_calculation, as_file] = arguments.first<4>();
+  const State::Names& names = state.names;
+  const Ref document =
+      host::call_method(self, names.generate_input, metadata, dissipation_calculation);
+  const Ref answer = post(state, host::Mapping().put(names.input, document).done());
+  const Ref text = host::item(answer, names.input_file);
+  if (host::is_true(as_file)) {
+    return host::call_method(state.toolkit.file.now(), names.from_data, text);
+  }
+  return host::call(state.toolkit.bytes_io.now(), host::call_method(text, names.encode));
+}
+
+}  // namespace
+
+constinit const host::Operation<State> generate_input = host::method<make_document>(
+    "_generate_input", document_parameters,
+    "Return the complete document of the model, as a new mapping.\n\n"
+    "metadata: identification block; one with all defaults if it is not given.\n"
+    "dissipation_calculation: vertical at which dissipation is calculated, or None.\n\n"
+    "Raises ModelError if the model is not fit to be calculated.");
+
+constinit const host::Operation<State> generate_input_file = host::method<make_file>(
+    "generate_input_file", file_parameters,
+    "Check the model and return its D-Settlement input file (.sli).\n\n"
+    "metadata: identification block of the file; one with all defaults if it is not given.\n"
+    "dissipation_calculation: vertical of the model at which a dissipation calculation is added,\n"
+    "    or None for no such calculation.\n"
+    "as_file: whether to return a File instead of a BytesIO.\n\n"
+    "Returns the content of the file in UTF-8, as a BytesIO at its start, or as a File. The model\n"
+    "stays as it is, and the same model gives the same file, unless the metadata asks for date or\n"
+    "time.\n\n"
+    "Raises ModelError if the model is not fit to be calculated; no request is made then. Raises\n"
+    "Exception, with the InternalError as its cause, if the template-filling service fails.");
+
+}  // namespace dsettlement::analysis
