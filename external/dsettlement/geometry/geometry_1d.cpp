@@ -1,0 +1,104 @@
+#include "geometry/geometry_1d.hpp"
+
+#include "host/class_body.hpp"
+#include "host/text.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::Handle;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {host::self,
+                                         {"bottom_level", "float"},
+                                         {"layers", "List[Tuple[float, str]]"},
+                                         {"phreatic_level", "float", host::no_object}};
+
+Ref top_of(Handle layer) {
+  return host::item(layer, 0);
+}
+
+void check_layers(const State& state, Handle bottom_level, Handle layers) {
+  const Handle model_error = state.toolkit.model_error.original();
+  if (!host::is_true(layers)) host::raise(model_error, "Provide at least 1 layer");
+  Ref above;
+  long position = 0;
+  host::for_each(layers, [&](const Ref& layer) {
+    ++position;
+    if (above && host::compare(top_of(layer), Py_GE, top_of(above))) {
+      host::raise(model_error,
+                  host::text("Each layer should have a top level lower than the layer above it "
+                             "(layer {})",
+                             {host::integer(position)}));
+    }
+    above = layer;
+  });
+  if (host::compare(top_of(host::item(layers, -1)), Py_LE, bottom_level)) {
+    host::raise(model_error, "Each layer should have a top level above the bottom level");
+  }
+}
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, bottom_level, layers, phreatic_level] = arguments.first<4>();
+  const State::Names& names = state.names;
+  check_layers(state, bottom_level, layers);
+  host::set(self, names.private_bottom_level, bottom_level);
+  host::set(self, names.private_layers, layers);
+  host::set(self, names.phreatic_level, phreatic_level);
+  return host::none();
+}
+
+Ref bottom_level(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_bottom_level);
+}
+
+Ref top_level(State& state, Arguments arguments) {
+  return top_of(host::item(host::get(arguments[0], state.names.private_layers), 0));
+}
+
+Ref layers(State& state, Arguments arguments) {
+  return host::list_of(host::get(arguments[0], state.names.private_layers));
+}
+
+Ref serialize(State& state, Arguments arguments) {
+  const Handle self = arguments[0];
+  const State::Names& names = state.names;
+  return host::Mapping()
+      .put(names.layers, host::get(self, names.private_layers))
+      .put(names.bottom_level, host::get(self, names.private_bottom_level))
+      .put(names.phreatic_level, host::get(self, names.phreatic_level))
+      .done();
+}
+
+}  // namespace
+
+void define_geometry_1d(const host::Module& module, State& state) {
+  host::ClassBody body(module, "_Geometry1D",
+                       "A column of horizontal layers above a bottom level.\n\n"
+                       "A layer reaches down to the top of the next one, the last to the bottom "
+                       "level.\n\nphreatic_level: [m], or None.");
+  body.add(state, host::method<init>(
+                      "__init__", init_parameters,
+                      "Check the order of the levels and keep the values, the list of layers "
+                      "included.\n\n"
+                      "bottom_level: bottom level of the bottom-most layer [m].\n"
+                      "layers: pairs of top level [m] and material name, from top to bottom.\n"
+                      "phreatic_level: [m], or None; compared with nothing.\n\n"
+                      "Raises ModelError if there is no layer or a level is not below the one "
+                      "above it."));
+  body.add(state, host::property<bottom_level>("bottom_level",
+                                               "Bottom level of the bottom-most layer [m]."));
+  body.add(state, host::property<top_level>("top_level", "Top level of the first layer [m]."));
+  body.add(state, host::property<layers>("layers",
+                                         "Pairs of top level [m] and material name, from top to "
+                                         "bottom, as a new list."));
+  body.add(state, host::method<serialize>("_serialize",
+                                          "Return the geometry's part of the document as a new "
+                                          "mapping."));
+  state.geometry_1d = body.make();
+}
+
+}  // namespace dsettlement::geometry

@@ -1,0 +1,10 @@
+// The class _Geometry1D: a column of horizontal layers.
+#pragma once
+
+#include "geometry/state.hpp"
+
+namespace dsettlement::geometry {
+
+void define_geometry_1d(const host::Module& module, State& state);
+
+}  // namespace dsettlement::geometry

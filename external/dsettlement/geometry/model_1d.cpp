@@ -1,0 +1,196 @@
+#include "geometry/model_1d.hpp"
+
+#include "host/class_body.hpp"
+#include "host/text.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::flag;
+using host::Handle;
+using host::keyword_only;
+using host::no_object;
+using host::number;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr long one_dimensional = 0;
+
+constexpr Parameter init_parameters[] = {
+    host::self,
+    {"calculation_model", "CalculationModel"},
+    {"consolidation_model", "ConsolidationModel"},
+    {"create_default_materials", "bool", flag(true)},
+    keyword_only("natural_strain", "bool", flag(false)),
+    keyword_only("water_unit_weight", "float", number(9.81)),
+    keyword_only("verticals_discretization", "int", number(100)),
+    keyword_only("verticals_z_coordinate", "float", number(0.0)),
+    keyword_only("maintain_profile", "bool", flag(false)),
+    keyword_only("profile_unit_weight_above_phreatic_level", "float", number(10.0)),
+    keyword_only("profile_unit_weight_below_phreatic_level", "float", number(10.0)),
+    keyword_only("end_of_settlement_calculation", "int", number(10000)),
+    keyword_only("vertical_drain", "VerticalDrain", no_object),
+};
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, calculation_model, consolidation_model, create_default_materials,
+              natural_strain, water_unit_weight, verticals_discretization, verticals_z_coordinate,
+              maintain_profile, profile_unit_weight_above, profile_unit_weight_below,
+              end_of_settlement_calculation, vertical_drain] =
+      arguments.first<std::size(init_parameters)>();
+  const State::Names& names = state.names;
+  static_cast<void>(
+      host::call_with(host::super(state.model_1d.original(), self, names.init),
+                      {calculation_model, consolidation_model, create_default_materials},
+                      {{names.natural_strain, natural_strain},
+                       {names.water_unit_weight, water_unit_weight},
+                       {names.verticals_discretization, verticals_discretization},
+                       {names.verticals_z_coordinate, verticals_z_coordinate},
+                       {names.maintain_profile, maintain_profile},
+                       {names.profile_unit_weight_above, profile_unit_weight_above},
+                       {names.profile_unit_weight_below, profile_unit_weight_below},
+                       {names.end_of_settlement_calculation, end_of_settlement_calculation},
+                       {names.vertical_drain, vertical_drain}}));
+
+  host::List layers;
+  layers.append(Ref::steal(PyTuple_Pack(2, host::real(0.0).get(), names.undetermined.get())));
+  host::set(self, names.geometry,
+            host::call(state.geometry_1d.now(), host::real(-10.0), layers.done()));
+  host::List verticals;
+  verticals.append(host::call(state.model.vertical.now(), host::real(0.0)));
+  host::set(self, names.verticals, verticals.done());
+  return host::none();
+}
+
+Ref of_geometry(State& state, Handle self, const host::Name& attribute) {
+  return host::get(host::get(self, state.names.geometry), attribute);
+}
+
+Ref bottom_level(State& state, Arguments arguments) {
+  return of_geometry(state, arguments[0], state.names.bottom_level);
+}
+
+Ref top_level(State& state, Arguments arguments) {
+  return of_geometry(state, arguments[0], state.names.top_level);
+}
+
+Ref layers(State& state, Arguments arguments) {
+  return of_geometry(state, arguments[0], state.names.layers);
+}
+
+Ref phreatic_level(State& state, Arguments arguments) {
+  return of_geometry(state, arguments[0], state.names.phreatic_level);
+}
+
+constexpr Parameter update_parameters[] = {host::self,
+                                           {"bottom_level", "float"},
+                                           {"layers", "List[Tuple[float, str]]"},
+                                           {"phreatic_level", "float", no_object}};
+
+Ref update_geometry(State& state, Arguments arguments) {
+  const auto [self, bottom_level, layers, phreatic_level] = arguments.first<4>();
+  const State::Names& names = state.names;
+  long position = 0;
+  host::for_each(layers, [&](const Ref& layer) {
+    ++position;
+    const Ref material = host::item(layer, 1);
+    if (!host::contains(host::get(self, names.materials), material)) {
+      host::raise(state.toolkit.model_error.original(),
+                  host::text("Material with name '{}' does not exist (layer {})",
+                             {material, host::integer(position)}));
+    }
+  });
+  host::set(self, names.geometry,
+            host::call(state.geometry_1d.now(), bottom_level, layers, phreatic_level));
+  return host::none();
+}
+
+Ref serialize(State& state, Arguments arguments) {
+  const Handle self = arguments[0];
+  const State::Names& names = state.names;
+  return host::Mapping()
+      .update(host::call(host::super(state.model_1d.original(), self, names.serialize)))
+      .put(names.model_type, host::integer(one_dimensional))
+      .put(names.geometry_key, host::call_method(host::get(self, names.geometry), names.serialize))
+      .done();
+}
+
+// Drains reach from the bottom to the top of the column; both levels are asked of the model, so
+// that a model with levels of its own is measured by them.
+Ref min_vertical_drains(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.bottom_level);
+}
+
+Ref max_vertical_drains(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.top_level);
+}
+
+constexpr const char* class_documentation =
+    "Model for a 1D D-Settlement analysis.\n\n"
+    "The soil is one column: layers above a bottom level, with a phreatic level and one vertical "
+    "at\n"
+    "x = 0. A new model has one layer of \"Undetermined\" from 0.0 down to -10.0 m.\n\n"
+    "    model = Model1D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI)\n"
+    "    model.create_material(\"my_mat\", 21.0, 19.0, color=Color(0, 0, 0))\n"
+    "    model.update_geometry(-1.0, [(1.0, \"Loam\"), (0.0, \"my_mat\")], phreatic_level=-3.0)\n"
+    "    model.create_uniform_load(\"my_load\", 0, 0.001, 0.0, 0.0)\n"
+    "    input_file = model.generate_input_file()\n\n"
+    "Units: metres for levels, days for times, kN/m³ for unit weights, kPa for pressures. Values\n"
+    "are kept as given; nothing is converted.";
+
+constexpr const char* init_documentation =
+    "Make a model with the default geometry.\n\n"
+    "calculation_model: specifies which calculation model is used.\n"
+    "consolidation_model: specifies which consolidation model is used.\n"
+    "create_default_materials: start with default materials or none.\n"
+    "natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.\n"
+    "water_unit_weight: in [kN/m³].\n"
+    "verticals_discretization: number of elements along the vertical, from 5 to 500.\n"
+    "verticals_z_coordinate: z coordinate of the vertical [m].\n"
+    "maintain_profile: whether the profile is maintained by superelevation.\n"
+    "profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:\n"
+    "    unit weight of the superelevation [kN/m³].\n"
+    "end_of_settlement_calculation: [days]; no calculation time may lie behind it.\n"
+    "vertical_drain: parameters for vertical drains, or None (default) to disable option.\n\n"
+    "Raises ModelError if an option is out of its range, KeyError if calculation_model is not a\n"
+    "member of CalculationModel.";
+
+constexpr const char* update_documentation =
+    "Overwrite the current (default if not updated before) geometry with the given data.\n\n"
+    "bottom_level: bottom level of the bottom-most layer [m].\n"
+    "layers: list of layers defined by top level [m] and material name, defined from top to "
+    "bottom.\n"
+    "    Each material is created beforehand with create_material or is one of the default\n"
+    "    materials. The list is kept, not copied.\n"
+    "phreatic_level: [m], or None; not carried over from the geometry before.\n\n"
+    "Raises ModelError if a material does not exist, if there is no layer, if a top level is not\n"
+    "below that of the layer above, or if the lowest top level is not above the bottom level. The\n"
+    "model then keeps the geometry that it had.";
+
+}  // namespace
+
+void define_model_1d(const host::Module& module, State& state) {
+  host::ClassBody body(module, "Model1D", class_documentation);
+  body.add(state, host::method<init>("__init__", init_parameters, init_documentation));
+  body.add(state, host::property<bottom_level>("bottom_level",
+                                               "Bottom level of the bottom-most layer [m]."));
+  body.add(state, host::property<top_level>("top_level", "Top level of the first layer [m]."));
+  body.add(state, host::property<layers>("layers",
+                                         "Pairs of top level [m] and material name, from top to "
+                                         "bottom, as a new list."));
+  body.add(state, host::property<phreatic_level>("phreatic_level", "Phreatic level [m], or None."));
+  body.add(state, host::method<update_geometry>("update_geometry", update_parameters,
+                                                update_documentation));
+  body.add(state, host::method<serialize>("_serialize",
+                                          "Return the model's document as a new mapping: what all "
+                                          "models share, then\n'model_type' and 'geometry'."));
+  body.add(state, host::property<min_vertical_drains>(
+                      "_min_vertical_drains", "Lowest level for vertical drains [m]: the bottom."));
+  body.add(state, host::property<max_vertical_drains>(
+                      "_max_vertical_drains", "Highest level for vertical drains [m]: the top."));
+  state.model_1d = body.make({state.model.model.original()});
+}
+
+}  // namespace dsettlement::geometry
