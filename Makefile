@@ -1,0 +1,62 @@
+# Everything runs from here. `make` alone lists the targets.
+
+SHELL := /bin/sh
+.DEFAULT_GOAL := help
+.DELETE_ON_ERROR:
+
+VENV := .venv
+BIN := $(VENV)/bin
+PIP := $(BIN)/python -m pip --disable-pip-version-check --quiet
+PYTHON312 = $(shell scripts/find-python)
+JOBS ?= $(shell nproc 2>/dev/null || echo 2)
+export CMAKE_BUILD_PARALLEL_LEVEL ?= $(JOBS)
+
+MODULE := CMakeLists.txt $(shell find external -type f)
+LOCAL_EDITION := $(shell find toolkit -type f -not -name '*.pyc')
+
+# Stamps: what has been done to the virtual environment, and when.
+STAMPS := $(VENV)/.stamps
+ENVIRONMENT := $(STAMPS)/environment
+BUILT := $(STAMPS)/module $(STAMPS)/local-edition
+
+.PHONY: help build demo test bench lint sanitize fuzz docs clean
+
+help:  ## list the targets
+	@sed -n 's/^\([a-z]*\):.*##  *\(.*\)/\1|\2/p' $(MAKEFILE_LIST) | \
+	while IFS='|' read -r name text; do printf 'make %-9s %s\n' "$$name" "$$text"; done
+
+build: $(BUILT)  ## leave .venv with the module and the local edition installed
+	@echo "Ready: $(BIN)/python -c 'import sembra.external.dsettlement'"
+
+test: $(BUILT) $(STAMPS)/test  ## run the whole test suite
+	$(BIN)/python -m pytest $(TESTS)
+
+clean:  ## remove all that the other targets made
+	rm -rf $(VENV) build demo site fuzz-findings
+
+$(ENVIRONMENT): scripts/find-python
+	@test -n "$(PYTHON312)"
+	@command -v c++ >/dev/null || command -v g++ >/dev/null || command -v clang++ >/dev/null || \
+	  { echo "No C++ compiler was found; on Debian: apt-get install g++" >&2; exit 1; }
+	@echo "Making the virtual environment with $(PYTHON312)"
+	@test -x $(BIN)/python || $(PYTHON312) -m venv $(VENV)
+	@$(PIP) install --upgrade "pip>=25.1"
+	@mkdir -p $(STAMPS)
+	@touch $@
+
+# A dependency group of pyproject.toml, installed.
+$(STAMPS)/build $(STAMPS)/test $(STAMPS)/lint $(STAMPS)/demo $(STAMPS)/bench $(STAMPS)/docs: \
+$(STAMPS)/%: pyproject.toml $(ENVIRONMENT)
+	@echo "Installing what $* needs"
+	@$(PIP) install --group $*
+	@touch $@
+
+$(STAMPS)/module: $(MODULE) pyproject.toml | $(STAMPS)/build
+	@echo "Building the module"
+	@$(PIP) install --no-build-isolation --no-deps .
+	@touch $@
+
+$(STAMPS)/local-edition: $(LOCAL_EDITION) | $(STAMPS)/build
+	@echo "Installing the local edition"
+	@$(PIP) install --no-build-isolation ./toolkit
+	@touch $@
