@@ -8,7 +8,7 @@ from dataclasses import dataclass
 from .discretisation import Floats, Mesh
 from .errors import WorkerError
 from .model import UniformLoad
-from .stresses import load_stress
+from .stresses import check_not_negative, load_stress
 
 
 @dataclass(frozen=True)
@@ -41,17 +41,18 @@ def load_steps(mesh: Mesh, initial: Floats, loads: Sequence[UniformLoad]) -> lis
 
 
 def element_stress(mesh: Mesh, stress: Floats) -> Floats:
-    """Mean of the effective stresses at the two ends of each element.
+    """Mean of the effective stresses at the two ends of each element, none of them negative.
 
     Raises:
-        WorkerError: a mean isn't positive, so that the method of Koppejan has no answer.
+        WorkerError: a stress is negative, or a mean is zero, so that the method of Koppejan has
+            no answer.
     """
+    check_not_negative(mesh, stress)
     means: Floats = (stress[:-1] + stress[1:]) / 2
-    for index, mean in enumerate(means):
+    for level, mean in zip(mesh.levels, means, strict=False):
         if not mean > 0:
             raise WorkerError(
-                f"The effective stress between {mesh.levels[index]:.3f} m and "
-                f"{mesh.levels[index + 1]:.3f} m is {mean:.3f} kPa. NEN-Koppejan needs an "
+                f"The effective stress below {level:.3f} m becomes zero. NEN-Koppejan needs an "
                 "effective stress greater than zero."
             )
     return means

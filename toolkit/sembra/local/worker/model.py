@@ -6,7 +6,7 @@ Compression is positive.
 
 from __future__ import annotations
 
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 from enum import IntEnum
 
 
@@ -93,6 +93,10 @@ class Column:
     def surface(self) -> float:
         """Level of the ground surface."""
         return self.layers[0].top
+
+    def at(self, x: float, z: float) -> Column:
+        """The same ground below a vertical elsewhere."""
+        return replace(self, x=x, z=z)
 
 
 @dataclass(frozen=True)

@@ -111,6 +111,17 @@ class Cursor:
             raise self.error(f"{what} should be a whole number and is {value:g}")
         return int(value)
 
+    def integers(self, what: str, count: int) -> list[int]:
+        """The next `count` whole numbers, over as many lines as they take."""
+        values: list[int] = []
+        while len(values) < count:
+            for field in self.text(what).split()[: count - len(values)]:
+                value = parse_number(self._section, self.line_number, what, field)
+                if not value.is_integer():
+                    raise self.error(f"{what} should be whole numbers and hold {value:g}")
+                values.append(int(value))
+        return values
+
     def count(self, what: str) -> int:
         """The whole number, not negative, that the next line starts with."""
         value = self.integer(what)

@@ -21,7 +21,7 @@ from .layer_settlement import LayerSettlement, layer_settlements
 from .load_steps import LoadStep, element_stress, load_steps
 from .model import Column, Options, Project
 from .preconsolidation import preconsolidation_pressure
-from .stresses import initial_total_stress, middle_effective_stress, pore_pressures
+from .stresses import initial_effective_stress, middle_effective_stress, pore_pressures
 from .timesteps import calculation_times
 
 
@@ -71,10 +71,12 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
     """
     options = project.options
     mesh = make_mesh(column)
-    total = initial_total_stress(column, mesh, project.uniform_loads, options.water_unit_weight)
+    initial = initial_effective_stress(
+        column, mesh, project.uniform_loads, options.water_unit_weight
+    )
     water = pore_pressures(column, mesh, options.water_unit_weight)
-    steps = load_steps(mesh, total - water, project.uniform_loads)
-    pressure, paths = _stress_paths(column, mesh, total - water, steps, project)
+    steps = load_steps(mesh, initial, project.uniform_loads)
+    pressure, paths = _stress_paths(column, mesh, initial, steps, project)
     times = calculation_times([s.time for s in steps], options.end, project.residual_times)
 
     strains = _strains(column, mesh, times, steps, paths, options)
@@ -87,8 +89,8 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
         times=times,
         load_settlements=(strains @ mesh.thicknesses).T,
         settlements=settlements,
-        loading=_loading(times, total - water, steps),
-        initial_total=total,
+        loading=_loading(times, initial, steps),
+        initial_total=initial + water,
         initial_water=water,
         preconsolidation=pressure,
         final_total=steps[-1].effective + final_water,

@@ -11,9 +11,12 @@ from collections.abc import Iterable
 import numpy as np
 
 from .discretisation import Floats, Mesh
+from .errors import WorkerError
 from .model import Column, Layer, UniformLoad
 
 _LEVEL_TOLERANCE = 1e-9
+_STRESS_TOLERANCE = 1e-6
+_LEAST_EFFECTIVE_STRESS = 0.001
 
 
 def soil_stress(column: Column, level: float, water_unit_weight: float) -> float:
@@ -45,8 +48,8 @@ def pore_pressure(
         return max(layer.head_top - level + settlement, 0.0) * water_unit_weight
     top = max(layer.head_top - layer.top, 0.0)
     bottom = max(layer.head_bottom - layer.bottom, 0.0)
-    part = (layer.top - level) / layer.thickness
-    return max(top + (bottom - top) * part + settlement, 0.0) * water_unit_weight
+    height = top + (bottom - top) * (layer.top - level) / layer.thickness
+    return (height + settlement) * water_unit_weight if height > 0 else 0.0
 
 
 def load_stress(loads: Iterable[UniformLoad], levels: Floats) -> Floats:
@@ -57,13 +60,37 @@ def load_stress(loads: Iterable[UniformLoad], levels: Floats) -> Floats:
     return stress
 
 
-def initial_total_stress(
+def initial_effective_stress(
     column: Column, mesh: Mesh, loads: Iterable[UniformLoad], water_unit_weight: float
 ) -> Floats:
-    """Total stress at the nodes by soil, free water and initial loads."""
+    """Effective stress at the nodes by soil, water and initial loads.
+
+    Just below an unloaded surface it is next to nothing; there a least value takes its place, since
+    the compression of the topmost element depends on its logarithm.
+
+    Raises:
+        WorkerError: the water carries more than the weight above it.
+    """
     soil = [soil_stress(column, float(level), water_unit_weight) for level in mesh.levels]
     initial = [load for load in loads if load.is_initial]
-    return np.array(soil) + load_stress(initial, mesh.levels)
+    total = np.array(soil) + load_stress(initial, mesh.levels)
+    effective = total - pore_pressures(column, mesh, water_unit_weight)
+    check_not_negative(mesh, effective)
+    return np.maximum(effective, _LEAST_EFFECTIVE_STRESS)
+
+
+def check_not_negative(mesh: Mesh, effective: Floats) -> None:
+    """Refuses effective stresses at the nodes below zero.
+
+    Raises:
+        WorkerError: there is one; the message names its level.
+    """
+    for level, stress in zip(mesh.levels, effective, strict=True):
+        if stress < -_STRESS_TOLERANCE:
+            raise WorkerError(
+                f"The effective stress at {level:.3f} m becomes {stress:.3f} kPa. Soil can't "
+                "carry an effective stress below zero."
+            )
 
 
 def pore_pressures(

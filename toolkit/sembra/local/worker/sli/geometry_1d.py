@@ -11,14 +11,12 @@ from ..model import Column, Layer, Material
 from ..sections import Section
 
 
-def read_column(whole: Section, materials: dict[str, Material], x: float, z: float) -> Column:
+def read_column(whole: Section, materials: dict[str, Material]) -> Column:
     """The column of a one-dimensional file.
 
     Args:
         whole: the whole file.
         materials: the materials of the file by name.
-        x: coordinate of the vertical, in metres.
-        z: coordinate of the vertical, in metres.
 
     Raises:
         InputFileError: the section is malformed, a material is unknown, or the levels don't
@@ -47,4 +45,4 @@ def read_column(whole: Section, materials: dict[str, Material], x: float, z: flo
         Layer(top, lower, material, phreatic_level, phreatic_level)
         for (top, material), lower in zip(tops, bottoms, strict=True)
     )
-    return Column(x, z, layers, phreatic_level)
+    return Column(0.0, 0.0, layers, phreatic_level)

@@ -7,7 +7,6 @@ from ..model import Options, PreconsolidationOption
 from ..sections import Line, Section, parse_number
 from .loads import count_loads
 
-_ONE_DIMENSION = 0
 _TERZAGHI = 1
 _KOPPEJAN = 0
 
@@ -81,8 +80,6 @@ def check_model(whole: Section) -> None:
     model = Labelled(whole.section("MODEL"))
     if model.code("Calculation type") != _TERZAGHI or model.code("Model") != _KOPPEJAN:
         raise NotCoveredError(UNSUPPORTED_MODEL)
-    if model.code("Dimension") != _ONE_DIMENSION:
-        raise NotCoveredError.of("two-dimensional models")
     for label, what in _UNCOVERED_MODEL_SWITCHES.items():
         if model.switch(label, absent=False):
             raise NotCoveredError.of(what)

@@ -2,11 +2,14 @@
 
 from __future__ import annotations
 
-from ..model import Column, Project
-from ..sections import read_whole
+from collections.abc import Callable
+
+from ..model import Column, Material, Project
+from ..sections import Section, read_whole
 from .geometry_1d import read_column
+from .geometry_2d import read_geometry
 from .loads import read_uniform_loads
-from .options import check_model, read_options, read_residual_times
+from .options import Labelled, check_model, read_options, read_residual_times
 from .soils import read_materials
 
 
@@ -31,11 +34,12 @@ def read_project(text: str) -> Project:
                 f"of consolidation at {options.end:g} days"
             )
     materials = read_materials(whole)
+    cut = _read_cut(whole, materials)
     columns: list[Column] = []
     cursor = whole.section("VERTICALS").cursor()
     for number in range(1, cursor.count("the number of verticals") + 1):
         x, z = cursor.numbers(f"X and Z of vertical {number}", 2)
-        columns.append(read_column(whole, materials, x, z))
+        columns.append(cut(x, z))
     if not columns:
         raise cursor.error("there are no verticals")
     return Project(
@@ -44,3 +48,10 @@ def read_project(text: str) -> Project:
         options=options,
         residual_times=read_residual_times(whole, options.end),
     )
+
+
+def _read_cut(whole: Section, materials: dict[str, Material]) -> Callable[[float, float], Column]:
+    """What gives the column of a vertical at x and z."""
+    if Labelled(whole.section("MODEL")).switch("Dimension"):
+        return read_geometry(whole, materials).column
+    return read_column(whole, materials).at
