@@ -26,6 +26,7 @@ _FINE_COUNT = 10
 _COARSE_STEP = 1.0
 _THINNEST_LAST_STEP = 0.5
 _TOLERANCE = 1e-9
+_DEEPEST = 5000.0
 
 
 @dataclass(frozen=True)
@@ -54,10 +55,12 @@ def make_mesh(column: Column) -> Mesh:
     """The mesh of a column.
 
     Raises:
-        WorkerError: a layer is too thin to hold its nodes.
+        WorkerError: a layer is too thin to hold its nodes, or the column is too deep.
     """
     levels: list[float] = []
     layers: list[int] = []
+    if column.surface - column.layers[-1].bottom > _DEEPEST:
+        raise WorkerError(f"The worker calculates to a depth of {_DEEPEST:g} m and no deeper.")
     for index, layer in enumerate(column.layers):
         if layer.thickness < 10 * TOP_OFFSET:
             raise WorkerError(

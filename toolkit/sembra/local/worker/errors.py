@@ -10,6 +10,7 @@ UNSUPPORTED_MODEL = "The worker calculates NEN-Koppejan with Terzaghi consolidat
 UNSUPPORTED_JOB = 'The worker runs version 1 of "dsettlement" only.'
 INVALID_BODY = "The body of the job is not the base64 text of an input file."
 INTERNAL_ERROR = "The worker failed by an error of its own: {error}"
+OUT_OF_RANGE = "The input file holds numbers that are too large or too small to calculate with."
 NOT_COVERED = "The worker does not cover {what}."
 
 

@@ -7,6 +7,7 @@ import binascii
 from collections.abc import Callable
 from typing import Any
 
+from .console import configured_command, run_console
 from .errors import INTERNAL_ERROR, INVALID_BODY, UNSUPPORTED_JOB, WorkerError
 from .settlement import calculate
 from .sld import write_results
@@ -23,7 +24,7 @@ def _keep_silent(fraction: float) -> None:
 def run_job(
     content: dict[str, Any], report: Callable[[float], None] = _keep_silent
 ) -> dict[str, Any]:
-    """Calculates one input file.
+    """Calculates one input file, with the console edition of D-Settlement where one is configured.
 
     Args:
         content: "name" ("dsettlement"), "version" (1) and "body", the `.sli` file in base64.
@@ -48,6 +49,11 @@ def _run(content: dict[str, Any], report: Callable[[float], None]) -> dict[str, 
         raise WorkerError(UNSUPPORTED_JOB)
     data = _decode(content.get("body"))
     report(0.0)
+    command = configured_command()
+    if command:
+        files = run_console(command, data)
+        report(1.0)
+        return files
     text = _text(data)
     project = read_project(text)
     results = calculate(project, lambda fraction: report(0.9 * fraction))

@@ -9,6 +9,7 @@ import numpy as np
 
 from .consolidation import degrees_of_consolidation
 from .discretisation import Floats, Mesh, make_mesh
+from .errors import OUT_OF_RANGE, WorkerError
 from .koppejan import (
     StressPath,
     linear_strain,
@@ -55,10 +56,21 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
     Args:
         project: the input.
         report: is told the fraction done, from 0 to 1, after each column.
+
+    Raises:
+        WorkerError: an effective stress isn't positive, a layer can't consolidate, or the numbers
+            of the input are too large or too small to calculate with.
     """
     results = []
     for number, column in enumerate(project.columns, 1):
-        results.append(calculate_column(column, project))
+        with np.errstate(over="raise", invalid="raise", divide="raise"):
+            try:
+                result = calculate_column(column, project)
+            except (FloatingPointError, OverflowError):
+                raise WorkerError(OUT_OF_RANGE) from None
+        if not (np.all(np.isfinite(result.settlements)) and np.all(np.isfinite(result.loading))):
+            raise WorkerError(OUT_OF_RANGE)
+        results.append(result)
         report(number / len(project.columns))
     return results
 
@@ -79,15 +91,15 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
     pressure, paths = _stress_paths(column, mesh, initial, steps, project)
     times = calculation_times([s.time for s in steps], options.end, project.residual_times)
 
-    strains = _strains(column, mesh, times, steps, paths, options)
-    settlements = _from_bottom(strains[-1] * mesh.thicknesses)
+    load_settlements, strain = _strain(column, mesh, times, steps, paths, options)
+    settlements = _from_bottom(strain * mesh.thicknesses)
     final_water = pore_pressures(column, mesh, options.water_unit_weight, settlements[-1])
     materials = [column.layers[layer].material for layer in mesh.element_layers]
     return ColumnResult(
         column=column,
         mesh=mesh,
         times=times,
-        load_settlements=(strains @ mesh.thicknesses).T,
+        load_settlements=load_settlements,
         settlements=settlements,
         loading=_loading(times, initial, steps),
         initial_total=initial + water,
@@ -129,23 +141,24 @@ def _stress_paths(
     return pressure, paths
 
 
-def _strains(
+def _strain(
     column: Column,
     mesh: Mesh,
     times: Floats,
     steps: Sequence[LoadStep],
     paths: Sequence[StressPath],
     options: Options,
-) -> Floats:
-    """Strain relative to the initial height by the first load step, the first two, and so on.
+) -> tuple[Floats, Floats]:
+    """Settlement of the surface by the first load step, the first two, and so on; final strain.
 
-    Shape (load steps, times, elements). Consolidation holds back primary strain alone; secular
-    strain starts with the load.
+    Shapes (times, load steps) and (times, elements). Strain is relative to the initial height.
+    Consolidation holds back primary strain alone; secular strain starts with the load.
     """
     materials = [column.layers[layer].material for layer in mesh.element_layers]
     primary, secular = primary_constants(materials), secular_constants(materials)
-    strains = np.empty((len(steps), len(times), len(mesh.thicknesses)))
+    load_settlements = np.empty((len(times), len(steps)))
     total = np.zeros((len(times), len(mesh.thicknesses)))
+    strain = total
     for index, (step, path) in enumerate(zip(steps, paths, strict=True)):
         since = times - step.time
         degrees = degrees_of_consolidation(
@@ -153,8 +166,9 @@ def _strains(
         )
         total += degrees[mesh.element_layers].T * primary.strain(path)
         total += secular_factor(since, options.reference_time)[:, None] * secular.strain(path)
-        strains[index] = linear_strain(total) if options.natural_strain else total
-    return strains
+        strain = linear_strain(total) if options.natural_strain else total
+        load_settlements[:, index] = strain @ mesh.thicknesses
+    return load_settlements, strain
 
 
 def _from_bottom(compressions: Floats) -> Floats:
