@@ -1,0 +1,130 @@
+// The tags that open and close blocks, and the index of where they stand in a text.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "output/core/text.hpp"
+
+namespace dsettlement::output {
+
+// The tags that are looked for. Those that can only stand directly behind another one, such as
+// "[Stress Data]", are read in their place and need no index.
+enum class Tag : std::uint8_t {
+  vertical,
+  end_of_vertical,
+  depths,
+  end_of_depths,
+  leakages,
+  end_of_leakages,
+  drained_layers,
+  end_of_drained_layers,
+  stresses,
+  end_of_column_indication,
+  end_of_stress_data,
+  time_settlement_per_load,
+  end_of_time_settlement_per_load,
+  time_dependent_data,
+  end_of_time_dependent_data,
+  vertical_data_at_time,
+  end_of_vertical_data_at_time,
+  residual_settlements,
+  end_of_data_count,
+  end_of_residual_settlement_data,
+};
+
+inline constexpr std::array<std::string_view, 20> tag_names = {
+    "[Vertical]",
+    "[End of Vertical]",
+    "[Depths]",
+    "[End of Depths]",
+    "[Leakages]",
+    "[End of Leakages]",
+    "[Drained Layers]",
+    "[End of Drained Layers]",
+    "[Stresses]",
+    "[End of Column Indication]",
+    "[End of Stress Data]",
+    "[Time-Settlement per Load]",
+    "[End of Time-Settlement per Load]",
+    "[Time-dependent Data]",
+    "[End of Time dependent Data]",
+    "[Vertical Data at Time]",
+    "[End of Vertical Data at Time]",
+    "[RESIDUAL SETTLEMENTS]",
+    "[END OF DATA COUNT]",
+    "[END OF RESIDUAL SETTLEMENT DATA]",
+};
+
+constexpr std::string_view name_of(Tag tag) noexcept {
+  return tag_names[static_cast<std::size_t>(tag)];
+}
+
+// Where one tag stands: its offset from the beginning of the indexed text.
+struct TagMark {
+  std::uint64_t offset : 58;
+  std::uint64_t tag : 6;
+
+  [[nodiscard]] bool is(Tag other) const noexcept {
+    return tag == static_cast<std::uint64_t>(other);
+  }
+};
+
+// All tags of a text in the order in which they stand, found in one pass.
+template <typename Character>
+[[nodiscard]] std::vector<TagMark> index_tags(Text<Character> text);
+
+// The first place of a literal that begins with "[", or null.
+template <typename Character>
+[[nodiscard]] const Character* find_tag(Text<Character> text, std::string_view name);
+
+// A stretch of an indexed text with the tags that stand in it whole.
+template <typename Character>
+class Section {
+ public:
+  Section(Text<Character> text, std::span<const TagMark> tags)
+      : text_(text), origin_(text.begin), tags_(tags) {}
+
+  [[nodiscard]] Text<Character> text() const noexcept { return text_; }
+  [[nodiscard]] std::span<const TagMark> tags() const noexcept { return tags_; }
+
+  [[nodiscard]] const Character* place(const TagMark& mark) const noexcept {
+    return origin_ + mark.offset;
+  }
+  [[nodiscard]] static std::size_t length(const TagMark& mark) noexcept {
+    return tag_names[mark.tag].size();
+  }
+
+  // The tags that begin at `place` or behind it.
+  [[nodiscard]] std::span<const TagMark> tags_from(const Character* place) const noexcept {
+    const auto first = std::lower_bound(
+        tags_.begin(), tags_.end(), place,
+        [this](const TagMark& mark, const Character* at) { return this->place(mark) < at; });
+    return {first, tags_.end()};
+  }
+
+  // A part of this section.
+  [[nodiscard]] Section part(Text<Character> text) const noexcept {
+    Section part(text, tags_from(text.begin));
+    part.origin_ = origin_;
+    std::size_t count = 0;
+    // Tags don't overlap, so those that end in time come first.
+    const auto last = std::partition_point(
+        part.tags_.begin(), part.tags_.end(),
+        [&](const TagMark& mark) { return part.place(mark) + length(mark) <= text.end; });
+    count = static_cast<std::size_t>(last - part.tags_.begin());
+    part.tags_ = part.tags_.first(count);
+    return part;
+  }
+
+ private:
+  Text<Character> text_;
+  const Character* origin_;
+  std::span<const TagMark> tags_;
+};
+
+}  // namespace dsettlement::output
