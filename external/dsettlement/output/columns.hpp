@@ -1,0 +1,114 @@
+// Columns of numbers out of rows of text.
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "host/object.hpp"
+#include "output/core/rows.hpp"
+#include "output/python_numbers.hpp"
+
+namespace dsettlement::output {
+
+// Lists of one length, one per column, that are filled row by row.
+class Columns {
+ public:
+  Columns(std::size_t columns, std::size_t rows) {
+    lists_.reserve(columns);
+    for (std::size_t i = 0; i < columns; ++i) {
+      lists_.push_back(host::Ref::steal(PyList_New(static_cast<Py_ssize_t>(rows))));
+    }
+  }
+
+  void put(std::size_t column, std::size_t row, double number) {
+    put(column, row, host::real(number));
+  }
+  void put(std::size_t column, std::size_t row, host::Ref number) {
+    PyList_SET_ITEM(lists_[column].get(), static_cast<Py_ssize_t>(row), number.release());
+  }
+
+  [[nodiscard]] std::vector<host::Ref> done() { return std::move(lists_); }
+
+ private:
+  std::vector<host::Ref> lists_;
+};
+
+// True if every row can have so many fields: a field takes a character, and so does what stands
+// between two. Where that is not so, some row is too short, and lists need not be made at all;
+// without this question a text with many headers and many short rows would ask for lists of the
+// size of their product.
+template <typename Character>
+[[nodiscard]] bool has_room_for(Text<Character> rows, std::size_t row_count,
+                                std::size_t columns) noexcept {
+  return row_count == 0 || columns <= (rows.size() / row_count + 2) / 2;
+}
+
+// The failure that is met first when the columns are read one after the other, while the rows are
+// read one after the other.
+class FirstFailure {
+ public:
+  explicit FirstFailure(std::size_t columns) : column_(columns) {}
+
+  // The columns in front of the failure, which are all that still matters.
+  [[nodiscard]] std::size_t column() const noexcept { return column_; }
+
+  // Takes the Python error that is set as the failure of a column in front of all others.
+  void take(std::size_t column) {
+    column_ = column;
+    error_ = host::Ref::steal(PyErr_GetRaisedException());
+  }
+
+  void raise_if_any() {
+    if (!error_) return;
+    PyErr_SetRaisedException(error_.release());
+    throw host::ErrorSet{};
+  }
+
+ private:
+  std::size_t column_;
+  host::Ref error_;
+};
+
+// Reads the first fields of all rows and calls put(column, row, number) for each of them. Raises
+// what `[float(row.split()[column]) for row in rows]` raises, column by column.
+template <typename Character, typename Put>
+void read_columns(Text<Character> rows, std::size_t columns, Put&& put) {
+  FirstFailure failure(columns);
+  RowReader<Character> reader(rows);
+  double number = 0.0;
+  Text<Character> text;
+  for (std::size_t row = 0; reader.has_row() && failure.column() > 0; ++row, reader.end_row()) {
+    for (std::size_t column = 0; column < failure.column(); ++column) {
+      try {
+        const Field field = reader.next(number, text);
+        if (field == Field::number) [[likely]] {
+          put(column, row, number);
+        } else if (field == Field::other) {
+          put(column, row, real_by_host(text));
+        } else {
+          raise_missing_element();
+        }
+      } catch (const host::ErrorSet&) {
+        failure.take(column);
+      }
+    }
+  }
+  failure.raise_if_any();
+}
+
+// The first columns of a table as lists, one number per row.
+template <typename Character>
+[[nodiscard]] std::vector<host::Ref> build_columns(Text<Character> rows, std::size_t columns) {
+  if (columns == 0) return {};
+  const std::size_t row_count = count_lines(rows);
+  if (!has_room_for(rows, row_count, columns)) {
+    read_columns(rows, columns, [](std::size_t, std::size_t, const auto&) {});
+  }
+  Columns lists(columns, row_count);
+  read_columns(rows, columns, [&](std::size_t column, std::size_t row, auto&& number) {
+    lists.put(column, row, std::forward<decltype(number)>(number));
+  });
+  return lists.done();
+}
+
+}  // namespace dsettlement::output

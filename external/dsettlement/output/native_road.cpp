@@ -1,0 +1,79 @@
+#include "output/native_road.hpp"
+
+#include "output/core/find_marks.hpp"
+#include "output/python_text.hpp"
+#include "output/residuals.hpp"
+#include "output/vertical.hpp"
+
+namespace dsettlement::output {
+
+using host::Handle;
+using host::Mapping;
+using host::Ref;
+
+namespace {
+
+// Numbers the verticals of a text from 1 and calls make(Section) for the mapping of each.
+template <typename Character, typename Make>
+Ref for_each_vertical(Text<Character> results, Make&& make) {
+  const std::vector<TagMark> tags = index_tags(results);
+  const Section<Character> whole(results, tags);
+  Mapping verticals;
+  Text<Character> left = results;
+  for (long number = 1; const auto vertical = find_vertical(whole.part(left)); ++number) {
+    verticals.put(host::integer(number), make(whole.part(*vertical)));
+    left.begin = vertical->end;
+  }
+  return verticals.done();
+}
+
+}  // namespace
+
+Ref find_results_text(Handle file) {
+  return with_text_of(file, []<typename Character>(Text<Character> text) {
+    const auto results = find_results(text);
+    return results ? python_text(*results) : Ref();
+  });
+}
+
+Ref find_path_text(Handle file) {
+  return with_text_of(file, []<typename Character>(Text<Character> text) {
+    const auto path = find_file_path(text);
+    return path ? python_text(*path) : Ref();
+  });
+}
+
+Ref read_vertical(const State& state, Handle vertical) {
+  return with_text_of(vertical, [&]<typename Character>(Text<Character> text) {
+    const std::vector<TagMark> tags = index_tags(text);
+    return build_vertical(state, Section<Character>(text, tags));
+  });
+}
+
+Ref read_verticals(const State& state, Handle results) {
+  return with_text_of(results, [&]<typename Character>(Text<Character> text) {
+    return for_each_vertical(
+        text, [&](const Section<Character>& vertical) { return build_vertical(state, vertical); });
+  });
+}
+
+Ref read_verticals_with(const State& state, Handle cls, Handle results) {
+  return with_text_of(results, [&]<typename Character>(Text<Character> text) {
+    return for_each_vertical(text, [&](const Section<Character>& vertical) {
+      return host::call_method(cls, state.names.parse_vertical, python_text(vertical.text()));
+    });
+  });
+}
+
+Ref read_residual_settlements(Handle results) {
+  return with_text_of(results, []<typename Character>(Text<Character> text) {
+    const std::vector<TagMark> tags = index_tags(text);
+    const auto block = find_residual_settlements(Section<Character>(text, tags));
+    if (!block) return Mapping().done();
+    std::vector<Ref> headers = split_lines(block->headers);
+    if (!headers.empty()) headers.erase(headers.begin());
+    return build_residuals(headers, block->rows);
+  });
+}
+
+}  // namespace dsettlement::output

@@ -1,0 +1,166 @@
+#include "output/parser.hpp"
+
+#include "host/text.hpp"
+#include "output/native_road.hpp"
+#include "output/pattern_road.hpp"
+
+namespace dsettlement::output {
+
+using host::Arguments;
+using host::Handle;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {host::self, {"sld_file", "StringIO"}};
+constexpr Parameter file_parameters[] = {host::cls, {"sld_file", "str"}};
+constexpr Parameter results_parameters[] = {host::cls, {"results", "str"}};
+constexpr Parameter vertical_parameters[] = {host::cls, {"vertical", "str"}};
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, sld_file] = arguments.first<2>();
+  const State::Names& names = state.names;
+  const Ref file = host::call_method(sld_file, names.getvalue);
+  host::set(self, names.private_results, host::call_method(self, names.parse_results, file));
+  return host::none();
+}
+
+Ref raw_results(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_results);
+}
+
+Ref vertical_results(State& state, Arguments arguments) {
+  const Handle self = arguments[0];
+  const Ref parse = host::get(self, state.names.parse_verticals);
+  return host::call(parse, host::get(self, state.names.private_results));
+}
+
+Ref residual_times(State& state, Arguments arguments) {
+  const Handle self = arguments[0];
+  const Ref parse = host::get(self, state.names.parse_residual_settlements);
+  return host::call(parse, host::get(self, state.names.private_results));
+}
+
+bool is_native(const State& state, Handle cls, Pattern pattern, Handle text) {
+  return is_plain_text(text) && state.patterns.is_original(cls, pattern);
+}
+
+// The last piece of the path in the file, or a word for a file that doesn't tell it.
+Ref name_of_file(const State& state, Handle cls, Handle file) {
+  const Ref path = is_native(state, cls, Pattern::file_name, file) ? find_path_text(file)
+                                                                   : search_path(state, cls, file);
+  if (!path) return Ref::steal(PyUnicode_FromString("sld-file"));
+  return host::item(host::call_method(path, state.names.split, state.names.backslash),
+                    host::integer(-1));
+}
+
+Ref parse_results(State& state, Arguments arguments) {
+  const auto [cls, file] = arguments.first<2>();
+  Ref results = is_native(state, cls, Pattern::results, file) ? find_results_text(file)
+                                                              : search_results(state, cls, file);
+  if (results) return results;
+  host::raise(state.toolkit.parsing_error.original(),
+              host::text("{} contains no [Results]", {name_of_file(state, cls, file)}));
+}
+
+// True if the class reads a vertical with the operation and the patterns it was made with.
+bool reads_verticals_natively(const State& state, Handle cls) {
+  const Ref method = host::get(cls, state.names.parse_vertical);
+  return PyMethod_Check(method.get()) != 0 && PyMethod_GET_SELF(method.get()) == cls &&
+         PyMethod_GET_FUNCTION(method.get()) == state.parse_vertical.get() &&
+         state.patterns.are_original_for_vertical(cls);
+}
+
+Ref parse_verticals(State& state, Arguments arguments) {
+  const auto [cls, results] = arguments.first<2>();
+  if (!is_native(state, cls, Pattern::vertical, results)) {
+    return match_verticals(state, cls, results);
+  }
+  if (reads_verticals_natively(state, cls)) return read_verticals(state, results);
+  return read_verticals_with(state, cls, results);
+}
+
+Ref parse_vertical(State& state, Arguments arguments) {
+  const auto [cls, vertical] = arguments.first<2>();
+  if (is_plain_text(vertical) && state.patterns.are_original_for_vertical(cls)) {
+    return read_vertical(state, vertical);
+  }
+  return match_vertical(state, cls, vertical);
+}
+
+Ref parse_residual_settlements(State& state, Arguments arguments) {
+  const auto [cls, results] = arguments.first<2>();
+  return is_native(state, cls, Pattern::residual_settlements, results)
+             ? read_residual_settlements(results)
+             : match_residual_settlements(state, cls, results);
+}
+
+}  // namespace
+
+void define_parser(const host::Module& module, State& state) {
+  host::ClassBody body(
+      module, "OutputFileParser",
+      "Helper class to extract results from a D-Settlement output file (.sld).\n\n"
+      "Construct it with the text of a finished analysis, then read the results:\n\n"
+      "    parser = OutputFileParser(sld_file)\n"
+      "    parser.vertical_results\n"
+      "    parser.residual_times\n\n"
+      "Nothing is kept between reads: each parses the text afresh and returns new objects.");
+  state.patterns.define(body);
+  body.add(state,
+           host::method<init>(
+               "__init__", init_parameters,
+               "Cut the [Results] block out of the file.\n\n"
+               "sld_file: the output of the analysis; any object whose `getvalue` gives the text "
+               "will do.\n\n"
+               "Raises ParsingError if the text has no [Results] block."));
+  body.add(state, host::property<raw_results>(
+                      "raw_results",
+                      "Raw result data. For convenience, specific data can also be extracted using "
+                      "available methods."));
+  body.add(
+      state,
+      host::property<vertical_results>(
+          "vertical_results",
+          "Returns results for all verticals.\n\n"
+          "A mapping of the vertical's number, from 1, to a mapping with the keys\n\n"
+          "coordinates: `x` and `z` [m], as far as the file has them;\n"
+          "depths, leakages, drained_layers: one number per line of the file; depths in m;\n"
+          "stresses: header to list of numbers [kPa];\n"
+          "time_settlement_per_load: `load_step_count`, `time_step_count`, `time` [days], and "
+          "`load_1` and onwards;\n"
+          "vertical_data: time [days] to a mapping of header to list of numbers.\n\n"
+          "Headers are the lines of the file to the letter. A block that is absent or incomplete "
+          "gives an empty container.\n\n"
+          "Raises ValueError for a field that is no number, and IndexError for a row with too few "
+          "fields."));
+  body.add(state,
+           host::property<residual_times>(
+               "residual_times",
+               "Returns the residual times.\n\n"
+               "A mapping of the vertical's number in the file to a mapping of header, such as "
+               "`Time` and `Settlement`, to a list with one number per row. It is empty if the "
+               "file has no such block.\n\n"
+               "Raises ValueError for a field that is no number, and IndexError for a row with too "
+               "few fields."));
+  body.add(state, host::class_method<parse_results>(
+                      "_parse_results", file_parameters,
+                      "Return the [Results] block of a text, tags included.\n\n"
+                      "Raises ParsingError if there is none."));
+  body.add(state, host::class_method<parse_verticals>(
+                      "_parse_verticals", results_parameters,
+                      "Return the results of all [Vertical] blocks, by number from 1."));
+  body.add(state, host::class_method<parse_vertical>(
+                      "_parse_vertical", vertical_parameters,
+                      "Return the results of one [Vertical] block, given with its tags."));
+  body.add(state,
+           host::class_method<parse_residual_settlements>(
+               "_parse_residual_settlements", results_parameters,
+               "Return the residual settlements: vertical, then header, to a list of numbers."));
+  state.parser = body.make();
+  state.parse_vertical = host::get(host::get(state.parser.original(), state.names.parse_vertical),
+                                   state.names.function);
+}
+
+}  // namespace dsettlement::output

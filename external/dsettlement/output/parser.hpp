@@ -1,0 +1,10 @@
+// The public class OutputFileParser.
+#pragma once
+
+#include "output/state.hpp"
+
+namespace dsettlement::output {
+
+void define_parser(const host::Module& module, State& state);
+
+}  // namespace dsettlement::output

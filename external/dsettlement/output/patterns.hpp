@@ -1,0 +1,48 @@
+// The twelve patterns that define the format, as compiled class attributes.
+#pragma once
+
+#include <array>
+
+#include "host/class_body.hpp"
+
+namespace dsettlement::output {
+
+enum class Pattern : std::uint8_t {
+  file_name,
+  results,
+  vertical,
+  coordinate,
+  time_settlement_per_load,
+  depths,
+  leakages,
+  drained_layers,
+  stresses,
+  time_dependent_data,
+  vertical_data_at_time,
+  residual_settlements,
+};
+
+class Patterns {
+ public:
+  static constexpr std::size_t count = 12;
+
+  explicit Patterns(host::Module& module);
+
+  // Compiles the patterns and enters them into the class body in their order.
+  void define(host::ClassBody& body);
+
+  // The pattern that stands in a class now; a subclass or a test may have put another one there.
+  [[nodiscard]] host::Ref of(host::Handle cls, Pattern pattern) const;
+
+  // True if the class has the pattern that was defined.
+  [[nodiscard]] bool is_original(host::Handle cls, Pattern pattern) const;
+
+  // True if the class has all the patterns that were defined for a vertical.
+  [[nodiscard]] bool are_original_for_vertical(host::Handle cls) const;
+
+ private:
+  std::array<host::Name, count> names_;
+  std::array<host::Slot, count> compiled_;
+};
+
+}  // namespace dsettlement::output
