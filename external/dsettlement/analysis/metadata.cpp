@@ -95,7 +95,8 @@ void define_metadata(const host::Module& module, State& state) {
   body.add(state, host::method<serialize>(
                       "_serialize",
                       "Return the identification block as a new mapping of str to str.\n\n"
-                      "Date and time are those of this call."));
+                      "Date and time are those of this call.")
+                      .returning("dict[str, str]"));
   state.metadata = body.make();
 }
 

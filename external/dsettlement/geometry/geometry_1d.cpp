@@ -14,7 +14,7 @@ namespace {
 
 constexpr Parameter init_parameters[] = {host::self,
                                          {"bottom_level", "float"},
-                                         {"layers", "List[Tuple[float, str]]"},
+                                         {"layers", "list[tuple[float, str]]"},
                                          {"phreatic_level", "float", host::no_object}};
 
 Ref top_of(Handle layer) {
@@ -80,6 +80,7 @@ void define_geometry_1d(const host::Module& module, State& state) {
                        "A column of horizontal layers above a bottom level.\n\n"
                        "A layer reaches down to the top of the next one, the last to the bottom "
                        "level.\n\nphreatic_level: [m], or None.");
+  body.declare("phreatic_level", "float | None");
   body.add(state, host::method<init>(
                       "__init__", init_parameters,
                       "Check the order of the levels and keep the values, the list of layers "
@@ -90,14 +91,18 @@ void define_geometry_1d(const host::Module& module, State& state) {
                       "Raises ModelError if there is no layer or a level is not below the one "
                       "above it."));
   body.add(state, host::property<bottom_level>("bottom_level",
-                                               "Bottom level of the bottom-most layer [m]."));
-  body.add(state, host::property<top_level>("top_level", "Top level of the first layer [m]."));
+                                               "Bottom level of the bottom-most layer [m].")
+                      .returning("float"));
+  body.add(state, host::property<top_level>("top_level", "Top level of the first layer [m].")
+                      .returning("float"));
   body.add(state, host::property<layers>("layers",
                                          "Pairs of top level [m] and material name, from top to "
-                                         "bottom, as a new list."));
+                                         "bottom, as a new list.")
+                      .returning("list[tuple[float, str]]"));
   body.add(state, host::method<serialize>("_serialize",
                                           "Return the geometry's part of the document as a new "
-                                          "mapping."));
+                                          "mapping.")
+                      .returning("dict[str, Any]"));
   state.geometry_1d = body.make();
 }
 

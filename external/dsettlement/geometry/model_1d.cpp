@@ -86,7 +86,7 @@ Ref phreatic_level(State& state, Arguments arguments) {
 
 constexpr Parameter update_parameters[] = {host::self,
                                            {"bottom_level", "float"},
-                                           {"layers", "List[Tuple[float, str]]"},
+                                           {"layers", "list[tuple[float, str]]"},
                                            {"phreatic_level", "float", no_object}};
 
 Ref update_geometry(State& state, Arguments arguments) {
@@ -175,21 +175,28 @@ void define_model_1d(const host::Module& module, State& state) {
   host::ClassBody body(module, "Model1D", class_documentation);
   body.add(state, host::method<init>("__init__", init_parameters, init_documentation));
   body.add(state, host::property<bottom_level>("bottom_level",
-                                               "Bottom level of the bottom-most layer [m]."));
-  body.add(state, host::property<top_level>("top_level", "Top level of the first layer [m]."));
+                                               "Bottom level of the bottom-most layer [m].")
+                      .returning("float"));
+  body.add(state, host::property<top_level>("top_level", "Top level of the first layer [m].")
+                      .returning("float"));
   body.add(state, host::property<layers>("layers",
                                          "Pairs of top level [m] and material name, from top to "
-                                         "bottom, as a new list."));
-  body.add(state, host::property<phreatic_level>("phreatic_level", "Phreatic level [m], or None."));
+                                         "bottom, as a new list.")
+                      .returning("list[tuple[float, str]]"));
+  body.add(state, host::property<phreatic_level>("phreatic_level", "Phreatic level [m], or None.")
+                      .returning("float | None"));
   body.add(state, host::method<update_geometry>("update_geometry", update_parameters,
                                                 update_documentation));
   body.add(state, host::method<serialize>("_serialize",
                                           "Return the model's document as a new mapping: what all "
-                                          "models share, then\n'model_type' and 'geometry'."));
+                                          "models share, then\n'model_type' and 'geometry'.")
+                      .returning("dict[str, Any]"));
   body.add(state, host::property<min_vertical_drains>(
-                      "_min_vertical_drains", "Lowest level for vertical drains [m]: the bottom."));
+                      "_min_vertical_drains", "Lowest level for vertical drains [m]: the bottom.")
+                      .returning("float"));
   body.add(state, host::property<max_vertical_drains>(
-                      "_max_vertical_drains", "Highest level for vertical drains [m]: the top."));
+                      "_max_vertical_drains", "Highest level for vertical drains [m]: the top.")
+                      .returning("float"));
   state.model_1d = body.make({state.model.model.original()});
 }
 

@@ -36,6 +36,10 @@ void ClassBody::add(const char* name, Handle value) {
   members_.put(Name(name), value);
 }
 
+void ClassBody::declare(const char* name, const char* type) {
+  annotations_.put(Name(name), Name(type));
+}
+
 void ClassBody::add_operation(void* state, const Description& description) {
   Ref function =
       make_function(module_.function_type(), module_.object(), state, description, name_);
@@ -59,6 +63,8 @@ Ref ClassBody::make(std::initializer_list<Handle> bases) {
 }
 
 Ref ClassBody::make_with(Handle metaclass, std::initializer_list<Handle> bases) {
+  const Ref annotations = annotations_.done();
+  if (PyDict_GET_SIZE(annotations.get()) > 0) add("__annotations__", annotations);
   return call(metaclass, name_, tuple_of(bases), members_.done());
 }
 

@@ -22,6 +22,9 @@ class ClassBody {
   // Adds a class attribute.
   void add(const char* name, Handle value);
 
+  // Declares an attribute that each object gets from its constructor, as `name: type` would.
+  void declare(const char* name, const char* type);
+
   // Makes the class by calling its metaclass: that of the first base, or `metaclass` where one is
   // given.
   [[nodiscard]] Ref make(std::initializer_list<Handle> bases = {});
@@ -33,6 +36,7 @@ class ClassBody {
   const Module& module_;
   Ref name_;
   Mapping members_;
+  Mapping annotations_;
 };
 
 // A class of named values, made by enum.Enum itself.

@@ -5,7 +5,8 @@
 #include <new>
 
 #include "host/binding.hpp"
-#include "host/object.hpp"
+#include "host/containers.hpp"
+#include "host/name.hpp"
 #include "host/text.hpp"
 
 namespace dsettlement::host {
@@ -91,6 +92,20 @@ PyObject* get_signature(PyObject* self, void* /*closure*/) {
   return guard([&] { return as_function(self).binding.signature(); });
 }
 
+// The declared types as text; they are for readers and tools, and nothing enforces them.
+PyObject* get_annotations(PyObject* self, void* /*closure*/) {
+  return guard([&] {
+    const Description& description = as_function(self).description;
+    Mapping annotations;
+    for (const Parameter& parameter : description.parameters) {
+      if (*parameter.type == '\0') continue;
+      annotations.put(Name(parameter.name), Name(parameter.type));
+    }
+    annotations.put(Name("return"), Name(description.result));
+    return annotations.done();
+  });
+}
+
 PyObject* get_is_abstract(PyObject* self, void* /*closure*/) {
   return boolean(as_function(self).description.is_abstract).release();
 }
@@ -141,6 +156,7 @@ Ref make_function_type(Handle module) {
       {"__module__", get_module_name, nullptr, nullptr, nullptr},
       {"__doc__", get_documentation, nullptr, nullptr, nullptr},
       {"__text_signature__", get_signature, nullptr, nullptr, nullptr},
+      {"__annotations__", get_annotations, nullptr, nullptr, nullptr},
       {"__isabstractmethod__", get_is_abstract, nullptr, nullptr, nullptr},
       {nullptr, nullptr, nullptr, nullptr, nullptr}};
   static PyMethodDef methods[] = {{"__reduce__", reduce, METH_NOARGS, nullptr},

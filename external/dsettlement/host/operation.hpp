@@ -40,6 +40,7 @@ struct Description {
   Entry entry;
   Role role = Role::method;
   bool is_abstract = false;
+  const char* result = "None";
 };
 
 // A description that remembers which state its body needs, so that a class can only be given the
@@ -49,6 +50,12 @@ struct Operation : Description {
   [[nodiscard]] constexpr Operation abstract() const {
     Operation copy = *this;
     copy.is_abstract = true;
+    return copy;
+  }
+  // Declares the type of the result, as an annotation would.
+  [[nodiscard]] constexpr Operation returning(const char* type) const {
+    Operation copy = *this;
+    copy.result = type;
     return copy;
   }
 };

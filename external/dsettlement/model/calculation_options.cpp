@@ -24,7 +24,7 @@ constexpr Parameter parameters[] = {
     keyword_only("reliability_analysis", "bool", flag(false)),
     keyword_only("fit_for_settlement_plate", "bool", flag(false)),
     keyword_only("horizontal_displacements", "bool", flag(false)),
-    keyword_only("limits", "Tuple[float, float]", host::pair(0.0, 100.0)),
+    keyword_only("limits", "tuple[float, float]", host::pair(0.0, 100.0)),
     keyword_only("water_unit_weight", "float", number(9.81)),
     keyword_only("verticals_discretization", "int", number(100)),
     keyword_only("verticals_z_coordinate", "float", number(0.0)),

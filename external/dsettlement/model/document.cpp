@@ -54,12 +54,16 @@ Ref make_verticals(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> serialize = host::method<make_document>(
-    "_serialize",
-    "Return the part of the model document that all models share, as a new mapping.\n\n"
-    "A concrete model adds its geometry behind these keys. The model stays as it is.");
+constinit const host::Operation<State> serialize =
+    host::method<make_document>(
+        "_serialize",
+        "Return the part of the model document that all models share, as a new mapping.\n\n"
+        "A concrete model adds its geometry behind these keys. The model stays as it is.")
+        .returning("dict[str, Any]");
 
-constinit const host::Operation<State> serialize_verticals = host::method<make_verticals>(
-    "_serialize_verticals", "Return a new list with the document of each vertical.");
+constinit const host::Operation<State> serialize_verticals =
+    host::method<make_verticals>("_serialize_verticals",
+                                 "Return a new list with the document of each vertical.")
+        .returning("list[dict[str, Any]]");
 
 }  // namespace dsettlement::model

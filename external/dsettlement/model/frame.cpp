@@ -48,8 +48,10 @@ void define_model(const host::Module& module, State& state, soil::State& soil,
 
   body.add(state, construct.abstract());
   body.add(state, host::property<materials>(
-                      "materials", "The materials by name, as a new mapping of str to _Material."));
-  body.add(state, host::property<verticals>("verticals", "The verticals, as a new list."));
+                      "materials", "The materials by name, as a new mapping of str to _Material.")
+                      .returning("dict[str, _Material]"));
+  body.add(state, host::property<verticals>("verticals", "The verticals, as a new list.")
+                      .returning("list[_Vertical]"));
   body.add(soil, soil::create_material);
   body.add(soil, soil::create_uniform_load);
   body.add(state, set_calculation_times);
@@ -64,9 +66,11 @@ void define_model(const host::Module& module, State& state, soil::State& soil,
   body.add(soil, soil::serialize_other_loads);
   body.add(state, host::property<left_to_concrete_models>("_min_vertical_drains",
                                                           "Lowest level for vertical drains [m].")
+                      .returning("float")
                       .abstract());
   body.add(state, host::property<left_to_concrete_models>("_max_vertical_drains",
                                                           "Highest level for vertical drains [m].")
+                      .returning("float")
                       .abstract());
   state.model = body.make_with(state.toolkit.abstract_metaclass.original());
 }

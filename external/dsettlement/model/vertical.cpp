@@ -35,9 +35,10 @@ void define_vertical(const host::Module& module, State& state) {
   body.add(state, host::method<init>("__init__", init_parameters,
                                      "Keep the position.\n\n"
                                      "x: x coordinate [m]; kept as given."));
-  body.add(state, host::property<x>("x", "x coordinate [m]."));
+  body.add(state, host::property<x>("x", "x coordinate [m].").returning("float"));
   body.add(state,
-           host::method<serialize>("_serialize", "Return a new mapping with the one key 'x'."));
+           host::method<serialize>("_serialize", "Return a new mapping with the one key 'x'.")
+               .returning("dict[str, Any]"));
   state.vertical = body.make();
 }
 

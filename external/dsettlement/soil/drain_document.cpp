@@ -60,8 +60,10 @@ Ref make_document(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> serialize_drain = host::method<make_document>(
-    "_serialize",
-    "Return the drain's part of the document, always the same 17 keys, as a new mapping.");
+constinit const host::Operation<State> serialize_drain =
+    host::method<make_document>(
+        "_serialize",
+        "Return the drain's part of the document, always the same 17 keys, as a new mapping.")
+        .returning("dict[str, Any]");
 
 }  // namespace dsettlement::soil

@@ -46,6 +46,10 @@ void define_drain_schedule(const host::Module& module, State& state) {
       "    sand wall.";
   host::ClassBody body(module, "DrainageSimpleMode",
                        "Simple drainage schema; to be used in VerticalDrain");
+  body.declare("begin_time", "float");
+  body.declare("end_time", "float");
+  body.declare("underpressure", "float");
+  body.declare("dewatering_head_or_pressure", "float");
   body.add(state, host::method<init>("__init__", init_parameters, fields));
   state.drainage_simple_mode = body.make();
 }

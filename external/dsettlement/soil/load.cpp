@@ -20,6 +20,7 @@ constexpr auto abstract_serialize =
     host::method<left_to_concrete_loads>("_serialize", serialize_parameters,
                                          "Return the load's part of the document as a new "
                                          "mapping.\n\nname: the name of the load.")
+        .returning("dict[str, Any]")
         .abstract();
 
 constexpr Parameter init_parameters[] = {host::self,
@@ -73,6 +74,10 @@ void define_loads(const host::Module& module, State& state) {
                                "unit_weight: [kN/m³].\n"
                                "height: [m].\n"
                                "y_application: level of application [m].");
+  uniform_load.declare("time", "int");
+  uniform_load.declare("unit_weight", "float");
+  uniform_load.declare("height", "float");
+  uniform_load.declare("y_application", "float");
   uniform_load.add(state, host::method<init>("__init__", init_parameters,
                                              "Keep the four values; nothing is checked.\n\n"
                                              "time: [days]; -1 marks an initial load.\n"
@@ -82,7 +87,8 @@ void define_loads(const host::Module& module, State& state) {
   uniform_load.add(
       state, host::method<serialize>("_serialize", serialize_parameters,
                                      "Return the load's part of the document as a new mapping.\n\n"
-                                     "name: the name of the load, which the load does not know."));
+                                     "name: the name of the load, which the load does not know.")
+                 .returning("dict[str, Any]"));
   state.uniform_load = uniform_load.make({state.other_load.original()});
 }
 

@@ -72,13 +72,16 @@ constinit const host::Operation<State> add_other_load =
                                    "load: the load.\n\n"
                                    "Raises ModelError if the name exists already.");
 
-constinit const host::Operation<State> serialize_other_loads = host::method<list_other_loads>(
-    "_serialize_other_loads",
-    "Return a new list with the document of each other load, in the order of creation.");
+constinit const host::Operation<State> serialize_other_loads =
+    host::method<list_other_loads>(
+        "_serialize_other_loads",
+        "Return a new list with the document of each other load, in the order of creation.")
+        .returning("list[dict[str, Any]]");
 
 constinit const host::Operation<State> serialize_non_uniform_loads =
     host::method<list_non_uniform_loads>(
         "_serialize_non_uniform_loads",
-        "Return a new list with the document of each non-uniform load, in the order of creation.");
+        "Return a new list with the document of each non-uniform load, in the order of creation.")
+        .returning("list[dict[str, Any]]");
 
 }  // namespace dsettlement::soil

@@ -53,6 +53,8 @@ void define_material(const host::Module& module, State& state) {
                        "A record of soil parameters, which layers refer to by its name.\n\n"
                        "gam_dry: unit weight above the phreatic level [kN/m³].\n"
                        "gam_wet: unit weight below the phreatic level [kN/m³].");
+  body.declare("gam_dry", "float");
+  body.declare("gam_wet", "float");
   body.add(state,
            host::method<init>("__init__", init_parameters,
                               "Keep the parameters; nothing is checked.\n\n"
@@ -60,11 +62,13 @@ void define_material(const host::Module& module, State& state) {
                               "gam_wet: unit weight below the phreatic level [kN/m³].\n"
                               "color: colour for visualisation; a random one if it is not given.\n"
                               "kwargs: all other soil parameters, by their keys in the document."));
-  body.add(state, host::property<color>("color", "Colour for visualisation in D-Settlement."));
+  body.add(state, host::property<color>("color", "Colour for visualisation in D-Settlement.")
+                      .returning("Color"));
   body.add(state, host::method<serialize>(
                       "_serialize", serialize_parameters,
                       "Return the material's part of the document as a new mapping.\n\n"
-                      "name: the name of the material, which the record does not know."));
+                      "name: the name of the material, which the record does not know.")
+                      .returning("dict[str, Any]"));
   state.material = body.make();
 }
 

@@ -85,8 +85,9 @@ constinit const host::Operation<State> create_material = host::method<enter_mate
     "integers.\n\n"
     "Raises ModelError if the name exists already or is too long; the model then stays as it was.");
 
-constinit const host::Operation<State> serialize_materials = host::method<make_list>(
-    "_serialize_materials",
-    "Return a new list with the document of each material, sorted by name.");
+constinit const host::Operation<State> serialize_materials =
+    host::method<make_list>("_serialize_materials",
+                            "Return a new list with the document of each material, sorted by name.")
+        .returning("list[dict[str, Any]]");
 
 }  // namespace dsettlement::soil

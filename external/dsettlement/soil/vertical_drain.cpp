@@ -26,7 +26,7 @@ constexpr Parameter init_parameters[] = {
     {"grid", "DrainGrid", no_object},
     {"start_of_drainage", "float", no_object},
     {"phreatic_level_in_drain", "float", no_object},
-    {"schedule", "Union[DrainageSimpleMode, List[Tuple[float, float, float]]]", no_object}};
+    {"schedule", "DrainageSimpleMode | list[tuple[float, float, float]]", no_object}};
 
 Ref init(State& state, Arguments arguments) {
   const auto [self, drain_type, range_from, range_to, bottom_position, center_to_center,
@@ -81,9 +81,15 @@ void define_vertical_drain(const host::Module& module, State& state) {
   host::ClassBody body(module, "VerticalDrain",
                        "The vertical drains of a model: what they are, where they are, and the "
                        "schedule of their dewatering.\n\nDoesn't change after construction.");
+  body.declare("range_from", "float");
+  body.declare("range_to", "float");
+  body.declare("bottom_position", "float");
+  body.declare("center_to_center", "float");
+  body.declare("width_diameter", "float");
   body.add(state, host::method<init>("__init__", init_parameters, fields));
-  body.add(state, host::property<position_drain>("position_drain",
-                                                 "Level of the drain pipe [m], or None."));
+  body.add(state,
+           host::property<position_drain>("position_drain", "Level of the drain pipe [m], or None.")
+               .returning("float | None"));
   body.add(state, serialize_drain);
   state.vertical_drain = body.make();
 }
