@@ -5,7 +5,7 @@ from dataclasses import dataclass
 from typing import Self
 
 
-@dataclass(frozen=True, slots=True)
+@dataclass(frozen=True)
 class Color:
     """A colour of three channels.
 

@@ -36,8 +36,10 @@ def exponent(value: float, decimals: int, places: int = 2, width: int = 0) -> st
         width: Characters at least.
     """
     exact = Decimal(repr(value + 0.0))
-    needed = exact.adjusted() - _last_place(exact) if exact else 0
-    mantissa, _, power = f"{float(exact):.{max(decimals, needed)}E}".partition("E")
+    needed = exact.adjusted() - _last_place(exact)
+    # The exponent of a decimal zero depends on its digits: it is written by hand.
+    text = f"{exact:.{max(decimals, needed)}E}" if exact else f"{0:.{decimals}f}E+0"
+    mantissa, _, power = text.partition("E")
     return f"{mantissa}E{power[0]}{power[1:].zfill(places)}".rjust(width)
 
 

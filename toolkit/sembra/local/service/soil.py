@@ -159,7 +159,7 @@ LINES: tuple[Parameter | Constant, ...] = (
 )
 """The lines of a material behind its name, in the order of the file."""
 
-UNWRITTEN = ("limit_stress",)
+UNWRITTEN = ("cohesion", "phi", "limit_stress")
 """Keys of the document that this version of the file has no line for."""
 
 _FIELDS: dict[str, Any] = {

@@ -18,8 +18,6 @@ def _whole(value: Any) -> Any:
 def _single_line(text: str) -> str:
     if any(character < " " or character in "\x7f\x85\u2028\u2029" for character in text):
         raise ValueError("must be a single line without control characters")
-    if any("\ud800" <= character <= "\udfff" for character in text):
-        raise ValueError("has a character that can't be written")
     return text
 
 
