@@ -12,6 +12,7 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 export CMAKE_BUILD_PARALLEL_LEVEL ?= $(JOBS)
 
 MODULE := CMakeLists.txt $(shell find external -type f)
+CXX_FILES := $(shell find external -name '*.[ch]pp')
 LOCAL_EDITION := $(shell find toolkit -type f -not -name '*.pyc')
 
 # Stamps: what has been done to the virtual environment, and when.
@@ -30,6 +31,19 @@ build: $(BUILT)  ## leave .venv with the module and the local edition installed
 
 test: $(BUILT) $(STAMPS)/test  ## run the whole test suite
 	$(BIN)/python -m pytest $(TESTS)
+
+lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type checkers and the stub checker
+	$(BIN)/python -m ruff format --check .
+	$(BIN)/python -m ruff check .
+	$(BIN)/python -m mypy
+	$(BIN)/python scripts/make-stubs --check
+	$(BIN)/python -m mypy.stubtest sembra.external.dsettlement
+	$(BIN)/clang-format --dry-run --Werror $(CXX_FILES)
+	$(BIN)/cmake -S . -B build/lint -G Ninja -DCMAKE_MAKE_PROGRAM=$(abspath $(BIN)/ninja) \
+	  -DPython_EXECUTABLE=$(abspath $(BIN)/python) -DCMAKE_BUILD_TYPE=Debug -DDSETTLEMENT_WERROR=ON
+	$(BIN)/cmake --build build/lint
+	printf '%s\n' $(filter %.cpp,$(CXX_FILES)) | \
+	  xargs -P $(JOBS) -n 1 $(BIN)/clang-tidy -p build/lint --quiet
 
 clean:  ## remove all that the other targets made
 	rm -rf $(VENV) build demo site fuzz-findings
