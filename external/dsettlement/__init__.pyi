@@ -1,0 +1,798 @@
+# Made by scripts/make-stubs from the module itself; change the module and run it again.
+"""D-Settlement calculations: models in memory, input files, analyses and their results.
+
+Build a Model1D or a Model2D, call its generate_input_file, hand the file to a
+DSettlementAnalysis, execute it, and read the result file with an OutputFileParser.
+
+Units throughout: metres for levels and coordinates, days for times, kN/m³ for unit weights,
+kPa for pressures. Nothing is converted.
+"""
+
+from abc import ABCMeta, abstractmethod
+from enum import Enum
+from io import BytesIO, StringIO
+from typing import Any, ClassVar, Literal, overload
+
+from sembra.core import Color, File
+from sembra.external.external_program import ExternalProgram, _JobContent
+
+__all__ = [
+    "CalculationModel",
+    "ConsolidationModel",
+    "DSettlementAnalysis",
+    "DrainGrid",
+    "DrainType",
+    "DrainageSimpleMode",
+    "Metadata",
+    "Model1D",
+    "VerticalDrain",
+]
+
+class CalculationModel(Enum):
+    """The relation between stress, time and strain with which settlements are calculated.
+
+    NEN_KOPPEJAN: Koppejan's model; strain is linear or natural, as `natural_strain` says.
+    NEN_BJERRUM: Bjerrum's model; strain is always linear.
+    ISOTACHE: the a,b,c isotache model; strain is always natural.
+    """
+
+    NEN_KOPPEJAN = 0
+    NEN_BJERRUM = 1
+    ISOTACHE = 2
+
+class ConsolidationModel(Enum):
+    """The way in which the dissipation of excess pore pressure is calculated.
+
+    DARCY: flow between the layers by Darcy's law.
+    TERZAGHI: Terzaghi's degree of consolidation, layer by layer.
+    """
+
+    DARCY = 0
+    TERZAGHI = 1
+
+class _Vertical:
+    """A position along the x axis of the geometry for which D-Settlement reports results.
+
+    Each object is equal only to itself.
+    """
+    def __init__(self, x: float) -> None:
+        """Keep the position.
+
+        x: x coordinate [m]; kept as given.
+        """
+    @property
+    def x(self) -> float:
+        """x coordinate [m]."""
+    def _serialize(self) -> dict[str, Any]:
+        """Return a new mapping with the one key 'x'."""
+
+class _Material:
+    """A record of soil parameters, which layers refer to by its name.
+
+    gam_dry: unit weight above the phreatic level [kN/m³].
+    gam_wet: unit weight below the phreatic level [kN/m³].
+    """
+
+    gam_dry: float
+    gam_wet: float
+    def __init__(
+        self, gam_dry: float, gam_wet: float, color: Color | None = None, **kwargs: Any
+    ) -> None:
+        """Keep the parameters; nothing is checked.
+
+        gam_dry: unit weight above the phreatic level [kN/m³].
+        gam_wet: unit weight below the phreatic level [kN/m³].
+        color: colour for visualisation; a random one if it is not given.
+        kwargs: all other soil parameters, by their keys in the document.
+        """
+    @property
+    def color(self) -> Color:
+        """Colour for visualisation in D-Settlement."""
+    def _serialize(self, name: str) -> dict[str, Any]:
+        """Return the material's part of the document as a new mapping.
+
+        name: the name of the material, which the record does not know.
+        """
+
+class _Load(metaclass=ABCMeta):
+    """A weight placed on the model at a given time."""
+    @abstractmethod
+    def _serialize(self, name: str) -> dict[str, Any]:
+        """Return the load's part of the document as a new mapping.
+
+        name: the name of the load.
+        """
+
+class _OtherLoad(_Load):
+    """A load that is described by numbers alone, without points."""
+    @abstractmethod
+    def _serialize(self, name: str) -> dict[str, Any]:
+        """Return the load's part of the document as a new mapping.
+
+        name: the name of the load.
+        """
+
+class _UniformLoad(_OtherLoad):
+    """A load of the same weight everywhere.
+
+    time: the moment of application [days]; -1 marks an initial load.
+    unit_weight: [kN/m³].
+    height: [m].
+    y_application: level of application [m].
+    """
+
+    time: int
+    unit_weight: float
+    height: float
+    y_application: float
+    def __init__(self, time: int, unit_weight: float, height: float, y_application: float) -> None:
+        """Keep the four values; nothing is checked.
+
+        time: [days]; -1 marks an initial load.
+        unit_weight: [kN/m³].
+        height: [m].
+        y_application: [m].
+        """
+    def _serialize(self, name: str) -> dict[str, Any]:
+        """Return the load's part of the document as a new mapping.
+
+        name: the name of the load, which the load does not know.
+        """
+
+class DrainType(Enum):
+    """The kind of vertical drain: strip, column or sand wall.
+
+    A member is equal only to itself.
+    """
+
+    STRIP = 0
+    COLUMN = 1
+    SAND_WALL = 2
+
+class DrainGrid(Enum):
+    """The grid in which strips or columns are placed.
+
+    A member is equal only to itself.
+    """
+
+    TRIANGULAR = 0
+    RECTANGULAR = 1
+    UNDETERMINED = 2
+
+class DrainageSimpleMode:
+    """Simple drainage schema; to be used in VerticalDrain"""
+
+    begin_time: float
+    end_time: float
+    underpressure: float
+    dewatering_head_or_pressure: float
+    def __init__(
+        self,
+        begin_time: float,
+        end_time: float,
+        underpressure: float,
+        dewatering_head_or_pressure: float,
+    ) -> None:
+        """begin_time: start of the dewatering [days].
+        end_time: end of the dewatering [days].
+        underpressure: [kPa].
+        dewatering_head_or_pressure: water head [m], or tube pressure [kPa] if the drain is a
+            sand wall.
+        """
+
+class VerticalDrain:
+    """The vertical drains of a model: what they are, where they are, and the schedule of their dewatering.
+
+    Doesn't change after construction.
+    """
+
+    range_from: float
+    range_to: float
+    bottom_position: float
+    center_to_center: float
+    width_diameter: float
+    def __init__(
+        self,
+        drain_type: DrainType,
+        range_from: float,
+        range_to: float,
+        bottom_position: float,
+        center_to_center: float,
+        width_diameter: float,
+        thickness: float | None = None,
+        position_drain: float | None = None,
+        grid: DrainGrid | None = None,
+        start_of_drainage: float | None = None,
+        phreatic_level_in_drain: float | None = None,
+        schedule: DrainageSimpleMode | list[tuple[float, float, float]] | None = None,
+    ) -> None:
+        """drain_type: kind of drain.
+        range_from, range_to: range along x over which drainage takes place [m].
+        bottom_position: level of the bottom of the drains [m].
+        center_to_center: distance between the centres of drains [m], from 0.001 to 1000.
+        width_diameter: width of the drains, or diameter for COLUMN [m], from 0.001 to 1000.
+        thickness: thickness of a strip [m], from 0.001 to 1000; must be set for STRIP.
+        position_drain: level of the drain pipe [m]; must be set for SAND_WALL with a schedule.
+        grid: grid of the drains; must be set for STRIP and COLUMN.
+        start_of_drainage: [days], from 0 to 100000; must be set unless the schedule is a list.
+        phreatic_level_in_drain: [m]; must be set unless the schedule is a list.
+        schedule: None; a DrainageSimpleMode; or a list of triples of time [days], underpressure
+            [kPa] and water head [m] (tube pressure [kPa] for SAND_WALL).
+
+        Raises ModelError for the first value that is missing or out of its range.
+        """
+    @property
+    def position_drain(self) -> float | None:
+        """Level of the drain pipe [m], or None."""
+    def _serialize(self) -> dict[str, Any]:
+        """Return the drain's part of the document, always the same 17 keys, as a new mapping."""
+
+class Metadata:
+    """The identification block of an input file.
+
+    Doesn't change after construction and serves any number of generations.
+    """
+    def __init__(
+        self,
+        file_name: str = "-",
+        company: str = "-",
+        created_by: str = "-",
+        title_1: str = "-",
+        title_2: str = "-",
+        title_3: str = "-",
+        write_date: bool = False,
+        write_time: bool = False,
+    ) -> None:
+        """file_name: name of the input file as the file itself tells it.
+        company: company that the calculation is made for.
+        created_by: who or what made the file.
+        title_1, title_2, title_3: titles of the calculation, at most 50 characters each.
+        write_date: whether the date of generation is written; else 01/01/1900.
+        write_time: whether the time of generation is written; else 00:00:00.
+
+        Raises ModelError for the first title that is too long.
+        """
+    def _serialize(self) -> dict[str, str]:
+        """Return the identification block as a new mapping of str to str.
+
+        Date and time are those of this call.
+        """
+
+class _Model(metaclass=ABCMeta):
+    """What one-dimensional and two-dimensional models have in common: calculation options,
+    materials, loads, verticals, calculation times and the generation of the input file.
+
+    Units: metres for levels and coordinates, days for times, kN/m³ for unit weights, kPa for
+    pressures. Values are kept as given; nothing is converted.
+    """
+
+    _SOIL_VERSION: ClassVar[int]
+    _GEOMETRY_VERSION: ClassVar[int]
+    _DSETTLEMENT_VERSION: ClassVar[int]
+    _DEFAULT_MATERIALS: ClassVar[dict[str, tuple[float, float, Color]]]
+    _DEFAULT_VERTICAL_DRAIN: ClassVar[VerticalDrain]
+    @abstractmethod
+    def __init__(
+        self,
+        calculation_model: CalculationModel,
+        consolidation_model: ConsolidationModel,
+        create_default_materials: bool = True,
+        *,
+        natural_strain: bool = False,
+        reliability_analysis: bool = False,
+        fit_for_settlement_plate: bool = False,
+        horizontal_displacements: bool = False,
+        limits: tuple[float, float] = (0.0, 100.0),
+        water_unit_weight: float = 9.81,
+        verticals_discretization: int = 100,
+        verticals_z_coordinate: float = 0.0,
+        maintain_profile: bool = False,
+        profile_time: int = 0,
+        profile_unit_weight_above_phreatic_level: float = 10.0,
+        profile_unit_weight_below_phreatic_level: float = 10.0,
+        end_of_settlement_calculation: int = 10000,
+        stress_distribution_loads: bool = False,
+        vertical_drain: VerticalDrain | None = None,
+    ) -> None:
+        """Check and keep the calculation options, and enter the default materials.
+
+        calculation_model: the calculation model.
+        consolidation_model: the consolidation model; not checked here.
+        create_default_materials: whether to start with the default materials or with none.
+        natural_strain: natural strain if true, linear strain if false; only NEN_KOPPEJAN listens.
+        reliability_analysis, fit_for_settlement_plate, horizontal_displacements: kept, and part of
+            no document.
+        limits: left and right limit of the model [m].
+        water_unit_weight: [kN/m³]; kept, and part of no document.
+        verticals_discretization: number of elements along a vertical, from 5 to 500.
+        verticals_z_coordinate: z coordinate of the verticals [m].
+        maintain_profile: whether the profile is maintained by superelevation.
+        profile_time: time of the superelevation [days], from 0 to 100000 and not above
+            end_of_settlement_calculation.
+        profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:
+            unit weight of the superelevation [kN/m³].
+        end_of_settlement_calculation: [days].
+        stress_distribution_loads: True for "Simulate", False for "None".
+        vertical_drain: the vertical drains, or None for a model without.
+
+        Raises ModelError if an option is out of its range, KeyError if calculation_model is not a
+        member of CalculationModel.
+        """
+    @property
+    def materials(self) -> dict[str, _Material]:
+        """The materials by name, as a new mapping of str to _Material."""
+    @property
+    def verticals(self) -> list[_Vertical]:
+        """The verticals, as a new list."""
+    def create_material(
+        self,
+        name: str,
+        gam_dry: float,
+        gam_wet: float,
+        color: Color | None = None,
+        *,
+        initial_void_ratio: float = 0.0,
+        cohesion: float = 0.0,
+        phi: float = 0.0,
+        precon_isotache_type: int = 0,
+        precon_koppejan_type: int = 0,
+        use_equivalent_age: int = 0,
+        equivalent_age: float = 0.0,
+        pc: float = 0.0,
+        ocr: float = 1.0,
+        pop: float = 0.0,
+        limit_stress: float = 1.0,
+        drained: int = 0,
+        ap_as_approximation_by_cp_cs: int = 0,
+        cv: float = 10.0,
+        permeability_ver: float = 0.05,
+        permeability_hor_factor: float = 1.0,
+        storage_type: int = 0,
+        permeability_strain_modulus: float = 1000000000000000.0,
+        use_prob_defaults: int = 1,
+        std_gam_dry: float = 0.0,
+        std_gam_wet: float = 0.0,
+        std_cv: float = 0.0,
+        std_pc: float = 0.0,
+        std_pri_comp_index: float = 0.0,
+        std_sec_comp_index: float = 0.0,
+        std_sec_comp_rate: float = 0.0,
+        std_ocr: float = 0.0,
+        std_permeability_ver: float = 0.0,
+        std_pop: float = 0.0,
+        std_permeability_hor_factor: float = 0.0,
+        std_initial_void_ratio: float = 0.0,
+        std_permeability_strain_modulus: float = 0.0,
+        std_limit_stress: float = 0.0,
+        std_cp: float = 0.0,
+        std_cp1: float = 0.0,
+        std_cs: float = 0.0,
+        std_cs1: float = 0.0,
+        std_ap: float = 0.0,
+        std_asec: float = 0.0,
+        std_car: float = 0.0,
+        std_ca: float = 0.0,
+        std_r_ratio: float = 0.0,
+        std_c_ratio: float = 0.0,
+        std_s_ratio: float = 0.0,
+        std_cr_index: float = 0.0,
+        std_cc_index: float = 0.0,
+        std_csw_index: float = 0.0,
+        dist_gam_dry: int = 2,
+        dist_gam_wet: int = 2,
+        dist_cv: int = 2,
+        dist_pc: int = 2,
+        dist_pri_comp_index: int = 2,
+        dist_sec_comp_index: int = 2,
+        dist_sec_comp_rate: int = 2,
+        dist_ocr: int = 2,
+        dist_permeability_ver: int = 2,
+        dist_pop: int = 2,
+        dist_permeability_hor_factor: int = 2,
+        dist_initial_void_ratio: int = 2,
+        dist_permeability_strain_modulus: int = 2,
+        dist_limit_stress: int = 2,
+        dist_cp: int = 2,
+        dist_cp1: int = 2,
+        dist_cs: int = 2,
+        dist_cs1: int = 2,
+        dist_ap: int = 2,
+        dist_asec: int = 2,
+        dist_car: int = 2,
+        dist_ca: int = 2,
+        dist_r_ratio: int = 2,
+        dist_c_ratio: int = 2,
+        dist_s_ratio: int = 2,
+        dist_cr_index: int = 2,
+        dist_cc_index: int = 2,
+        dist_csw_index: int = 2,
+        cor_cp_cp1: float = 0.0,
+        cor_cs_cp1: float = 0.0,
+        cor_cs1_cp1: float = 0.0,
+        cor_ap_cp1: float = 0.0,
+        cor_asec_cp1: float = 0.0,
+        cor_cr_index_cc_index: float = 0.0,
+        cor_r_ratio_c_ratio: float = 0.0,
+        cor_ca_cc_index_or_c_ratio: float = 0.0,
+        cor_pri_comp_index_sec_comp_index: float = 0.0,
+        cor_sec_comp_rate_sec_comp_index: float = 0.0,
+        cp: float = 1.0,
+        cp1: float = 1.0,
+        cs: float = 1.0,
+        cs1: float = 1.0,
+        ap: float = 1.0,
+        asec: float = 1.0,
+        car: float = 0.0,
+        ca: float = 1.0,
+        comp_ratio: int = 1,
+        r_ratio: float = 1.0,
+        c_ratio: float = 1.0,
+        s_ratio: float = 0.0,
+        cr_index: float = 1.0,
+        cc_index: float = 1.0,
+        csw_index: float = 0.0,
+        pri_comp_index: float = 0.01,
+        sec_comp_index: float = 0.1,
+        sec_comp_rate: float = 0.005,
+        horizontal_behaviour_type: int = 2,
+        elasticity: float = 1000.0,
+        default_elasticity: int = 1,
+    ) -> None:
+        """Create a material, for layers to refer to by its name.
+
+        name: name of the material, at most 25 characters; must be new in this model.
+        gam_dry: unit weight above the phreatic level [kN/m³].
+        gam_wet: unit weight below the phreatic level [kN/m³].
+        color: colour for visualisation in D-Settlement; a random one if it is not given.
+
+        All further soil parameters are given by keyword and go to the input file as they are:
+        base values, standard deviations (std_...), distributions (dist_...), correlations (cor_...),
+        compression parameters and horizontal behaviour. Stresses are in [kPa], permeabilities in
+        [m/day], the consolidation coefficient cv in [m²/s]; codes are D-Settlement's own integers.
+
+        Raises ModelError if the name exists already or is too long; the model then stays as it was.
+        """
+    def create_uniform_load(
+        self, name: str, time: int, unit_weight: float, height: float, y_application: float
+    ) -> None:
+        """Create a load of the same weight everywhere.
+
+        name: name of the load, of any length; must be new among the uniform loads of this model.
+        time: the moment of application [days]; -1 marks an initial load.
+        unit_weight: [kN/m³].
+        height: [m].
+        y_application: level of application [m].
+
+        Raises ModelError if the name exists already; the earlier load then stays.
+        """
+    def set_calculation_times(self, *time: int) -> None:
+        """Set the times at which results are obtained, in place of those set before.
+
+        time: any number of different times [days], each from 0 to the end of the settlement
+            calculation; their order is kept.
+
+        Raises ModelError if two times are equal or one is out of range; the times set before then
+        stay.
+        """
+    def _generate_input(
+        self, metadata: Metadata | None = None, dissipation_calculation: _Vertical | None = None
+    ) -> dict[str, Any]:
+        """Return the complete document of the model, as a new mapping.
+
+        metadata: identification block; one with all defaults if it is not given.
+        dissipation_calculation: vertical at which dissipation is calculated, or None.
+
+        Raises ModelError if the model is not fit to be calculated.
+        """
+    @overload
+    def generate_input_file(
+        self,
+        metadata: Metadata | None = None,
+        *,
+        dissipation_calculation: _Vertical | None = None,
+        as_file: Literal[False] = False,
+    ) -> BytesIO:
+        """Check the model and return its D-Settlement input file (.sli).
+
+        metadata: identification block of the file; one with all defaults if it is not given.
+        dissipation_calculation: vertical of the model at which a dissipation calculation is added,
+            or None for no such calculation.
+        as_file: whether to return a File instead of a BytesIO.
+
+        Returns the content of the file in UTF-8, as a BytesIO at its start, or as a File. The model
+        stays as it is, and the same model gives the same file, unless the metadata asks for date or
+        time.
+
+        Raises ModelError if the model is not fit to be calculated; no request is made then. Raises
+        Exception, with the InternalError as its cause, if the template-filling service fails.
+        """
+    @overload
+    def generate_input_file(
+        self,
+        metadata: Metadata | None = None,
+        *,
+        dissipation_calculation: _Vertical | None = None,
+        as_file: Literal[True],
+    ) -> File:
+        """Check the model and return its D-Settlement input file (.sli).
+
+        metadata: identification block of the file; one with all defaults if it is not given.
+        dissipation_calculation: vertical of the model at which a dissipation calculation is added,
+            or None for no such calculation.
+        as_file: whether to return a File instead of a BytesIO.
+
+        Returns the content of the file in UTF-8, as a BytesIO at its start, or as a File. The model
+        stays as it is, and the same model gives the same file, unless the metadata asks for date or
+        time.
+
+        Raises ModelError if the model is not fit to be calculated; no request is made then. Raises
+        Exception, with the InternalError as its cause, if the template-filling service fails.
+        """
+    @overload
+    def generate_input_file(
+        self,
+        metadata: Metadata | None = None,
+        *,
+        dissipation_calculation: _Vertical | None = None,
+        as_file: bool = False,
+    ) -> BytesIO | File:
+        """Check the model and return its D-Settlement input file (.sli).
+
+        metadata: identification block of the file; one with all defaults if it is not given.
+        dissipation_calculation: vertical of the model at which a dissipation calculation is added,
+            or None for no such calculation.
+        as_file: whether to return a File instead of a BytesIO.
+
+        Returns the content of the file in UTF-8, as a BytesIO at its start, or as a File. The model
+        stays as it is, and the same model gives the same file, unless the metadata asks for date or
+        time.
+
+        Raises ModelError if the model is not fit to be calculated; no request is made then. Raises
+        Exception, with the InternalError as its cause, if the template-filling service fails.
+        """
+    def _validate(self) -> None:
+        """Check the finished model; runs before each generation of an input file.
+
+        Here only vertical drains are held against the limits and the levels of the model; a model
+        without drains passes.
+
+        Raises ModelError for the first check that fails; the model stays as it is.
+        """
+    def _add_other_load(self, name: str, load: _OtherLoad) -> None:
+        """Enter a load into the table of other loads.
+
+        name: name of the load; must be new in the table.
+        load: the load.
+
+        Raises ModelError if the name exists already.
+        """
+    @abstractmethod
+    def _serialize(self) -> dict[str, Any]:
+        """Return the part of the model document that all models share, as a new mapping.
+
+        A concrete model adds its geometry behind these keys. The model stays as it is.
+        """
+    def _serialize_materials(self) -> list[dict[str, Any]]:
+        """Return a new list with the document of each material, sorted by name."""
+    def _serialize_verticals(self) -> list[dict[str, Any]]:
+        """Return a new list with the document of each vertical."""
+    def _serialize_non_uniform_loads(self) -> list[dict[str, Any]]:
+        """Return a new list with the document of each non-uniform load, in the order of creation."""
+    def _serialize_other_loads(self) -> list[dict[str, Any]]:
+        """Return a new list with the document of each other load, in the order of creation."""
+    @property
+    @abstractmethod
+    def _min_vertical_drains(self) -> float:
+        """Lowest level for vertical drains [m]."""
+    @property
+    @abstractmethod
+    def _max_vertical_drains(self) -> float:
+        """Highest level for vertical drains [m]."""
+
+class _Geometry1D:
+    """A column of horizontal layers above a bottom level.
+
+    A layer reaches down to the top of the next one, the last to the bottom level.
+
+    phreatic_level: [m], or None.
+    """
+
+    phreatic_level: float | None
+    def __init__(
+        self,
+        bottom_level: float,
+        layers: list[tuple[float, str]],
+        phreatic_level: float | None = None,
+    ) -> None:
+        """Check the order of the levels and keep the values, the list of layers included.
+
+        bottom_level: bottom level of the bottom-most layer [m].
+        layers: pairs of top level [m] and material name, from top to bottom.
+        phreatic_level: [m], or None; compared with nothing.
+
+        Raises ModelError if there is no layer or a level is not below the one above it.
+        """
+    @property
+    def bottom_level(self) -> float:
+        """Bottom level of the bottom-most layer [m]."""
+    @property
+    def top_level(self) -> float:
+        """Top level of the first layer [m]."""
+    @property
+    def layers(self) -> list[tuple[float, str]]:
+        """Pairs of top level [m] and material name, from top to bottom, as a new list."""
+    def _serialize(self) -> dict[str, Any]:
+        """Return the geometry's part of the document as a new mapping."""
+
+class Model1D(_Model):
+    """Model for a 1D D-Settlement analysis.
+
+    The soil is one column: layers above a bottom level, with a phreatic level and one vertical at
+    x = 0. A new model has one layer of "Undetermined" from 0.0 down to -10.0 m.
+
+        model = Model1D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI)
+        model.create_material("my_mat", 21.0, 19.0, color=Color(0, 0, 0))
+        model.update_geometry(-1.0, [(1.0, "Loam"), (0.0, "my_mat")], phreatic_level=-3.0)
+        model.create_uniform_load("my_load", 0, 0.001, 0.0, 0.0)
+        input_file = model.generate_input_file()
+
+    Units: metres for levels, days for times, kN/m³ for unit weights, kPa for pressures. Values
+    are kept as given; nothing is converted.
+    """
+    def __init__(
+        self,
+        calculation_model: CalculationModel,
+        consolidation_model: ConsolidationModel,
+        create_default_materials: bool = True,
+        *,
+        natural_strain: bool = False,
+        water_unit_weight: float = 9.81,
+        verticals_discretization: int = 100,
+        verticals_z_coordinate: float = 0.0,
+        maintain_profile: bool = False,
+        profile_unit_weight_above_phreatic_level: float = 10.0,
+        profile_unit_weight_below_phreatic_level: float = 10.0,
+        end_of_settlement_calculation: int = 10000,
+        vertical_drain: VerticalDrain | None = None,
+    ) -> None:
+        """Make a model with the default geometry.
+
+        calculation_model: specifies which calculation model is used.
+        consolidation_model: specifies which consolidation model is used.
+        create_default_materials: start with default materials or none.
+        natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.
+        water_unit_weight: in [kN/m³].
+        verticals_discretization: number of elements along the vertical, from 5 to 500.
+        verticals_z_coordinate: z coordinate of the vertical [m].
+        maintain_profile: whether the profile is maintained by superelevation.
+        profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:
+            unit weight of the superelevation [kN/m³].
+        end_of_settlement_calculation: [days]; no calculation time may lie behind it.
+        vertical_drain: parameters for vertical drains, or None (default) to disable option.
+
+        Raises ModelError if an option is out of its range, KeyError if calculation_model is not a
+        member of CalculationModel.
+        """
+    @property
+    def bottom_level(self) -> float:
+        """Bottom level of the bottom-most layer [m]."""
+    @property
+    def top_level(self) -> float:
+        """Top level of the first layer [m]."""
+    @property
+    def layers(self) -> list[tuple[float, str]]:
+        """Pairs of top level [m] and material name, from top to bottom, as a new list."""
+    @property
+    def phreatic_level(self) -> float | None:
+        """Phreatic level [m], or None."""
+    def update_geometry(
+        self,
+        bottom_level: float,
+        layers: list[tuple[float, str]],
+        phreatic_level: float | None = None,
+    ) -> None:
+        """Overwrite the current (default if not updated before) geometry with the given data.
+
+        bottom_level: bottom level of the bottom-most layer [m].
+        layers: list of layers defined by top level [m] and material name, defined from top to bottom.
+            Each material is created beforehand with create_material or is one of the default
+            materials. The list is kept, not copied.
+        phreatic_level: [m], or None; not carried over from the geometry before.
+
+        Raises ModelError if a material does not exist, if there is no layer, if a top level is not
+        below that of the layer above, or if the lowest top level is not above the bottom level. The
+        model then keeps the geometry that it had.
+        """
+    def _serialize(self) -> dict[str, Any]:
+        """Return the model's document as a new mapping: what all models share, then
+        'model_type' and 'geometry'.
+        """
+    @property
+    def _min_vertical_drains(self) -> float:
+        """Lowest level for vertical drains [m]: the bottom."""
+    @property
+    def _max_vertical_drains(self) -> float:
+        """Highest level for vertical drains [m]: the top."""
+
+class DSettlementAnalysis(ExternalProgram):
+    """One D-Settlement calculation on a worker.
+
+    analysis = DSettlementAnalysis(model.generate_input_file())
+    analysis.execute(timeout=60)
+    parser = OutputFileParser(analysis.get_sld_file())
+    """
+
+    input_file: BytesIO | File
+    def __init__(self, input_file: BytesIO | File) -> None:
+        """Keep the input file, which is read when the job starts.
+
+        input_file: content of an input file (.sli), as a BytesIO or a File.
+        """
+    def _handle_execution_error(self, message: str) -> None:
+        """Raise the exception that stands for a known error message of the worker.
+
+        message: what the worker reported; an unknown one is left to the caller.
+        """
+    def _generate_job_content(self) -> _JobContent:
+        """Return the job for the worker: the input file in base64."""
+    @overload
+    def get_output_file(
+        self, extension: str = ".sld", *, as_file: Literal[False] = False
+    ) -> BytesIO | None:
+        """Return an output file of the finished calculation.
+
+        extension: one of ".sld", ".slo", ".error.log" and ".err".
+        as_file: whether to return a File instead of a BytesIO.
+
+        Returns the content as a BytesIO or a File, or None if there is no such output.
+        """
+    @overload
+    def get_output_file(self, extension: str = ".sld", *, as_file: Literal[True]) -> File | None:
+        """Return an output file of the finished calculation.
+
+        extension: one of ".sld", ".slo", ".error.log" and ".err".
+        as_file: whether to return a File instead of a BytesIO.
+
+        Returns the content as a BytesIO or a File, or None if there is no such output.
+        """
+    @overload
+    def get_output_file(
+        self, extension: str = ".sld", *, as_file: bool = False
+    ) -> BytesIO | File | None:
+        """Return an output file of the finished calculation.
+
+        extension: one of ".sld", ".slo", ".error.log" and ".err".
+        as_file: whether to return a File instead of a BytesIO.
+
+        Returns the content as a BytesIO or a File, or None if there is no such output.
+        """
+    @overload
+    def get_sld_file(self, *, as_file: Literal[False] = False) -> StringIO:
+        """Return the result file (.sld) of the finished calculation.
+
+        as_file: whether to return a File instead of a StringIO.
+
+        Returns the text as a StringIO at its start, for OutputFileParser, or a File.
+
+        Raises ValueError if there is no such output, UnicodeDecodeError if it is not UTF-8.
+        """
+    @overload
+    def get_sld_file(self, *, as_file: Literal[True]) -> File:
+        """Return the result file (.sld) of the finished calculation.
+
+        as_file: whether to return a File instead of a StringIO.
+
+        Returns the text as a StringIO at its start, for OutputFileParser, or a File.
+
+        Raises ValueError if there is no such output, UnicodeDecodeError if it is not UTF-8.
+        """
+    @overload
+    def get_sld_file(self, *, as_file: bool = False) -> StringIO | File:
+        """Return the result file (.sld) of the finished calculation.
+
+        as_file: whether to return a File instead of a StringIO.
+
+        Returns the text as a StringIO at its start, for OutputFileParser, or a File.
+
+        Raises ValueError if there is no such output, UnicodeDecodeError if it is not UTF-8.
+        """

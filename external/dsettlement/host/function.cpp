@@ -77,13 +77,6 @@ PyObject* get_qualified_name(PyObject* self, void* /*closure*/) {
   return share(as_function(self).qualified_name).release();
 }
 
-PyObject* get_module_name(PyObject* self, void* /*closure*/) {
-  return guard([&] {
-    const Function& function = as_function(self);
-    return function.module ? Ref::steal(PyModule_GetNameObject(function.module.get())) : none();
-  });
-}
-
 PyObject* get_documentation(PyObject* self, void* /*closure*/) {
   return PyUnicode_FromString(as_function(self).description.documentation);
 }
@@ -153,7 +146,6 @@ Ref make_function_type(Handle module) {
   static PyGetSetDef attributes[] = {
       {"__name__", get_name, nullptr, nullptr, nullptr},
       {"__qualname__", get_qualified_name, nullptr, nullptr, nullptr},
-      {"__module__", get_module_name, nullptr, nullptr, nullptr},
       {"__doc__", get_documentation, nullptr, nullptr, nullptr},
       {"__text_signature__", get_signature, nullptr, nullptr, nullptr},
       {"__annotations__", get_annotations, nullptr, nullptr, nullptr},
