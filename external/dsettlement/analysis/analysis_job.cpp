@@ -58,7 +58,7 @@ Ref get_output_file(State& state, Arguments arguments) {
   const auto [self, extension, as_file] = arguments.first<3>();
   const State::Names& names = state.names;
   const Ref result = host::call_method(self, names.get_result_content);
-  const Ref file = host::call(state.toolkit.file_body.now(), result, extension);
+  Ref file = host::call(state.toolkit.file_body.now(), result, extension);
   if (!host::is_true(as_file)) return file;
   if (!host::is_true(file)) return host::none();
   return host::call_method(state.toolkit.file.now(), names.from_data,
@@ -71,7 +71,7 @@ constexpr Parameter sld_parameters[] = {host::self,
 Ref get_sld_file(State& state, Arguments arguments) {
   const auto [self, as_file] = arguments.first<2>();
   const State::Names& names = state.names;
-  const Ref file = host::call_with(host::get(self, names.get_output_file), {},
+  Ref file = host::call_with(host::get(self, names.get_output_file), {},
                                    {{names.extension, names.sld}, {names.as_file, as_file}});
   if (!host::is_true(file)) host::raise(PyExc_ValueError, "sld file could not be obtained.");
   if (host::is_true(as_file)) return file;

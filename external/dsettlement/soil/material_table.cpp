@@ -22,9 +22,8 @@ constexpr std::size_t first_of_vocabulary = std::size(leading_parameters);
 
 constexpr auto parameters = [] {
   std::array<Parameter, first_of_vocabulary + vocabulary.size()> all{};
-  const auto end =
-      std::copy(std::begin(leading_parameters), std::end(leading_parameters), all.begin());
-  std::copy(vocabulary.begin(), vocabulary.end(), end);
+  const auto end = std::ranges::copy(leading_parameters, all.begin()).out;
+  std::ranges::copy(vocabulary, end);
   return all;
 }();
 
