@@ -92,6 +92,27 @@ def soil_parameters(lines: list[str]) -> tuple[str, dict[str, Any]]:
     return name, parameters
 
 
+def labels_of_differences(expected: list[str], generated: list[str]) -> set[str]:
+    """Compare two sections line by line and return the labels of the lines that differ."""
+    assert len(expected) == len(generated), (expected, generated)
+    labels = set()
+    for line, other in zip(expected, generated, strict=True):
+        if line != other:
+            label = label_of(line)
+            labels.add(label if label == label_of(other) else f"{line!r} became {other!r}")
+    return labels
+
+
+def label_of(line: str) -> str:
+    """Return what a line is about: the part of it that doesn't change with its value."""
+    if line.startswith(("DATE", "TIME")):
+        return line[:4]
+    for separator in (" : ", " = "):
+        if separator in line:
+            return line.split(separator)[1].split(" = ")[0]
+    return line.partition("=")[0].strip()
+
+
 def _snake_case(label: str) -> str:
     boundary = r"(?<=[a-z0-9])(?=[A-Z])|(?<=[A-Z])(?=[A-Z][a-z])"
     return re.sub(boundary, "_", label).lower()
