@@ -83,14 +83,14 @@ def check_not_negative(mesh: Mesh, effective: Floats) -> None:
     """Refuses effective stresses at the nodes below zero.
 
     Raises:
-        WorkerError: there is one; the message names its level.
+        WorkerError: there is one; the message names the level of the worst.
     """
-    for level, stress in zip(mesh.levels, effective, strict=True):
-        if stress < -_STRESS_TOLERANCE:
-            raise WorkerError(
-                f"The effective stress at {level:.3f} m becomes {stress:.3f} kPa. Soil can't "
-                "carry an effective stress below zero."
-            )
+    worst = int(np.argmin(effective))
+    if effective[worst] < -_STRESS_TOLERANCE:
+        raise WorkerError(
+            f"The effective stress at {mesh.levels[worst]:.3f} m becomes {effective[worst]:.3f} "
+            "kPa. Soil can't carry an effective stress below zero."
+        )
 
 
 def pore_pressures(
@@ -117,4 +117,5 @@ def middle_effective_stress(
         for layer, level in zip(column.layers, middles, strict=True)
     ]
     initial = [load for load in loads if load.is_initial]
-    return np.array(soil) - np.array(water) + load_stress(initial, middles)
+    stress: Floats = np.array(soil) - np.array(water) + load_stress(initial, middles)
+    return stress

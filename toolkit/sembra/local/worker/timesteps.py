@@ -28,8 +28,8 @@ def step_times(duration: float) -> list[float]:
     span = math.log((duration + _SHIFT) / (FIRST_STEP + _SHIFT))
     count = max(round(span / math.log(_FACTOR)), 1)
     factor = math.exp(span / count)
-    times = [(FIRST_STEP + _SHIFT) * factor**k - _SHIFT for k in range(count)]
-    return [*times, duration]
+    times = [(FIRST_STEP + _SHIFT) * factor**k - _SHIFT for k in range(1, count)]
+    return [FIRST_STEP, *times, duration]
 
 
 def calculation_times(

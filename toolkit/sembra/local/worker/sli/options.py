@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from ..errors import UNSUPPORTED_MODEL, NotCoveredError
+from ..errors import UNSUPPORTED_MODEL, InputFileError, NotCoveredError
 from ..model import Options, PreconsolidationOption
 from ..sections import Line, Section, parse_number
 from .loads import count_loads
@@ -59,7 +59,7 @@ class Labelled:
             raise self.error(label, f"{label} should be 0 or 1 and is {value:g}")
         return value == 1
 
-    def error(self, label: str, problem: str) -> Exception:
+    def error(self, label: str, problem: str) -> InputFileError:
         """An error at the line of a label."""
         return self._section.error(problem, self._line(label).number)
 

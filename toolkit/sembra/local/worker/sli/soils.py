@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+from ..errors import InputFileError
 from ..model import Material, PreconsolidationType
 from ..sections import Line, Section, parse_number
 
@@ -22,19 +23,19 @@ class SoilValues:
         """Value of a key that something is divided by."""
         value = self.number(key)
         if value <= 0:
-            raise self._section.error(
-                f"{key} should be greater than zero and is {value:g}", self._line(key).number
-            )
+            raise self.error(key, f"{key} should be greater than zero and is {value:g}")
         return value
 
     def flag(self, key: str) -> bool:
         """Value of a switch, 0 or 1."""
         value = self.number(key)
         if value not in (0, 1):
-            raise self._section.error(
-                f"{key} should be 0 or 1 and is {value:g}", self._line(key).number
-            )
+            raise self.error(key, f"{key} should be 0 or 1 and is {value:g}")
         return value == 1
+
+    def error(self, key: str, problem: str) -> InputFileError:
+        """An error at the line of a key."""
+        return self._section.error(problem, self._line(key).number)
 
     def _line(self, key: str) -> Line:
         try:
@@ -69,7 +70,7 @@ def _read_material(section: Section) -> Material:
         unit_weight_wet=values.number("SoilGamWet"),
         drained=values.flag("SoilDrained"),
         cv=values.number("SoilCv"),
-        preconsolidation_type=_read_preconsolidation_type(section, values),
+        preconsolidation_type=_read_preconsolidation_type(values),
         pc=values.number("SoilPc"),
         ocr=values.number("SoilOCR"),
         pop=values.number("SoilPOP"),
@@ -82,9 +83,9 @@ def _read_material(section: Section) -> Material:
     )
 
 
-def _read_preconsolidation_type(section: Section, values: SoilValues) -> PreconsolidationType:
+def _read_preconsolidation_type(values: SoilValues) -> PreconsolidationType:
     code = values.number("SoilPreconKoppejanType")
     for kind in PreconsolidationType:
         if kind == code:
             return kind
-    raise section.error(f"SoilPreconKoppejanType {code:g} is unknown")
+    raise values.error("SoilPreconKoppejanType", f"SoilPreconKoppejanType {code:g} is unknown")

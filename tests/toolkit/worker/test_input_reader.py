@@ -1,0 +1,131 @@
+"""Reading input files: what is accepted, and errors that name section and line."""
+
+import pytest
+from sembra.local.worker.model import PreconsolidationOption
+from sembra.local.worker.sli import read_project
+
+from tests.toolkit.worker.input_file import calculated, input_text, refused
+from tests.toolkit.worker.result_file import verticals
+
+GOOD = input_text(
+    layers=[(1.5, "Soft Clay"), (-0.5, "Sand")],
+    soils={"Soft Clay": {}, "Sand": {"SoilDrained": 0}},
+    phreatic_level=0.25,
+    times=[1, 4.5],
+    options={"Precon. pressure within a layer": 5},
+)
+
+
+def test_what_the_file_holds() -> None:
+    project = read_project(GOOD)
+    (column,) = project.columns
+    assert [(layer.top, layer.bottom) for layer in column.layers] == [(1.5, -0.5), (-0.5, -4.0)]
+    assert [layer.material.name for layer in column.layers] == ["Soft Clay", "Sand"]
+    assert [layer.material.drained for layer in column.layers] == [True, False]
+    assert column.phreatic_level == 0.25
+    assert project.uniform_loads[0].pressure == 30.0
+    assert project.residual_times == (1.0, 4.5)
+    options = project.options
+    assert options.preconsolidation is PreconsolidationOption.VARIABLE_CORRECTED_AT_EVERY_STEP
+    assert (options.end, options.reference_time, options.water_unit_weight) == (10000, 1, 10)
+    assert options.drained_top
+    assert not options.natural_strain
+
+
+@pytest.mark.parametrize("line_end", ["\r\n", "\r"])
+def test_line_ends_make_no_difference(line_end: str) -> None:
+    assert read_project(GOOD.replace("\n", line_end)) == read_project(GOOD)
+
+
+def test_blanks_and_empty_lines_make_no_difference() -> None:
+    loose = GOOD.replace("\n5\n", "\n\n  5   \n\n").replace("SoilCp=50.0", " SoilCp = 5.0E+0001 ")
+    assert read_project(loose) == read_project(GOOD)
+
+
+def line_of(text: str, part: str) -> int:
+    return text[: text.index(part)].count("\n") + 1
+
+
+@pytest.mark.parametrize(
+    ("section", "old", "new", "problem"),
+    [
+        ("SOIL", "SoilCp=50.0", "SoilCp=fifty", 'SoilCp should be a number and is "fifty"'),
+        ("SOIL", "SoilCp=50.0", "SoilCp=nan", "SoilCp should be a finite number and is nan"),
+        ("SOIL", "SoilCp=50.0", "SoilCp=0", "SoilCp should be greater than zero and is 0"),
+        ("SOIL", "SoilDrained=1", "SoilDrained=2", "SoilDrained should be 0 or 1 and is 2"),
+        ("SOIL", "SoilPreconKoppejanType=1", "SoilPreconKoppejanType=7", "Type 7 is unknown"),
+        ("WATER", "       10.00 = Unit", "        0.00 = Unit", "greater than zero"),
+        ("GEOMETRY 1D DATA", "       -0.500\nSand", "        1.500\nSand", "not below that of"),
+        ("GEOMETRY 1D DATA", "Sand\n5", "Silt\n5", 'the material "Silt" is unknown'),
+        ("GEOMETRY 1D DATA", "       -4.000", "        4.000", "bottom level is not below"),
+        ("OTHER LOADS", "0 20.0 1.5 0.0 = T", "0 20.0 1.5 = T", 'a number and is "="'),
+        ("OTHER LOADS", "0 20.0 1.5 0.0 = T", "-2 20.0 1.5 0.0 = T", "neither -1 nor later"),
+        ("RESIDUAL TIMES", "\n4.5\n", "\n10001\n", "the time 10001 lies outside the calculation"),
+        ("CALCULATION OPTIONS", "5 : Precon.", "6 : Precon.", "preconsolidation option 6 is"),
+        ("CALCULATION OPTIONS", "10000 = End", "0 = End", "should lie after time 0"),
+        ("CALCULATION OPTIONS", "1.000000000E+00 = Ref", "0 = Ref", "reference time should be"),
+        (
+            "MODEL",
+            "0 : Strain type",
+            "x : Strain type",
+            'Strain type should be a number and is "x"',
+        ),
+    ],
+)
+def test_error_names_section_and_line(section: str, old: str, new: str, problem: str) -> None:
+    assert GOOD.count(old) >= 1
+    text = GOOD.replace(old, new)
+    message = refused(text)
+    assert f"in section [{section}], line " in message
+    assert problem in message
+    number = int(message.partition(", line ")[2].partition(":")[0])
+    changed = line_of(text, new.strip("\n"))
+    assert changed <= number <= changed + 1
+
+
+@pytest.mark.parametrize(
+    "name",
+    [
+        "INPUT DATA",
+        "MODEL",
+        "SOIL COLLECTION",
+        "GEOMETRY 1D DATA",
+        "VERTICALS",
+        "WATER",
+        "NON-UNIFORM LOADS",
+        "OTHER LOADS",
+        "CALCULATION OPTIONS",
+        "RESIDUAL TIMES",
+    ],
+)
+def test_missing_and_unclosed_sections(name: str) -> None:
+    assert f"there is no section [{name}]" in refused(GOOD.replace(f"[{name}]", "[SOMETHING]"))
+    message = refused(GOOD.replace(f"[END OF {name}]", ""))
+    number = line_of(GOOD, f"[{name}]")
+    assert f"in section [{name}], line {number}: the section is not closed." in message
+
+
+@pytest.mark.parametrize("text", ["", "\0\1\2", "[INPUT DATA]", "no input file at all\n" * 100])
+def test_other_files_are_refused(text: str) -> None:
+    assert refused(text).startswith("The input file is not readable in section [INPUT")
+
+
+def test_every_truncation_is_refused() -> None:
+    lines = GOOD.splitlines(keepends=True)
+    end = lines.index("[END OF INPUT DATA]\n")
+    for count in range(0, end + 1, 7):
+        assert refused("".join(lines[:count])).startswith("The input file is not readable")
+
+
+def test_count_of_a_thousand_million_ends_at_the_end_of_the_section() -> None:
+    assert "is missing" in refused(GOOD.replace("    1 = number of items\nFill", "1E9\nFill"))
+
+
+def test_load_after_the_end() -> None:
+    text = input_text(loads=[("Fill", 10, 20.0, 1.5, 0.0)], end=10)
+    assert "which is not before the end of consolidation at 10 days" in refused(text)
+
+
+def test_text_of_an_older_code_page() -> None:
+    text = input_text(soils={"T\u00e9\u00e9k": {}}, layers=[(0.0, "T\u00e9\u00e9k")])
+    assert verticals(calculated(text.encode("latin-1"))) == verticals(calculated(text))

@@ -1,0 +1,101 @@
+"""Jobs: refusals in plain words, broken contents, errors of the worker itself."""
+
+import pickle
+from typing import Any
+
+import pytest
+from sembra.local.worker import job as job_module
+from sembra.local.worker import run_job
+from sembra.local.worker.errors import INVALID_BODY, UNSUPPORTED_JOB, UNSUPPORTED_MODEL
+
+from tests.toolkit.worker.input_file import calculated, input_text, job, refused
+
+
+def test_message_that_callers_map() -> None:
+    assert UNSUPPORTED_MODEL == (
+        "The worker calculates NEN-Koppejan with Terzaghi consolidation only."
+    )
+
+
+@pytest.mark.parametrize(
+    ("model", "message"),
+    [
+        ({"Calculation type": 0}, UNSUPPORTED_MODEL),
+        ({"Model": 1}, UNSUPPORTED_MODEL),
+        ({"Model": 2}, UNSUPPORTED_MODEL),
+        ({"Vertical drains": 1}, "The worker does not cover vertical drains."),
+        ({"Probabilistic": 1}, "The worker does not cover reliability analysis."),
+    ],
+)
+def test_models_that_are_not_covered(model: dict[str, float], message: str) -> None:
+    assert refused(input_text(model=model)) == message
+
+
+@pytest.mark.parametrize(
+    ("option", "what"),
+    [
+        ("Imaginary surface", "an imaginary surface"),
+        ("Submerging", "submerging"),
+        ("Maintain profile", "maintaining the profile"),
+        ("Use fit factors", "fit factors"),
+    ],
+)
+def test_options_that_are_not_covered(option: str, what: str) -> None:
+    message = refused(input_text(options={option: 1}))
+    assert message == f"The worker does not cover {what}."
+
+
+@pytest.mark.parametrize(
+    ("section", "what"),
+    [("NON-UNIFORM LOADS", "non-uniform loads"), ("WATER LOADS", "water loads")],
+)
+def test_loads_that_are_not_covered(section: str, what: str) -> None:
+    text = input_text().replace(f"[{section}]\n    0", f"[{section}]\n    1")
+    assert refused(text) == f"The worker does not cover {what}."
+
+
+def test_other_kinds_of_load_are_named() -> None:
+    text = input_text().replace("3 : Uniform", "0 : Trapeziform")
+    assert refused(text) == 'The worker does not cover trapeziform loads (load "Fill").'
+
+
+def test_effective_stress_below_zero_names_the_level() -> None:
+    floating = input_text(soils={"Clay": {"SoilGamWet": 9.0}}, phreatic_level=0.0)
+    assert refused(floating).startswith("The effective stress at -4.000 m becomes -4.000 kPa.")
+    digging = input_text(loads=[("Dug out", 0, -20.0, 1.0, 0.0)])
+    assert refused(digging).startswith("The effective stress at -0.000 m becomes -19.999 kPa.")
+
+
+def test_unloading_to_the_bare_surface_is_calculated() -> None:
+    assert calculated(input_text(loads=[("a", -1, 10, 1, 0.0), ("b", 0, -9.99, 1, 0.0)]))
+
+
+def test_numbers_out_of_range() -> None:
+    assert "too large or too small" in refused(input_text(loads=[("Fill", 0, 1e200, 1e200, 0.0)]))
+    assert "too large or too small" in refused(input_text(soils={"Clay": {"SoilCp1": 1e-320}}))
+
+
+@pytest.mark.parametrize("content", [{}, {"name": "other"}, {"name": "dsettlement", "version": 2}])
+def test_jobs_of_other_tools(content: dict[str, Any]) -> None:
+    assert run_job({"body": ""} | content)["error"] == UNSUPPORTED_JOB
+
+
+@pytest.mark.parametrize("body", [None, 3, b"AAAA", "no base64!", "AAA", "\u00e9"])
+def test_bodies_that_are_no_base64(body: object) -> None:
+    content = {"name": "dsettlement", "version": 1, "body": body}
+    assert run_job(content)["error"] == INVALID_BODY
+
+
+def test_an_error_of_the_worker_itself_gives_no_result(monkeypatch: pytest.MonkeyPatch) -> None:
+    def broken(*_: object) -> str:
+        raise ZeroDivisionError("division by zero")
+
+    monkeypatch.setattr(job_module, "write_results", broken)
+    assert refused(input_text()) == (
+        "The worker failed by an error of its own: ZeroDivisionError: division by zero"
+    )
+
+
+def test_the_entry_can_be_sent_to_another_process() -> None:
+    assert pickle.loads(pickle.dumps(run_job)) is run_job
+    assert pickle.loads(pickle.dumps(run_job(job(input_text()))))["error"] is None

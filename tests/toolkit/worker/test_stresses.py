@@ -1,0 +1,57 @@
+"""Stresses in a column, against values worked by hand."""
+
+import numpy as np
+import pytest
+from sembra.local.worker.model import Column, Layer, Material, PreconsolidationType, UniformLoad
+from sembra.local.worker.stresses import load_stress, pore_pressure, soil_stress
+
+CLAY = Material("Clay", 15, 18, True, 0, PreconsolidationType.PC, 0, 1, 0, 1, 1, 1, 1, 1, 1)
+SAND = Material("Sand", 17, 20, True, 0, PreconsolidationType.PC, 0, 1, 0, 1, 1, 1, 1, 1, 1)
+
+
+def column(phreatic_level: float) -> Column:
+    layers = (
+        Layer(0.0, -2.0, CLAY, phreatic_level, phreatic_level),
+        Layer(-2.0, -5.0, SAND, phreatic_level, phreatic_level),
+    )
+    return Column(0.0, 0.0, layers, phreatic_level)
+
+
+@pytest.mark.parametrize(
+    ("phreatic_level", "level", "stress"),
+    [
+        (-10.0, -1.0, 15.0),
+        (-10.0, -4.0, 2 * 15 + 2 * 17),
+        (-1.0, -1.5, 15 + 0.5 * 18),
+        (-3.0, -4.0, 2 * 15 + 1 * 17 + 1 * 20),
+        (0.0, -5.0, 2 * 18 + 3 * 20),
+        (2.0, -1.0, 2 * 10 + 18),
+        (2.0, 0.0, 20.0),
+    ],
+)
+def test_total_stress(phreatic_level: float, level: float, stress: float) -> None:
+    assert soil_stress(column(phreatic_level), level, 10.0) == pytest.approx(stress)
+
+
+def test_pore_pressure_is_hydrostatic_below_the_level_and_zero_above() -> None:
+    layer = column(-1.0).layers[0]
+    assert pore_pressure(layer, -1.8, 9.81) == pytest.approx(0.8 * 9.81)
+    assert pore_pressure(layer, -0.5, 9.81) == 0.0
+
+
+def test_settlement_brings_a_point_deeper_under_water() -> None:
+    layer = column(-1.0).layers[0]
+    assert pore_pressure(layer, -0.5, 10.0, settlement=0.7) == pytest.approx(2.0)
+
+
+def test_pore_pressure_between_two_levels_is_linear() -> None:
+    layer = Layer(-2.0, -6.0, SAND, head_top=-1.0, head_bottom=1.0)
+    assert pore_pressure(layer, -2.0, 10.0) == pytest.approx(10.0)
+    assert pore_pressure(layer, -6.0, 10.0) == pytest.approx(70.0)
+    assert pore_pressure(layer, -3.0, 10.0) == pytest.approx(25.0)
+
+
+def test_a_load_acts_at_and_below_its_level() -> None:
+    load = UniformLoad("Fill", 0, 20.0, 1.5, -1.0)
+    stress = load_stress([load, load], np.array([-0.9, -1.0, -2.0]))
+    assert stress == pytest.approx([0.0, 60.0, 60.0])
