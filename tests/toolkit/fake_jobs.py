@@ -1,0 +1,82 @@
+"""Calls for a process of its own, in the place of the worker's."""
+
+import os
+import signal
+import subprocess
+import sys
+import time
+from pathlib import Path
+from typing import Any
+
+from sembra.local.jobs.reporting import reporter
+
+Content = dict[str, Any]
+Result = dict[str, Any]
+
+
+def echo(content: Content) -> Result:
+    """Return the content as a file."""
+    return {"files": {".sld": content["body"]}, "error": None}
+
+
+def report_steps(content: Content) -> Result:
+    """Tell progress in quarters."""
+    for quarter in range(5):
+        reporter.get()(quarter / 4)
+    return echo(content)
+
+
+def fail_with_body(content: Content) -> Result:
+    """End with the body as the error message."""
+    return {"files": {}, "error": content["body"]}
+
+
+def answer_nonsense(_content: Content) -> Any:
+    """Return what is no result."""
+    return ["nonsense"]
+
+
+def raise_error(_content: Content) -> Result:
+    """Crash with an exception."""
+    raise ValueError("out of sand")
+
+
+def raise_timeout(_content: Content) -> Result:
+    """Crash with an exception that looks like a time-out."""
+    raise TimeoutError("not the job's")
+
+
+def kill_itself(_content: Content) -> Result:
+    """Die from a signal."""
+    sys.stderr.write("last words")
+    sys.stderr.flush()
+    os.kill(os.getpid(), signal.SIGKILL)
+    return {}
+
+
+def leave(_content: Content) -> Result:
+    """Leave without a result."""
+    os._exit(3)
+
+
+def print_a_lot(content: Content) -> Result:
+    """Disturb the standard output, from Python and from a program."""
+    sys.stdout.write("{}\n" * 50_000)
+    sys.stdout.flush()
+    subprocess.run([sys.executable, "-c", "print('{}')"], check=True)
+    return echo(content)
+
+
+def return_unpicklable(_content: Content) -> Any:
+    """Return what can't be sent back."""
+    return lambda: None
+
+
+def sleep_long(content: Content) -> Result:
+    """Note the own process and a child's in the file that the body names, then sleep."""
+    child = subprocess.Popen([sys.executable, "-c", "import time; time.sleep(60)"])
+    path = Path(content["body"])
+    path.with_suffix(".part").write_text(f"{os.getpid()} {child.pid}")
+    path.with_suffix(".part").rename(path)
+    time.sleep(60)
+    return echo(content)

@@ -1,0 +1,90 @@
+"""Which executor runs the jobs, by setting."""
+
+import socket
+import sys
+from collections.abc import Iterator
+from pathlib import Path
+
+import pytest
+from sembra.local.jobs.engine import EngineError, open_engine
+from sembra.local.jobs.reporting import ignore
+from sembra.local.jobs.running import JobError, run
+
+from tests.toolkit import fake_jobs
+from tests.toolkit.jobs.test_process_executor import await_that, is_alive, sleeping_processes
+
+CONTENT = {"name": "x", "version": 1, "body": "abc"}
+
+
+@pytest.mark.parametrize("setting", ["", "process", " process "])
+def test_processes_on_this_machine(setting: str, monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setenv("SEMBRA_EXECUTOR", setting)
+    with open_engine(ignore) as engine:
+        assert engine.tells_progress
+        assert engine.submit(fake_jobs.echo, CONTENT, 30).result(30)["error"] is None
+
+
+@pytest.mark.parametrize("setting", ["nonsense", "dask", "dask://", "tcp://localhost:8786"])
+def test_setting_that_is_not_known(setting: str, monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setenv("SEMBRA_EXECUTOR", setting)
+    with (
+        pytest.raises(EngineError, match="SEMBRA_EXECUTOR must be 'process' or 'dask://"),
+        open_engine(ignore),
+    ):
+        pass
+
+
+def test_dask_that_is_not_installed(monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setenv("SEMBRA_EXECUTOR", "dask://localhost:8786")
+    monkeypatch.setitem(sys.modules, "distributed", None)
+    with pytest.raises(JobError, match=r"not installed: install sembra-local\[dask\]"):
+        run(CONTENT, 5)
+
+
+def test_dask_that_is_not_there(monkeypatch: pytest.MonkeyPatch) -> None:
+    pytest.importorskip("distributed")
+    with socket.create_server(("127.0.0.1", 0)) as unused:
+        port = unused.getsockname()[1]
+    monkeypatch.setenv("SEMBRA_EXECUTOR", f"dask://127.0.0.1:{port}")
+    monkeypatch.setattr("sembra.local.jobs.engine.CONNECTION_LIMIT", 0.5)
+    with pytest.raises(JobError, match=rf"cluster at 127.0.0.1:{port} can't be reached"):
+        run(CONTENT, 5)
+
+
+@pytest.fixture(scope="module")
+def cluster() -> Iterator[str]:
+    distributed = pytest.importorskip("distributed")
+    with distributed.LocalCluster(
+        n_workers=1, threads_per_worker=2, processes=False, dashboard_address=None
+    ) as local:
+        yield local.scheduler_address
+
+
+@pytest.fixture
+def _on_cluster(cluster: str, monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setenv("SEMBRA_EXECUTOR", f"dask://{cluster}")
+
+
+@pytest.mark.usefixtures("_on_cluster")
+def test_job_on_a_cluster(monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.echo)
+    assert run(CONTENT, 60) == {"files": {".sld": "abc"}, "error": None}
+
+
+@pytest.mark.usefixtures("_on_cluster")
+def test_crash_on_a_cluster(monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.raise_error)
+    with pytest.raises(JobError, match="The worker crashed: ValueError: out of sand"):
+        run(CONTENT, 60)
+
+
+@pytest.mark.usefixtures("_on_cluster")
+def test_time_out_on_a_cluster_ends_the_process(
+    monkeypatch: pytest.MonkeyPatch, tmp_path: Path
+) -> None:
+    monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.sleep_long)
+    note = tmp_path / "pids"
+    with pytest.raises(JobError, match="ended by its time-out"):
+        run(CONTENT | {"body": str(note)}, 2)
+    pids = sleeping_processes(note)
+    assert await_that(lambda: not any(map(is_alive, pids)))
