@@ -81,7 +81,7 @@ Ref get_sld_file(State& state, Arguments arguments) {
 
 }  // namespace
 
-void define_analysis_job(const host::Module& module, State& state) {
+void define_analysis_job(host::Module& module, State& state) {
   host::ClassBody body(module, "DSettlementAnalysis",
                        "One D-Settlement calculation on a worker.\n\n"
                        "    analysis = DSettlementAnalysis(model.generate_input_file())\n"

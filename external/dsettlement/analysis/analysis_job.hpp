@@ -5,6 +5,6 @@
 
 namespace dsettlement::analysis {
 
-void define_analysis_job(const host::Module& module, State& state);
+void define_analysis_job(host::Module& module, State& state);
 
 }  // namespace dsettlement::analysis

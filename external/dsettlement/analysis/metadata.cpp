@@ -79,7 +79,7 @@ Ref serialize(State& state, Arguments arguments) {
 
 }  // namespace
 
-void define_metadata(const host::Module& module, State& state) {
+void define_metadata(host::Module& module, State& state) {
   constexpr const char* fields =
       "file_name: name of the input file as the file itself tells it.\n"
       "company: company that the calculation is made for.\n"

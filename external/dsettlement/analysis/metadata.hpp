@@ -5,6 +5,6 @@
 
 namespace dsettlement::analysis {
 
-void define_metadata(const host::Module& module, State& state);
+void define_metadata(host::Module& module, State& state);
 
 }  // namespace dsettlement::analysis

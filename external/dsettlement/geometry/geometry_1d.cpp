@@ -75,7 +75,7 @@ Ref serialize(State& state, Arguments arguments) {
 
 }  // namespace
 
-void define_geometry_1d(const host::Module& module, State& state) {
+void define_geometry_1d(host::Module& module, State& state) {
   host::ClassBody body(module, "_Geometry1D",
                        "A column of horizontal layers above a bottom level.\n\n"
                        "A layer reaches down to the top of the next one, the last to the bottom "

@@ -5,6 +5,6 @@
 
 namespace dsettlement::geometry {
 
-void define_geometry_1d(const host::Module& module, State& state);
+void define_geometry_1d(host::Module& module, State& state);
 
 }  // namespace dsettlement::geometry

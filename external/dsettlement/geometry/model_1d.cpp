@@ -171,7 +171,7 @@ constexpr const char* update_documentation =
 
 }  // namespace
 
-void define_model_1d(const host::Module& module, State& state) {
+void define_model_1d(host::Module& module, State& state) {
   host::ClassBody body(module, "Model1D", class_documentation);
   body.add(state, host::method<init>("__init__", init_parameters, init_documentation));
   body.add(state, host::property<bottom_level>("bottom_level",

@@ -8,11 +8,11 @@
 
 namespace dsettlement::host {
 
-Binding::Binding(std::span<const Parameter> parameters) {
+Binding::Binding(Module& module, std::span<const Parameter> parameters) {
   for (const Parameter& parameter : parameters) {
     const std::size_t index = names_.size();
     names_.push_back(Ref::steal(PyUnicode_InternFromString(parameter.name)));
-    defaults_.push_back(parameter.value.object());
+    defaults_.push_back(module.constant(parameter.value));
     switch (parameter.passing) {
       case Passing::by_position_or_keyword:
         positional_ = named_ = index + 1;
@@ -82,6 +82,8 @@ void Binding::bind_keyword(Handle function, PyObject* keyword, PyObject* value,
     for (std::size_t i = 0; i < std::min(expected, named_); ++i) {
       if (names_[i].get() == keyword) return i;
     }
+    // Interned texts are equal only if they are the same object.
+    if (PyUnicode_CheckExact(keyword) != 0 && PyUnicode_CHECK_INTERNED(keyword) != 0) return absent;
     for (std::size_t i = 0; i < named_; ++i) {
       if (compare(keyword, Py_EQ, names_[i])) return i;
     }

@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "host/module.hpp"
 #include "host/parameter.hpp"
 
 namespace dsettlement::host {
@@ -14,7 +15,7 @@ class Binding {
   // The most parameters that an operation may have; a call lays them out on the stack.
   static constexpr std::size_t most_parameters = 128;
 
-  explicit Binding(std::span<const Parameter> parameters);
+  Binding(Module& module, std::span<const Parameter> parameters);
 
   // True if `count` positional arguments and no keywords need no laying out.
   [[nodiscard]] bool is_plain(std::size_t count) const noexcept {

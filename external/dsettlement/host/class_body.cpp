@@ -25,7 +25,7 @@ PyObject* as_object(PyTypeObject& type) {
 
 }  // namespace
 
-ClassBody::ClassBody(const Module& module, const char* name, const char* documentation)
+ClassBody::ClassBody(Module& module, const char* name, const char* documentation)
     : module_(module), name_(characters_of(name)) {
   add("__module__", module.name());
   add("__qualname__", name_);
@@ -41,8 +41,7 @@ void ClassBody::declare(const char* name, const char* type) {
 }
 
 void ClassBody::add_operation(void* state, const Description& description) {
-  Ref function =
-      make_function(module_.function_type(), module_.object(), state, description, name_);
+  Ref function = make_function(module_, state, description, name_);
   switch (description.role) {
     case Role::method:
       break;

@@ -11,7 +11,7 @@ namespace dsettlement::host {
 
 class ClassBody {
  public:
-  ClassBody(const Module& module, const char* name, const char* documentation);
+  ClassBody(Module& module, const char* name, const char* documentation);
 
   // Adds an operation whose body works on `state`.
   template <typename State>
@@ -33,7 +33,7 @@ class ClassBody {
  private:
   void add_operation(void* state, const Description& description);
 
-  const Module& module_;
+  Module& module_;
   Ref name_;
   Mapping members_;
   Mapping annotations_;

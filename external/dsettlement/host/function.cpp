@@ -173,19 +173,18 @@ Ref make_function_type(Handle module) {
   return Ref::steal(PyType_FromModuleAndSpec(module, &spec, nullptr));
 }
 
-Ref make_function(Handle function_type, Handle module, void* state, const Description& description,
-                  Handle owner) {
+Ref make_function(Module& module, void* state, const Description& description, Handle owner) {
   Ref name = Ref::steal(PyUnicode_InternFromString(description.name));
   Ref qualified_name = text("{}.{}", {owner, name});
-  Binding binding(description.parameters);
+  Binding binding(module, description.parameters);
 
-  auto* type = reinterpret_cast<PyTypeObject*>(static_cast<PyObject*>(function_type));
+  auto* type = reinterpret_cast<PyTypeObject*>(static_cast<PyObject*>(module.function_type()));
   Ref object = Ref::steal(type->tp_alloc(type, 0));
   Function& function = as_function(object.get());
   function.vectorcall = call_function;
   function.state = state;
   new (&function.description) Description(description);
-  new (&function.module) Ref(share(module));
+  new (&function.module) Ref(share(module.object()));
   new (&function.name) Ref(std::move(name));
   new (&function.qualified_name) Ref(std::move(qualified_name));
   new (&function.binding) Binding(std::move(binding));

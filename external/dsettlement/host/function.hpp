@@ -3,6 +3,7 @@
 
 #include <Python.h>
 
+#include "host/module.hpp"
 #include "host/operation.hpp"
 
 namespace dsettlement::host {
@@ -12,7 +13,7 @@ namespace dsettlement::host {
 
 // A function object for an operation of the class `owner`. It holds on to the module, which owns
 // the state, for as long as it can be called.
-[[nodiscard]] Ref make_function(Handle function_type, Handle module, void* state,
-                                const Description& description, Handle owner);
+[[nodiscard]] Ref make_function(Module& module, void* state, const Description& description,
+                                Handle owner);
 
 }  // namespace dsettlement::host

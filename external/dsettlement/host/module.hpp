@@ -4,9 +4,11 @@
 
 #include <Python.h>
 
+#include <utility>
 #include <vector>
 
 #include "host/name.hpp"
+#include "host/parameter.hpp"
 #include "host/ref.hpp"
 
 namespace dsettlement::host {
@@ -25,6 +27,10 @@ class Module {
   [[nodiscard]] Handle names() const noexcept { return PyModule_GetDict(module_); }
   [[nodiscard]] Handle function_type() const noexcept { return function_type_; }
 
+  // The object of a default value. Equal defaults share one object, so that a value that was left
+  // to its default can be told from one that was given.
+  [[nodiscard]] Ref constant(const Default& value);
+
   // Enters an object into the module's namespace.
   void add(Handle name, Handle value) const;
 
@@ -37,6 +43,7 @@ class Module {
   Ref name_;
   Ref function_type_;
   std::vector<Slot*> slots_;
+  std::vector<std::pair<Default, Ref>> constants_;
 };
 
 // A reference that a state holds for as long as the module lives, seen by the garbage collector.

@@ -20,6 +20,8 @@ struct Default {
 
   // The Python object; an empty Ref for a required parameter.
   [[nodiscard]] Ref object() const;
+
+  bool operator==(const Default&) const = default;
 };
 
 enum class Passing : std::uint8_t { by_position_or_keyword, by_keyword, rest, keyword_rest };

@@ -4,7 +4,7 @@
 
 namespace dsettlement::model {
 
-void define_enumerations(const host::Module& module, State& state) {
+void define_enumerations(host::Module& module, State& state) {
   state.calculation_model = host::make_enumeration(
       module, "CalculationModel",
       "The relation between stress, time and strain with which settlements are calculated.\n\n"

@@ -5,6 +5,6 @@
 
 namespace dsettlement::model {
 
-void define_enumerations(const host::Module& module, State& state);
+void define_enumerations(host::Module& module, State& state);
 
 }  // namespace dsettlement::model

@@ -32,7 +32,7 @@ Ref left_to_concrete_models(State& /*state*/, Arguments /*arguments*/) {
 
 }  // namespace
 
-void define_model(const host::Module& module, State& state, soil::State& soil,
+void define_model(host::Module& module, State& state, soil::State& soil,
                   analysis::State& analysis) {
   host::ClassBody body(module, "_Model",
                        "What one-dimensional and two-dimensional models have in common: "

@@ -7,7 +7,7 @@
 
 namespace dsettlement::model {
 
-void define_model(const host::Module& module, State& state, soil::State& soil,
+void define_model(host::Module& module, State& state, soil::State& soil,
                   analysis::State& analysis);
 
 }  // namespace dsettlement::model

@@ -28,7 +28,7 @@ Ref serialize(State& state, Arguments arguments) {
 
 }  // namespace
 
-void define_vertical(const host::Module& module, State& state) {
+void define_vertical(host::Module& module, State& state) {
   host::ClassBody body(module, "_Vertical",
                        "A position along the x axis of the geometry for which D-Settlement reports "
                        "results.\n\nEach object is equal only to itself.");

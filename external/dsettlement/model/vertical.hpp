@@ -5,6 +5,6 @@
 
 namespace dsettlement::model {
 
-void define_vertical(const host::Module& module, State& state);
+void define_vertical(host::Module& module, State& state);
 
 }  // namespace dsettlement::model

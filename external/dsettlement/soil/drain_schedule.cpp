@@ -28,7 +28,7 @@ Ref init(State& state, Arguments arguments) {
 
 }  // namespace
 
-void define_drain_schedule(const host::Module& module, State& state) {
+void define_drain_schedule(host::Module& module, State& state) {
   state.drain_type = host::make_enumeration(module, "DrainType",
                                             "The kind of vertical drain: strip, column or sand "
                                             "wall.\n\nA member is equal only to itself.",

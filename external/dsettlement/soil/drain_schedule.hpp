@@ -5,6 +5,6 @@
 
 namespace dsettlement::soil {
 
-void define_drain_schedule(const host::Module& module, State& state);
+void define_drain_schedule(host::Module& module, State& state);
 
 }  // namespace dsettlement::soil

@@ -58,7 +58,7 @@ Ref serialize(State& state, Arguments arguments) {
 
 }  // namespace
 
-void define_loads(const host::Module& module, State& state) {
+void define_loads(host::Module& module, State& state) {
   host::ClassBody load(module, "_Load", "A weight placed on the model at a given time.");
   load.add(state, abstract_serialize);
   state.load = load.make_with(state.toolkit.abstract_metaclass.original());

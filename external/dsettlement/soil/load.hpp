@@ -5,6 +5,6 @@
 
 namespace dsettlement::soil {
 
-void define_loads(const host::Module& module, State& state);
+void define_loads(host::Module& module, State& state);
 
 }  // namespace dsettlement::soil

@@ -63,7 +63,7 @@ Ref position_drain(State& state, Arguments arguments) {
 
 }  // namespace
 
-void define_vertical_drain(const host::Module& module, State& state) {
+void define_vertical_drain(host::Module& module, State& state) {
   constexpr const char* fields =
       "drain_type: kind of drain.\n"
       "range_from, range_to: range along x over which drainage takes place [m].\n"

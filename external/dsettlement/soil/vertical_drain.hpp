@@ -5,6 +5,6 @@
 
 namespace dsettlement::soil {
 
-void define_vertical_drain(const host::Module& module, State& state);
+void define_vertical_drain(host::Module& module, State& state);
 
 }  // namespace dsettlement::soil
