@@ -5,6 +5,7 @@
 namespace dsettlement::soil {
 
 using host::Arguments;
+using host::Handle;
 using host::Parameter;
 using host::Ref;
 
@@ -16,8 +17,7 @@ constexpr Parameter init_parameters[] = {host::self,
                                          {"color", "Color", host::no_object},
                                          host::keyword_rest("kwargs", "Any")};
 
-Ref init(State& state, Arguments arguments) {
-  const auto [self, gam_dry, gam_wet, color, kwargs] = arguments.first<5>();
+void fill(State& state, Handle self, Handle gam_dry, Handle gam_wet, Handle color, Handle kwargs) {
   const State::Names& names = state.names;
   host::set(self, names.gam_dry, gam_dry);
   host::set(self, names.gam_wet, gam_wet);
@@ -25,6 +25,11 @@ Ref init(State& state, Arguments arguments) {
             host::is_true(color) ? host::share(color)
                                  : host::call_method(state.toolkit.color.now(), names.random));
   host::set(self, names.private_kwargs, kwargs);
+}
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, gam_dry, gam_wet, color, kwargs] = arguments.first<5>();
+  fill(state, self, gam_dry, gam_wet, color, kwargs);
   return host::none();
 }
 
@@ -48,7 +53,20 @@ Ref serialize(State& state, Arguments arguments) {
 
 }  // namespace
 
-void define_material(const host::Module& module, State& state) {
+Ref make_material(State& state, Handle gam_dry, Handle gam_wet, Handle color, Ref parameters) {
+  const Ref type = state.material.now();
+  if (state.material_constructor.is_still_that_of(type)) {
+    Ref material = host::allocate(type);
+    fill(state, material, gam_dry, gam_wet, color, parameters);
+    return material;
+  }
+  host::check(PyDict_SetItem(parameters.get(), Handle(state.names.color), color));
+  const Ref positional =
+      Ref::steal(PyTuple_Pack(2, static_cast<PyObject*>(gam_dry), static_cast<PyObject*>(gam_wet)));
+  return Ref::steal(PyObject_Call(type.get(), positional.get(), parameters.get()));
+}
+
+void define_material(host::Module& module, State& state) {
   host::ClassBody body(module, "_Material",
                        "A record of soil parameters, which layers refer to by its name.\n\n"
                        "gam_dry: unit weight above the phreatic level [kN/m³].\n"
@@ -70,6 +88,7 @@ void define_material(const host::Module& module, State& state) {
                       "name: the name of the material, which the record does not know.")
                       .returning("dict[str, Any]"));
   state.material = body.make();
+  state.material_constructor.remember(state.material.original());
 }
 
 }  // namespace dsettlement::soil

@@ -4,6 +4,7 @@
 
 #include "host/containers.hpp"
 #include "host/text.hpp"
+#include "soil/material.hpp"
 
 namespace dsettlement::soil {
 
@@ -43,14 +44,15 @@ Ref enter_material(State& state, Arguments arguments) {
     host::raise(model_error, "Name can be max. 25 characters long");
   }
 
-  host::Mapping keywords;
-  keywords.put(names.color, color);
+  // Most parameters are left to their defaults, so a copy of those and the few that differ is
+  // quicker than entering them one by one.
+  Ref soil_parameters = Ref::steal(PyDict_Copy(state.default_vocabulary.get()));
   for (std::size_t i = 0; i < vocabulary.size(); ++i) {
-    keywords.put(state.vocabulary_keys[i], arguments[first_of_vocabulary + i]);
+    const host::Handle value = arguments[first_of_vocabulary + i];
+    if (value == state.vocabulary_defaults[i].get()) continue;
+    host::check(PyDict_SetItem(soil_parameters.get(), state.vocabulary_keys[i].get(), value));
   }
-  const Ref positional = Ref::steal(PyTuple_Pack(2, gam_dry, gam_wet));
-  const Ref material = Ref::steal(
-      PyObject_Call(state.material.now().get(), positional.get(), keywords.done().get()));
+  const Ref material = make_material(state, gam_dry, gam_wet, color, std::move(soil_parameters));
   host::check(PyObject_SetItem(host::get(self, names.materials).get(), name, material.get()));
   return host::none();
 }

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <vector>
 
+#include "host/constructor.hpp"
+#include "host/containers.hpp"
 #include "soil/vocabulary.hpp"
 #include "toolkit.hpp"
 
@@ -11,10 +13,14 @@ namespace dsettlement::soil {
 
 struct State {
   State(host::Module& module, const Toolkit& shared) : toolkit(shared), module_(module) {
+    host::Mapping defaults;
     for (const host::Parameter& parameter : vocabulary) {
       const bool is_pop = std::strcmp(parameter.name, pop_parameter) == 0;
       vocabulary_keys.emplace_back(is_pop ? pop_key : parameter.name);
+      vocabulary_defaults.push_back(module.constant(parameter.value));
+      defaults.put(vocabulary_keys.back(), vocabulary_defaults.back());
     }
+    default_vocabulary = defaults.done();
   }
 
   const Toolkit& toolkit;
@@ -32,8 +38,14 @@ struct State {
   host::Global drainage_simple_mode{module_, "DrainageSimpleMode"};
   host::Global vertical_drain{module_, "VerticalDrain"};
 
-  // The keys of the soil vocabulary in the document, in step with the table of parameters.
+  host::Constructor material_constructor{module_};
+
+  // The soil vocabulary as it stands in the document, in step with the table of parameters: the
+  // keys, the defaults, and both together as the mapping of a material that leaves everything to
+  // them.
   std::vector<host::Name> vocabulary_keys;
+  std::vector<host::Ref> vocabulary_defaults;
+  host::Slot default_vocabulary{module_};
 
   struct Names {
     host::Name init{"__init__"};
