@@ -116,7 +116,11 @@ def test_setting_that_is_no_address(url: str, monkeypatch: pytest.MonkeyPatch) -
 
 def test_service_that_answers_too_late(serve: Serve) -> None:
     release = threading.Event()
-    serve(lambda _request: release.wait(5) and None)
+
+    def answer(_request: BaseHTTPRequestHandler) -> None:
+        release.wait(5)
+
+    serve(answer)
     begin = time.monotonic()
     with pytest.raises(InternalError, match=r"did not answer within 0\.2 seconds"):
         post(timeout=0.2)

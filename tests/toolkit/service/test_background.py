@@ -1,5 +1,6 @@
 """The service in a thread of this process."""
 
+import json
 import os
 import subprocess
 import sys
@@ -7,7 +8,7 @@ from concurrent.futures import ThreadPoolExecutor
 
 import httpx
 import pytest
-from sembra.local.service import background
+from sembra.errors import InternalError
 from sembra.local.service.background import local_service_url, stop_local_service
 
 from tests.toolkit.documents import document_1d
@@ -56,8 +57,8 @@ def test_a_program_ends_silently_with_the_service_running() -> None:
 
 def test_start_that_takes_too_long(monkeypatch: pytest.MonkeyPatch) -> None:
     stop_local_service()
-    monkeypatch.setattr(background.uvicorn.Server, "run", lambda *_: None)
-    with pytest.raises(background.InternalError, match="did not start"):
+    monkeypatch.setattr("uvicorn.Server.run", lambda *_: None)
+    with pytest.raises(InternalError, match="did not start"):
         local_service_url()
 
 
@@ -68,8 +69,6 @@ def test_same_document_gives_the_same_bytes_in_another_process() -> None:
         answer = post("filldsettlementtemplate/v1/jobs/", {"input": json.load(sys.stdin)})
         print(hashlib.sha256(answer["input_file"].encode()).hexdigest())
     """
-    import json
-
     document = json.dumps(document_1d())
     first, second = (_run(code, document, PYTHONHASHSEED=seed) for seed in ("1", "2"))
     assert first.stdout == second.stdout != ""

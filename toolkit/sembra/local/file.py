@@ -25,7 +25,7 @@ class File:
         self._data = data
 
     @classmethod
-    def from_data(cls, data: str | bytes) -> Self:
+    def from_data(cls, data: str | bytes | bytearray | memoryview) -> Self:
         """Make a file of a text, which is encoded as UTF-8, or of bytes.
 
         Raises:

@@ -89,7 +89,11 @@ class ProcessExecutor(Executor):
             if self._is_shut_down:
                 raise RuntimeError("cannot schedule new calls after shutdown")
             errors = tempfile.TemporaryFile()  # noqa: SIM115 (the thread closes it)
-            future = ProcessFuture(_start_process(errors))
+            try:
+                future = ProcessFuture(_start_process(errors))
+            except BaseException:
+                errors.close()
+                raise
             thread = threading.Thread(
                 target=self._attend, args=(future, call, errors), daemon=True, name="sembra-job"
             )
@@ -116,13 +120,15 @@ class ProcessExecutor(Executor):
     def _attend(self, future: ProcessFuture, call: bytes, errors: IO[bytes]) -> None:
         """Give the call to the process, listen to it, and settle the future."""
         try:
-            with errors:
-                answer = self._converse(future.process, call)
-                code = _await_end(future.process)
-                outcome = _read_outcome(answer, code, _last_words(errors))
+            answer = self._converse(future.process, call)
+            code = _await_end(future.process)
+            outcome = _read_outcome(answer, code, _last_words(errors))
         except Exception as error:
-            end_process(future.process)
             outcome = error
+        finally:
+            end_process(future.process)
+            for stream in (future.process.stdin, future.process.stdout, errors):
+                _close(stream)
         with self._lock:
             del self._running[future]
         if not future.set_running_or_notify_cancel():
@@ -184,13 +190,15 @@ def _last_words(errors: IO[bytes]) -> str:
 
 def _await_end(process: subprocess.Popen[bytes]) -> int:
     """Tell the process that nobody listens any more, and return its exit code."""
-    assert process.stdin is not None
-    assert process.stdout is not None
+    _close(process.stdin)
+    return process.wait()
+
+
+def _close(stream: IO[bytes] | None) -> None:
+    """Close a stream, also one whose other end has gone with something left to write."""
     with suppress(OSError):
-        process.stdin.close()
-    code = process.wait()
-    process.stdout.close()
-    return code
+        if stream is not None:
+            stream.close()
 
 
 class _Outcome(NamedTuple):
