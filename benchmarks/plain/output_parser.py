@@ -25,9 +25,7 @@ class OutputFileParser:
         r"\[Vertical\](?:\r\n|\n|\r)(?P<results>.*?)(?:\r\n|\n|\r)\[End of Vertical\]",
         flags=re.DOTALL,
     )
-    _COORDINATE_PATTERN = re.compile(
-        r"(?P<coordinate>.*?)\s+=\s+ (?P<axes>[X|Z])\sco-ordinate"
-    )
+    _COORDINATE_PATTERN = re.compile(r"(?P<coordinate>.*?)\s+=\s+ (?P<axes>[X|Z])\sco-ordinate")
     _TIME_SETTLEMENT_PER_LOAD_PATTERN = re.compile(
         r"\[Time-Settlement per Load\](?:\r\n|\n|\r)"
         r"\s*(?P<time_step_count>\d+)\s+=\s+Time\sstep\scount\s*(?:\r\n|\n|\r)"

@@ -1,0 +1,160 @@
+"""Subclasses and patches of the reader are honoured."""
+
+import re
+from io import StringIO
+from typing import Any
+
+import pytest
+from sembra.external.dsettlement import OutputFileParser
+
+from benchmarks.plain.output_parser import OutputFileParser as PlainOutputFileParser
+from tests.output.agreement import outcomes
+from tests.output.blocks import (
+    at_time,
+    parser_of,
+    residuals,
+    results,
+    stresses,
+    time_dependent,
+    time_settlement,
+    vertical,
+)
+
+PATTERNS = [name for name, value in vars(OutputFileParser).items() if isinstance(value, re.Pattern)]
+FULL = results(
+    vertical(
+        "1.0 =  X co-ordinate",
+        "[Depths]",
+        "2 = count",
+        "-1.0",
+        "[End of Depths]",
+        stresses(("A", "B"), "1 2", "3 4"),
+        time_settlement("0 1", "2 3"),
+        time_dependent(("A",), at_time("1.0", "1"), at_time("2.0", "2")),
+    ),
+    vertical("2.0 =  Z co-ordinate"),
+    residuals(("Vertical", "Time"), "1 2.0", "2 3.0"),
+)
+
+
+def test_there_are_twelve_compiled_patterns_in_their_order() -> None:
+    assert PATTERNS == [
+        "_FILE_NAME_PATTERN",
+        "_RESULTS_PATTERN",
+        "_VERTICAL_PATTERN",
+        "_COORDINATE_PATTERN",
+        "_TIME_SETTLEMENT_PER_LOAD_PATTERN",
+        "_DEPTHS_PATTERN",
+        "_LEAKAGES_PATTERN",
+        "_DRAINED_LAYERS_PATTERN",
+        "_STRESSES_PATTERN",
+        "_TIME_DEPENDENT_DATA_PATTERN",
+        "_VERTICAL_DATA_AT_TIME",
+        "_RESIDUAL_SETTLEMENTS_PATTERN",
+    ]
+
+
+@pytest.mark.parametrize("name", PATTERNS)
+def test_the_patterns_are_those_of_the_plain_reader(name: str) -> None:
+    assert getattr(OutputFileParser, name) == getattr(PlainOutputFileParser, name)
+
+
+@pytest.mark.parametrize("name", PATTERNS)
+def test_an_equal_pattern_in_the_place_of_the_original_reads_the_same(
+    name: str, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    expected = outcomes(OutputFileParser, FULL)
+    original = getattr(OutputFileParser, name)
+
+    class Pattern:
+        """Runs the original, and is another object."""
+
+        def search(self, text: str) -> Any:
+            return original.search(text)
+
+        def finditer(self, text: str) -> Any:
+            return original.finditer(text)
+
+    monkeypatch.setattr(OutputFileParser, name, Pattern())
+    assert outcomes(OutputFileParser, FULL) == expected
+
+
+def test_a_replaced_pattern_decides() -> None:
+    class Other(OutputFileParser):
+        _DEPTHS_PATTERN = re.compile(r"\[Levels\]\n(?P<data>.*?)\n\[End of Levels\]", re.DOTALL)
+
+    text = vertical("[Levels]", "2 = count", "-1.5", "[End of Levels]")
+    assert Other._parse_vertical(text)["depths"] == [-1.5]
+    assert Other._parse_verticals(text)[1]["depths"] == [-1.5]
+    assert OutputFileParser._parse_vertical(text)["depths"] == []
+
+
+def test_a_group_that_took_no_part_raises_what_none_raises() -> None:
+    class Other(OutputFileParser):
+        _DEPTHS_PATTERN = re.compile(r"\[Depths\](?P<data>never)?")
+
+    with pytest.raises(AttributeError, match="'NoneType' object has no attribute 'splitlines'"):
+        Other._parse_vertical("[Depths]")
+
+
+def test_an_overridden_vertical_is_called_for_each_block() -> None:
+    texts = []
+
+    class Other(OutputFileParser):
+        @classmethod
+        def _parse_vertical(cls, vertical: str) -> dict[str, Any]:
+            texts.append(vertical)
+            return super()._parse_vertical(vertical) | {"extra": cls.__name__}
+
+    other = Other.__new__(Other)
+    other._results = FULL
+    verticals = other.vertical_results
+    assert [v["extra"] for v in verticals.values()] == ["Other", "Other"]
+    assert all(t.startswith("[Vertical]") and t.endswith("[End of Vertical]") for t in texts)
+    plain = parser_of(FULL).vertical_results
+    assert [{k: v for k, v in r.items() if k != "extra"} for r in verticals.values()] == [
+        *plain.values()
+    ]
+
+
+@pytest.mark.parametrize(
+    ("operation", "name"),
+    [
+        ("_parse_verticals", "vertical_results"),
+        ("_parse_residual_settlements", "residual_times"),
+    ],
+)
+def test_an_overridden_operation_stands_behind_its_property(operation: str, name: str) -> None:
+    namespace = {operation: classmethod(lambda cls, text: text)}
+    other: Any = type("Other", (OutputFileParser,), namespace)
+    parser = other(StringIO(FULL))
+    parser._results = "text"
+    assert getattr(parser, name) == "text"
+
+
+def test_an_operation_patched_on_the_object_stands_behind_its_property() -> None:
+    parser = parser_of(FULL)
+    parser._parse_verticals = lambda text: len(text)  # type: ignore[method-assign,assignment]
+    assert parser.vertical_results == len(parser.raw_results)
+
+
+def test_the_constructor_calls_the_overridden_operation() -> None:
+    class Other(OutputFileParser):
+        @classmethod
+        def _parse_results(cls, sld_file: str) -> str:
+            return super()._parse_results(sld_file).upper()
+
+    assert Other(StringIO(FULL)).raw_results.startswith("[RESULTS]")
+
+
+@pytest.mark.parametrize("value", [b"bytes", 1, None])
+@pytest.mark.parametrize(
+    "operation",
+    ["_parse_results", "_parse_verticals", "_parse_vertical", "_parse_residual_settlements"],
+)
+def test_what_is_no_text_is_refused_as_the_patterns_refuse_it(operation: str, value: Any) -> None:
+    with pytest.raises(TypeError) as expected:
+        getattr(PlainOutputFileParser, operation)(value)
+    with pytest.raises(TypeError) as raised:
+        getattr(OutputFileParser, operation)(value)
+    assert str(raised.value) == str(expected.value)
