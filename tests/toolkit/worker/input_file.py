@@ -42,6 +42,8 @@ OPTIONS = {
     "Maintain profile = FALSE": 0,
     "Dispersion conditions layer boundaries top = drained": 1,
     "Dispersion conditions layer boundaries bottom = drained": 1,
+    "Stress distribution soil = Buisman": 0,
+    "Stress distribution loads = None": 0,
     "Dissipation = FALSE": 0,
     "Use fit factors = FALSE": 0,
 }
@@ -130,6 +132,7 @@ CREATED BY : somebody
 {load_lines}[END OF OTHER LOADS]
 [CALCULATION OPTIONS]
 {labelled(OPTIONS, options or {})}
+    0.50 = Load column width non-uniform loads [m]
 {end} = End of consolidation [days]
 {reference_time:.9E} = Reference time
 [END OF CALCULATION OPTIONS]

@@ -55,8 +55,8 @@ def test_one_dimension_to_the_last_digit(name: str) -> None:
     assert compare(name) == (0, 0.0)
 
 
-@pytest.mark.parametrize(("name", "lines"), [("bm1-4", 7), ("bm2-3", 10)])
-def test_uniform_load_on_layers(name: str, lines: int) -> None:
+@pytest.mark.parametrize(("name", "lines"), [("bm1-4", 7), ("bm2-3", 10), ("bm3-13b", 35)])
+def test_cross_sections(name: str, lines: int) -> None:
     different, largest = compare(name)
     assert different <= lines
     assert largest < LARGEST_DIFFERENCE
@@ -88,7 +88,6 @@ def test_consolidation_of_layers_of_different_cv() -> None:
         ("bm4-7b", "The worker calculates NEN-Koppejan with Terzaghi consolidation only."),
         ("bm4-8b", "The worker calculates NEN-Koppejan with Terzaghi consolidation only."),
         ("bm2-5b", "The worker does not cover submerging."),
-        ("bm3-13b", "The worker does not cover non-uniform loads."),
     ],
 )
 def test_what_is_not_covered_says_so(name: str, message: str) -> None:

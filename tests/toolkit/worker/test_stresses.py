@@ -53,5 +53,5 @@ def test_pore_pressure_between_two_levels_is_linear() -> None:
 
 def test_a_load_acts_at_and_below_its_level() -> None:
     load = UniformLoad("Fill", 0, 20.0, 1.5, -1.0)
-    stress = load_stress([load, load], np.array([-0.9, -1.0, -2.0]))
+    stress = load_stress([load, load], 3.0, np.array([-0.9, -1.0, -2.0]))
     assert stress == pytest.approx([0.0, 60.0, 60.0])

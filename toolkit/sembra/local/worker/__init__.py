@@ -1,7 +1,7 @@
 """The worker: settles `.sli` input files on this machine and gives back `.sld` result files.
 
-It covers one-dimensional models with NEN-Koppejan, Terzaghi consolidation and uniform loads. What
-it doesn't cover ends a job with an error that says so.
+It covers NEN-Koppejan with Terzaghi consolidation below uniform loads and, on cross-sections, below
+non-uniform ones. What it doesn't cover ends a job with an error that says so.
 """
 
 from __future__ import annotations

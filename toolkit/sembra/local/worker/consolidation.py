@@ -15,9 +15,8 @@ from dataclasses import dataclass
 
 import numpy as np
 
-from .discretisation import Floats
 from .errors import WorkerError
-from .model import Column
+from .model import Column, Floats
 
 _SECONDS_PER_DAY = 86400.0
 _EARLY = 0.05

@@ -16,9 +16,7 @@ import numpy as np
 from numpy.typing import NDArray
 
 from .errors import WorkerError
-from .model import Column
-
-Floats = NDArray[np.float64]
+from .model import Column, Floats
 
 TOP_OFFSET = 1e-5
 _FINE_STEP = 0.1

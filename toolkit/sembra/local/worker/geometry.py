@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 import itertools
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 from typing import ClassVar
 
 from .errors import WorkerError
@@ -56,6 +56,17 @@ class LayerBetween:
     material: Material
     head_top: Polyline | int
     head_bottom: Polyline | int
+
+
+@dataclass(frozen=True)
+class LevelGround:
+    """Ground that is the same everywhere."""
+
+    ground: Column
+
+    def column(self, x: float, z: float) -> Column:
+        """The column below a vertical at x."""
+        return replace(self.ground, x=x, z=z)
 
 
 @dataclass(frozen=True)

@@ -16,8 +16,7 @@ from dataclasses import dataclass
 
 import numpy as np
 
-from .discretisation import Floats
-from .model import Material
+from .model import Floats, Material
 
 
 @dataclass(frozen=True)

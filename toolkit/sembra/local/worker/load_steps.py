@@ -5,9 +5,9 @@ from __future__ import annotations
 from collections.abc import Sequence
 from dataclasses import dataclass
 
-from .discretisation import Floats, Mesh
+from .discretisation import Mesh
 from .errors import WorkerError
-from .model import UniformLoad
+from .model import Column, Floats, Load
 from .stresses import check_not_negative, load_stress
 
 
@@ -19,14 +19,17 @@ class LoadStep:
     effective: Floats
 
 
-def load_steps(mesh: Mesh, initial: Floats, loads: Sequence[UniformLoad]) -> list[LoadStep]:
+def load_steps(
+    column: Column, mesh: Mesh, initial: Floats, loads: Sequence[Load]
+) -> list[LoadStep]:
     """The load steps in the order of time; loads of the same time form one step.
 
     Without initial loads the first step is that of the soil's own weight, at time 0, which
     changes nothing.
 
     Args:
-        mesh: the mesh of the column.
+        column: the column.
+        mesh: its mesh.
         initial: initial effective stress at the nodes.
         loads: all loads, initial ones too.
     """
@@ -36,7 +39,7 @@ def load_steps(mesh: Mesh, initial: Floats, loads: Sequence[UniformLoad]) -> lis
         steps.append(LoadStep(0.0, initial))
     for time in sorted({load.time for load in later}):
         placed = [load for load in later if load.time <= time]
-        steps.append(LoadStep(time, initial + load_stress(placed, mesh.levels)))
+        steps.append(LoadStep(time, initial + load_stress(placed, column.x, mesh.levels)))
     return steps
 
 

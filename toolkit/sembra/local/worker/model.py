@@ -6,8 +6,16 @@ Compression is positive.
 
 from __future__ import annotations
 
-from dataclasses import dataclass, replace
+from dataclasses import dataclass
 from enum import IntEnum
+from typing import Protocol
+
+import numpy as np
+from numpy.typing import NDArray
+
+Floats = NDArray[np.float64]
+
+_LEVEL_TOLERANCE = 1e-9
 
 
 class PreconsolidationType(IntEnum):
@@ -37,6 +45,13 @@ class PreconsolidationOption(IntEnum):
     def corrected_at_every_step(self) -> bool:
         """Whether each load step raises it to the highest stress before that step."""
         return self % 3 == 2
+
+
+class Distribution(IntEnum):
+    """How the stress below a load of limited width spreads with depth."""
+
+    BUISMAN = 0
+    BOUSSINESQ = 1
 
 
 @dataclass(frozen=True)
@@ -94,10 +109,6 @@ class Column:
         """Level of the ground surface."""
         return self.layers[0].top
 
-    def at(self, x: float, z: float) -> Column:
-        """The same ground below a vertical elsewhere."""
-        return replace(self, x=x, z=z)
-
 
 @dataclass(frozen=True)
 class UniformLoad:
@@ -122,6 +133,29 @@ class UniformLoad:
         """Whether the load belongs to the initial state."""
         return self.time < 0
 
+    def stress(self, _x: float, levels: Floats, /) -> Floats:
+        """Vertical stress at some levels, the same for every x: all of it at and below its own."""
+        return np.where(levels <= self.level + _LEVEL_TOLERANCE, self.pressure, 0.0)
+
+
+class Load(Protocol):
+    """Something that changes the vertical stress in the ground at one time, in days."""
+
+    @property
+    def name(self) -> str:
+        """Name of the load in the input."""
+
+    @property
+    def time(self) -> float:
+        """When the stress changes; -1 for a load of the initial state."""
+
+    @property
+    def is_initial(self) -> bool:
+        """Whether the load belongs to the initial state."""
+
+    def stress(self, x: float, levels: Floats, /) -> Floats:
+        """Change of the vertical stress at x and each of the levels, in kPa."""
+
 
 @dataclass(frozen=True)
 class Options:
@@ -139,9 +173,13 @@ class Options:
 
 @dataclass(frozen=True)
 class Project:
-    """All that a calculation needs, one column for each vertical."""
+    """All that a calculation needs, one column for each vertical.
+
+    `load_areas` holds the cross-sections in m² of the loads that have one.
+    """
 
     columns: tuple[Column, ...]
-    uniform_loads: tuple[UniformLoad, ...]
+    loads: tuple[Load, ...]
     options: Options
     residual_times: tuple[float, ...]
+    load_areas: tuple[float, ...] = ()

@@ -4,8 +4,8 @@ from __future__ import annotations
 
 import numpy as np
 
-from .discretisation import Floats, Mesh
-from .model import Column, Material, PreconsolidationOption, PreconsolidationType
+from .discretisation import Mesh
+from .model import Column, Floats, Material, PreconsolidationOption, PreconsolidationType
 
 
 def preconsolidation_pressure(

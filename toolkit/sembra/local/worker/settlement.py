@@ -8,7 +8,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from .consolidation import degrees_of_consolidation
-from .discretisation import Floats, Mesh, make_mesh
+from .discretisation import Mesh, make_mesh
 from .errors import OUT_OF_RANGE, WorkerError
 from .koppejan import (
     StressPath,
@@ -20,7 +20,7 @@ from .koppejan import (
 )
 from .layer_settlement import LayerSettlement, layer_settlements
 from .load_steps import LoadStep, element_stress, load_steps
-from .model import Column, Options, Project
+from .model import Column, Floats, Options, Project
 from .preconsolidation import preconsolidation_pressure
 from .stresses import initial_effective_stress, middle_effective_stress, pore_pressures
 from .timesteps import calculation_times
@@ -83,11 +83,9 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
     """
     options = project.options
     mesh = make_mesh(column)
-    initial = initial_effective_stress(
-        column, mesh, project.uniform_loads, options.water_unit_weight
-    )
+    initial = initial_effective_stress(column, mesh, project.loads, options.water_unit_weight)
     water = pore_pressures(column, mesh, options.water_unit_weight)
-    steps = load_steps(mesh, initial, project.uniform_loads)
+    steps = load_steps(column, mesh, initial, project.loads)
     pressure, paths = _stress_paths(column, mesh, initial, steps, project)
     times = calculation_times([s.time for s in steps], options.end, project.residual_times)
 
@@ -125,9 +123,7 @@ def _stress_paths(
 ) -> tuple[Floats, list[StressPath]]:
     """The preconsolidation pressure of the last step, and the path of every step, per element."""
     option = project.options.preconsolidation
-    at_middle = middle_effective_stress(
-        column, project.uniform_loads, project.options.water_unit_weight
-    )
+    at_middle = middle_effective_stress(column, project.loads, project.options.water_unit_weight)
     before = highest = element_stress(mesh, initial)
     pressure = preconsolidation_pressure(column, mesh, before, at_middle, option)
     paths = []

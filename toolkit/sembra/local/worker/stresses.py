@@ -10,11 +10,10 @@ from collections.abc import Iterable
 
 import numpy as np
 
-from .discretisation import Floats, Mesh
+from .discretisation import Mesh
 from .errors import WorkerError
-from .model import Column, Layer, UniformLoad
+from .model import Column, Floats, Layer, Load
 
-_LEVEL_TOLERANCE = 1e-9
 _STRESS_TOLERANCE = 1e-6
 _LEAST_EFFECTIVE_STRESS = 0.001
 
@@ -52,16 +51,16 @@ def pore_pressure(
     return (height + settlement) * water_unit_weight if height > 0 else 0.0
 
 
-def load_stress(loads: Iterable[UniformLoad], levels: Floats) -> Floats:
-    """Stress by uniform loads: each acts in full at and below its level and nowhere above it."""
+def load_stress(loads: Iterable[Load], x: float, levels: Floats) -> Floats:
+    """Sum of the stresses by loads at x and some levels."""
     stress = np.zeros_like(levels)
     for load in loads:
-        stress += np.where(levels <= load.level + _LEVEL_TOLERANCE, load.pressure, 0.0)
+        stress += load.stress(x, levels)
     return stress
 
 
 def initial_effective_stress(
-    column: Column, mesh: Mesh, loads: Iterable[UniformLoad], water_unit_weight: float
+    column: Column, mesh: Mesh, loads: Iterable[Load], water_unit_weight: float
 ) -> Floats:
     """Effective stress at the nodes by soil, water and initial loads.
 
@@ -73,7 +72,7 @@ def initial_effective_stress(
     """
     soil = [soil_stress(column, float(level), water_unit_weight) for level in mesh.levels]
     initial = [load for load in loads if load.is_initial]
-    total = np.array(soil) + load_stress(initial, mesh.levels)
+    total = np.array(soil) + load_stress(initial, column.x, mesh.levels)
     effective = total - pore_pressures(column, mesh, water_unit_weight)
     check_not_negative(mesh, effective)
     return np.maximum(effective, _LEAST_EFFECTIVE_STRESS)
@@ -107,7 +106,7 @@ def pore_pressures(
 
 
 def middle_effective_stress(
-    column: Column, loads: Iterable[UniformLoad], water_unit_weight: float
+    column: Column, loads: Iterable[Load], water_unit_weight: float
 ) -> Floats:
     """Initial effective stress in the middle of each layer."""
     middles = np.array([(layer.top + layer.bottom) / 2 for layer in column.layers])
@@ -117,5 +116,5 @@ def middle_effective_stress(
         for layer, level in zip(column.layers, middles, strict=True)
     ]
     initial = [load for load in loads if load.is_initial]
-    stress: Floats = np.array(soil) - np.array(water) + load_stress(initial, middles)
+    stress: Floats = np.array(soil) - np.array(water) + load_stress(initial, column.x, middles)
     return stress

@@ -13,7 +13,7 @@ from collections.abc import Iterable, Sequence
 
 import numpy as np
 
-from .discretisation import Floats
+from .model import Floats
 
 FIRST_STEP = 0.1
 _FACTOR = 10.0**0.1

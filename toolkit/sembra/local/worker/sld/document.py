@@ -7,6 +7,7 @@ from collections.abc import Iterator, Sequence
 from ..model import Project
 from ..settlement import ColumnResult
 from .dissipation import dissipation_block
+from .format import fixed
 from .residual import residual_block
 from .vertical import vertical_block
 
@@ -53,6 +54,10 @@ def _results(project: Project, results: Sequence[ColumnResult]) -> Iterator[str]
     for number, result in enumerate(results, 1):
         yield from vertical_block(number, result)
     yield from residual_block(results, project.residual_times)
+    if project.load_areas:
+        yield from ("[Amounts of Loads]", f"{len(project.load_areas):7d}     number of loads")
+        yield from (fixed(area) for area in project.load_areas)
+        yield "[End of Amounts of Loads]"
     if project.options.dissipation:
         yield from dissipation_block(results[0])
     yield "[End of Results]"

@@ -6,7 +6,7 @@ from collections.abc import Iterator
 
 import numpy as np
 
-from ..discretisation import Floats
+from ..model import Floats
 from ..settlement import ColumnResult
 from .format import column_indication, fixed
 

@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 from ..errors import UNSUPPORTED_MODEL, InputFileError, NotCoveredError
-from ..model import Options, PreconsolidationOption
+from ..model import Distribution, Options, PreconsolidationOption
 from ..sections import Line, Section, parse_number
 from .loads import count_loads
 
@@ -18,13 +18,13 @@ _UNCOVERED_MODEL_SWITCHES = {
     "Secondary swelling": "the separate secondary swelling",
 }
 _UNCOVERED_OPTION_SWITCHES = {
+    "Stress distribution loads": "the stress distribution within loads",
     "Imaginary surface": "an imaginary surface",
     "Submerging": "submerging",
     "Maintain profile": "maintaining the profile",
     "Use fit factors": "fit factors",
     "Predict settlements omitting additional loadsteps": "the omission of additional load steps",
 }
-_UNCOVERED_LOADS = {"NON-UNIFORM LOADS": "non-uniform loads", "WATER LOADS": "water loads"}
 
 
 class Labelled:
@@ -87,9 +87,8 @@ def check_model(whole: Section) -> None:
     for label, what in _UNCOVERED_OPTION_SWITCHES.items():
         if options.switch(label, absent=False):
             raise NotCoveredError.of(what)
-    for section, what in _UNCOVERED_LOADS.items():
-        if count_loads(whole, section):
-            raise NotCoveredError.of(what)
+    if count_loads(whole, "WATER LOADS"):
+        raise NotCoveredError.of("water loads")
 
 
 def read_options(whole: Section) -> Options:
@@ -124,6 +123,26 @@ def read_options(whole: Section) -> Options:
         dissipation=options.switch("Dissipation"),
         water_unit_weight=_read_water_unit_weight(whole),
     )
+
+
+def read_spreading(whole: Section) -> tuple[Distribution, float]:
+    """How stress spreads below loads, and the width in metres of the strips they are cut into.
+
+    Raises:
+        InputFileError: the section is malformed, or a value is out of range.
+    """
+    options = Labelled(whole.section("CALCULATION OPTIONS"))
+    label = "Stress distribution soil"
+    code = options.code(label)
+    if code not in list(Distribution):
+        raise options.error(label, f"the stress distribution {code} is unknown")
+    width = options.number("Load column width non-uniform loads [m]")
+    if width <= 0:
+        raise options.error(
+            "Load column width non-uniform loads [m]",
+            "the load column width should be greater than zero",
+        )
+    return Distribution(code), width
 
 
 def read_residual_times(whole: Section, end: float) -> tuple[float, ...]:

@@ -2,14 +2,15 @@
 
 from __future__ import annotations
 
-from collections.abc import Callable
-
-from ..model import Column, Material, Project
+from ..embankment import Site, StripLoad, strip_loads
+from ..errors import NotCoveredError
+from ..geometry import Geometry2D, LevelGround
+from ..model import Column, Load, Material, Options, Project
 from ..sections import Section, read_whole
 from .geometry_1d import read_column
 from .geometry_2d import read_geometry
-from .loads import read_uniform_loads
-from .options import Labelled, check_model, read_options, read_residual_times
+from .loads import read_embankments, read_uniform_loads
+from .options import Labelled, check_model, read_options, read_residual_times, read_spreading
 from .soils import read_materials
 
 
@@ -26,32 +27,52 @@ def read_project(text: str) -> Project:
     whole = read_whole(text).section("INPUT DATA")
     check_model(whole)
     options = read_options(whole)
-    loads = read_uniform_loads(whole)
+    materials = read_materials(whole)
+    ground = _read_ground(whole, materials)
+    embankments = _read_embankments(whole, ground, options)
+    loads: tuple[Load, ...] = (*read_uniform_loads(whole), *embankments)
     for load in loads:
         if load.time >= options.end:
-            raise whole.section("OTHER LOADS").error(
-                f'the load "{load.name}" comes at {load.time:g} days, which is not before the end '
-                f"of consolidation at {options.end:g} days"
+            raise whole.section("CALCULATION OPTIONS").error(
+                f'the load "{load.name}" comes at {load.time:g} days, which is not before '
+                f"the end of consolidation at {options.end:g} days"
             )
-    materials = read_materials(whole)
-    cut = _read_cut(whole, materials)
     columns: list[Column] = []
     cursor = whole.section("VERTICALS").cursor()
     for number in range(1, cursor.count("the number of verticals") + 1):
         x, z = cursor.numbers(f"X and Z of vertical {number}", 2)
-        columns.append(cut(x, z))
+        columns.append(ground.column(x, z))
     if not columns:
         raise cursor.error("there are no verticals")
     return Project(
         columns=tuple(columns),
-        uniform_loads=loads,
+        loads=loads,
         options=options,
         residual_times=read_residual_times(whole, options.end),
+        load_areas=tuple(load.area for load in embankments),
     )
 
 
-def _read_cut(whole: Section, materials: dict[str, Material]) -> Callable[[float, float], Column]:
-    """What gives the column of a vertical at x and z."""
+def _read_ground(whole: Section, materials: dict[str, Material]) -> LevelGround | Geometry2D:
     if Labelled(whole.section("MODEL")).switch("Dimension"):
-        return read_geometry(whole, materials).column
-    return read_column(whole, materials).at
+        return read_geometry(whole, materials)
+    return LevelGround(read_column(whole, materials))
+
+
+def _read_embankments(
+    whole: Section, ground: LevelGround | Geometry2D, options: Options
+) -> list[StripLoad]:
+    embankments = read_embankments(whole, options.end)
+    if not embankments:
+        return []
+    if isinstance(ground, LevelGround):
+        raise NotCoveredError.of("non-uniform loads on one-dimensional models")
+    distribution, width = read_spreading(whole)
+    site = Site(
+        surface=ground.layers[0].top,
+        phreatic_line=ground.phreatic_line,
+        water_unit_weight=options.water_unit_weight,
+        strip_width=width,
+        distribution=distribution,
+    )
+    return strip_loads(embankments, site)

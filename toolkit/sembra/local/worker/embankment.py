@@ -1,0 +1,151 @@
+"""Non-uniform loads: embankments of any shape, cut into upright strips of uniform pressure."""
+
+from __future__ import annotations
+
+import math
+from collections.abc import Sequence
+from dataclasses import dataclass, replace
+
+import numpy as np
+
+from .errors import WorkerError
+from .geometry import Polyline
+from .model import Distribution, Floats
+from .spreading import strip_share
+
+_HEIGHT_TOLERANCE = 1e-6
+_MOST_STRIPS = 100_000
+
+
+@dataclass(frozen=True)
+class Embankment:
+    """A load between a polyline and the ground or loads below it, as read from the input.
+
+    Its unit weights hold above and below the phreatic level. A temporary load has a time of
+    removal.
+    """
+
+    name: str
+    time: float
+    removal: float | None
+    unit_weight_dry: float
+    unit_weight_wet: float
+    outline: Polyline
+
+
+@dataclass(frozen=True)
+class Strips:
+    """Uniform strip loads: edges, surface level and height in metres, pressures in kPa."""
+
+    left: Floats
+    right: Floats
+    level: Floats
+    height: Floats
+    pressure: Floats
+
+
+@dataclass(frozen=True)
+class StripLoad:
+    """Strips that come, or with negative pressures go, at one time."""
+
+    name: str
+    time: float
+    strips: Strips
+    distribution: Distribution
+
+    @property
+    def is_initial(self) -> bool:
+        """Whether the load belongs to the initial state."""
+        return self.time < 0
+
+    @property
+    def area(self) -> float:
+        """Cross-section of the load, in m²."""
+        strips = self.strips
+        return float(np.sum((strips.right - strips.left) * strips.height))
+
+    def stress(self, x: float, levels: Floats, /) -> Floats:
+        """Vertical stress at x and some levels; above the surface of a strip it gives none."""
+        strips = self.strips
+        depth = strips.level - levels[:, None]
+        share = strip_share(self.distribution, strips.left - x, strips.right - x, depth)
+        stress: Floats = (share * strips.pressure).sum(axis=1)
+        return stress
+
+
+@dataclass(frozen=True)
+class Site:
+    """What embankments stand on, and how their stress spreads."""
+
+    surface: Polyline
+    phreatic_line: Polyline
+    water_unit_weight: float
+    strip_width: float
+    distribution: Distribution
+
+
+def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad]:
+    """The loads of embankments, removals included, each on top of the ones before it.
+
+    Raises:
+        WorkerError: an embankment lies below the ground or the loads under it, or has too many
+            strips.
+    """
+    loads = []
+    for index, embankment in enumerate(embankments):
+        strips = _cut(embankment, embankments[:index], site)
+        loads.append(StripLoad(embankment.name, embankment.time, strips, site.distribution))
+        if embankment.removal is not None:
+            taken = replace(strips, pressure=-strips.pressure)
+            loads.append(StripLoad(embankment.name, embankment.removal, taken, site.distribution))
+    return loads
+
+
+def _cut(embankment: Embankment, under: Sequence[Embankment], site: Site) -> Strips:
+    """Strips from the left end on; the height of each is that in its middle."""
+    start, end = embankment.outline.points[0][0], embankment.outline.points[-1][0]
+    count = math.ceil((end - start) / site.strip_width - 1e-9)
+    if count > _MOST_STRIPS:
+        raise WorkerError(f'The load "{embankment.name}" has too many columns.')
+    edges = np.append(start + site.strip_width * np.arange(count, dtype=np.float64), end)
+    middles = [float(middle) for middle in (edges[:-1] + edges[1:]) / 2]
+    grounds = [_ground(under, site, x) for x in middles]
+    heights = [
+        embankment.outline.level(x) - ground for x, ground in zip(middles, grounds, strict=True)
+    ]
+    if heights and min(heights) < -_HEIGHT_TOLERANCE:
+        raise WorkerError(
+            f'The load "{embankment.name}" lies below the ground or a load before it at '
+            f"x = {middles[int(np.argmin(heights))]:g} m."
+        )
+    return Strips(
+        left=edges[:-1],
+        right=edges[1:],
+        level=np.array([site.surface.level(x) for x in middles]),
+        height=np.array(heights),
+        pressure=np.array(
+            [
+                _pressure(embankment, ground, height, site.phreatic_line.level(x), site)
+                for x, ground, height in zip(middles, grounds, heights, strict=True)
+            ]
+        ),
+    )
+
+
+def _ground(under: Sequence[Embankment], site: Site, x: float) -> float:
+    """Level that an embankment rests on: the surface, or a load that came before it."""
+    levels = [
+        lower.outline.level(x)
+        for lower in under
+        if lower.outline.points[0][0] <= x <= lower.outline.points[-1][0]
+    ]
+    return max([site.surface.level(x), *levels])
+
+
+def _pressure(
+    embankment: Embankment, ground: float, height: float, phreatic_level: float, site: Site
+) -> float:
+    """Weight of a column of an embankment; below water it displaces the water that stood there."""
+    wet = min(max(phreatic_level - ground, 0.0), height)
+    weight_under_water = embankment.unit_weight_wet - site.water_unit_weight
+    return (height - wet) * embankment.unit_weight_dry + wet * weight_under_water
