@@ -1,0 +1,1 @@
+"""The usage stories, told on the terminal, in tables and in pictures."""

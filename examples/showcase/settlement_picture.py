@@ -1,0 +1,157 @@
+"""Settlement against time."""
+
+from collections.abc import Sequence
+from dataclasses import dataclass
+from math import log10
+from pathlib import Path
+
+import numpy as np
+from matplotlib.axes import Axes
+from matplotlib.ticker import FuncFormatter, NullFormatter
+
+from .settlements import LoadStep
+from .spreading import spread
+from .style import GRID, INK, LOAD, picture
+
+FIRST_TIME = 1.0
+"""Left end of the time axis [days]: a logarithmic axis has no day 0."""
+
+NARROWEST_LABEL = 0.052
+"""Least distance between the numbers of load steps, as a part of the width of the diagram."""
+
+LEGEND_TITLE = "Settlement by the loads"
+
+LINE_OF_TEXT = 0.045
+"""Height of a line of text, as a part of the height of the lower diagram."""
+
+
+@dataclass(frozen=True)
+class Curve:
+    """Settlements [m] against times [days], and how the curve is drawn.
+
+    The curve gets a dot at each of the marked times.
+    """
+
+    label: str
+    times: Sequence[float]
+    settlements: Sequence[float]
+    color: str
+    line_style: str = "-"
+    line_width: float = 1.4
+    marked_times: Sequence[float] = ()
+
+
+def draw_settlements(
+    path: Path, curves: Sequence[Curve], steps: Sequence[LoadStep], title: str
+) -> None:
+    """Draw curves under a diagram of the load, and write the picture.
+
+    path: the file to write.
+    curves: at least one curve, all up to the same last time.
+    steps: the load steps in the order of time.
+    title: stands above the picture.
+    """
+    end = max(curve.times[-1] for curve in curves)
+    with picture(path, 9.0, 7.0) as figure:
+        upper, lower = figure.subplots(2, sharex=True, height_ratios=[1, 3.6])
+        upper.set_title(title, loc="left", pad=36)
+        _prepare_time_axis(lower, end)
+        _draw_load(upper, steps, end)
+        _draw_settlement(lower, curves)
+        _mark_steps(upper, lower, steps, end)
+
+
+def _prepare_time_axis(axes: Axes, end: float) -> None:
+    axes.set_xscale("log")
+    axes.set_xlim(FIRST_TIME, end)
+    axes.xaxis.set_major_formatter(FuncFormatter(lambda time, _: f"{time:g}"))
+    axes.xaxis.set_minor_formatter(NullFormatter())
+    axes.set_xlabel("Time [days]")
+
+
+def _draw_load(axes: Axes, steps: Sequence[LoadStep], end: float) -> None:
+    """Draw the stress that the load steps have brought to the surface by each time."""
+    times, pressures = [0.0], [0.0]
+    for step in steps:
+        times.append(step.time)
+        pressures.append(pressures[-1] + step.pressure)
+    times.append(end)
+    pressures.append(pressures[-1])
+    axes.fill_between(times, pressures, step="post", color=LOAD, alpha=0.15, linewidth=0)
+    axes.step(times, pressures, where="post", color=LOAD, linewidth=1.4)
+    axes.set_ylim(0, 1.15 * max(pressures, default=1.0) or 1.0)
+    axes.set_ylabel("Added load\n[kPa]")
+    _draw_grid(axes)
+
+
+def _draw_settlement(axes: Axes, curves: Sequence[Curve]) -> None:
+    """Draw the curves, with the last settlement of each at its end."""
+    for curve in curves:
+        axes.plot(
+            curve.times, curve.settlements, color=curve.color, linestyle=curve.line_style,
+            linewidth=curve.line_width, label=curve.label, zorder=3,
+        )  # fmt: skip
+        marked = [time for time in curve.marked_times if time >= FIRST_TIME]
+        dots = axes.plot(
+            marked, np.interp(marked, curve.times, curve.settlements), color=curve.color,
+            marker="o", markersize=4, linestyle="none", zorder=4, clip_on=False,
+        )  # fmt: skip
+        dots[0].set_in_layout(False)
+    deepest = max(max(curve.settlements) for curve in curves)
+    highest = min(min(curve.settlements) for curve in curves)
+    room = 0.06 * (deepest - highest or 1.0)
+    axes.set_ylim(deepest + room, highest - (room if highest < 0 else 0))
+    axes.set_ylabel("Settlement [m]")
+    axes.legend(loc="best", title=LEGEND_TITLE, alignment="left", frameon=True, edgecolor="none")
+    _draw_grid(axes)
+    _write_last_settlements(axes, curves)
+
+
+def _write_last_settlements(axes: Axes, curves: Sequence[Curve]) -> None:
+    bottom, top = axes.get_ylim()
+    last = [curve.settlements[-1] for curve in curves]
+    for curve, place in zip(curves, spread(last, LINE_OF_TEXT * abs(bottom - top)), strict=True):
+        axes.annotate(
+            f"{curve.settlements[-1]:.3f} m",
+            (1.0, place),
+            xycoords=("axes fraction", "data"),
+            xytext=(6, 0),
+            textcoords="offset points",
+            va="center",
+            color=curve.color,
+        )
+
+
+def _mark_steps(upper: Axes, lower: Axes, steps: Sequence[LoadStep], end: float) -> None:
+    """Draw a line through both diagrams at each load step, with its number and day above it."""
+    decades = log10(end / FIRST_TIME)
+    places = [log10(max(step.time, FIRST_TIME) / FIRST_TIME) / decades for step in steps]
+    labels = spread(places, NARROWEST_LABEL)
+    for number, (step, place, label) in enumerate(zip(steps, places, labels, strict=True), 1):
+        for axes in (upper, lower):
+            axes.axvline(
+                max(step.time, FIRST_TIME),
+                color=LOAD,
+                linewidth=0.9,
+                linestyle=(0, (4, 3)),
+                zorder=2,
+            )
+        before = "\N{BLACK LEFT-POINTING SMALL TRIANGLE} " if step.time < FIRST_TIME else ""
+        upper.annotate(
+            f"{number}\n{before}day {step.time:g}",
+            (place, 1.0),
+            xycoords="axes fraction",
+            xytext=(label, 1.03),
+            textcoords="axes fraction",
+            ha="center",
+            va="bottom",
+            color=LOAD,
+            fontsize=8.5,
+        )
+
+
+def _draw_grid(axes: Axes) -> None:
+    axes.grid(True, which="major", color=GRID, linewidth=0.8)
+    axes.grid(True, which="minor", axis="x", color=GRID, linewidth=0.4)
+    axes.tick_params(which="both", direction="in", color=INK)
+    axes.set_axisbelow(True)
