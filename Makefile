@@ -45,6 +45,9 @@ lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type c
 	printf '%s\n' $(filter %.cpp,$(CXX_FILES)) | \
 	  xargs -P $(JOBS) -n 1 $(BIN)/clang-tidy -p build/lint --quiet
 
+demo: $(BUILT) $(STAMPS)/demo  ## tell the usage story, with files and pictures in demo/
+	$(BIN)/python -m examples.showcase demo
+
 clean:  ## remove all that the other targets made
 	rm -rf $(VENV) build demo site fuzz-findings
 
