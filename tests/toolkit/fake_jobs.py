@@ -1,5 +1,6 @@
 """Calls for a process of its own, in the place of the worker's."""
 
+import importlib
 import os
 import signal
 import subprocess
@@ -39,6 +40,12 @@ def answer_nonsense(_content: Content) -> Any:
 def raise_error(_content: Content) -> Result:
     """Crash with an exception."""
     raise ValueError("out of sand")
+
+
+def import_missing(_content: Content) -> Result:
+    """Crash like a worker that isn't installed whole."""
+    importlib.import_module("sembra.local.no_such_worker")
+    return {}
 
 
 def raise_timeout(_content: Content) -> Result:

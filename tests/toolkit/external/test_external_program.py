@@ -140,6 +140,7 @@ def test_timeout_must_be_above_zero(timeout: float) -> None:
     ("function", "message"),
     [
         (fake_jobs.raise_error, "The worker crashed: ValueError: out of sand"),
+        (fake_jobs.import_missing, "The worker crashed: ModuleNotFoundError: No module named"),
         (fake_jobs.raise_timeout, "The worker crashed: TimeoutError: not the job's"),
         (fake_jobs.kill_itself, "The worker crashed: the process ended with signal 9: last words"),
         (fake_jobs.leave, "The worker crashed: the process ended with exit code 3"),
@@ -151,16 +152,6 @@ def test_crash_of_the_worker(entry: Any, function: Any, message: str) -> None:
     with pytest.raises(ExecutionError) as caught:
         Program("x").execute(timeout=30)
     assert str(caught.value).startswith(message)
-
-
-def test_worker_that_cannot_be_imported(entry: Any) -> None:
-    def function(_content: Any) -> Any: ...
-
-    function.__module__ = "no_such_module"
-    function.__qualname__ = "run"
-    with pytest.raises(Exception, match="no_such_module"):
-        entry(function)
-        Program("x").execute(timeout=30)
 
 
 def test_content_that_fails_to_generate_passes_through() -> None:
