@@ -1,6 +1,9 @@
 // Columns of numbers out of rows of text.
 #pragma once
 
+#include <bit>
+#include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -10,10 +13,15 @@
 
 namespace dsettlement::output {
 
-// Lists of one length, one per column, that are filled row by row.
+// Lists of one length, one per column, that are filled row by row. Numerals recur, mostly in the
+// same place of an earlier table with the same columns, such as depths at each time, and else down
+// a column; then the same float stands in both places. That takes less time than a new one, and
+// less memory.
 class Columns {
  public:
-  Columns(std::size_t columns, std::size_t rows) {
+  // `pattern` holds columns of an earlier table, if there is one.
+  Columns(std::size_t columns, std::size_t rows, std::span<const host::Ref> pattern = {})
+      : pattern_(pattern) {
     lists_.reserve(columns);
     for (std::size_t i = 0; i < columns; ++i) {
       lists_.push_back(host::Ref::steal(PyList_New(static_cast<Py_ssize_t>(rows))));
@@ -21,6 +29,15 @@ class Columns {
   }
 
   void put(std::size_t column, std::size_t row, double number) {
+    PyObject* const list = lists_[column].get();
+    if (column < pattern_.size()) {
+      PyObject* const earlier = pattern_[column].get();
+      if (row < static_cast<std::size_t>(PyList_GET_SIZE(earlier)) &&
+          put_if_equal(list, row, PyList_GET_ITEM(earlier, row), number)) {
+        return;
+      }
+    }
+    if (row > 0 && put_if_equal(list, row, PyList_GET_ITEM(list, row - 1), number)) return;
     put(column, row, host::real(number));
   }
   void put(std::size_t column, std::size_t row, host::Ref number) {
@@ -30,6 +47,17 @@ class Columns {
   [[nodiscard]] std::vector<host::Ref> done() { return std::move(lists_); }
 
  private:
+  static bool put_if_equal(PyObject* list, std::size_t row, PyObject* other, double number) {
+    // To the bit: zeros have signs.
+    if (std::bit_cast<std::uint64_t>(PyFloat_AS_DOUBLE(other)) !=
+        std::bit_cast<std::uint64_t>(number)) {
+      return false;
+    }
+    PyList_SET_ITEM(list, static_cast<Py_ssize_t>(row), Py_NewRef(other));
+    return true;
+  }
+
+  std::span<const host::Ref> pattern_;
   std::vector<host::Ref> lists_;
 };
 
@@ -96,15 +124,17 @@ void read_columns(Text<Character> rows, std::size_t columns, Put&& put) {
   failure.raise_if_any();
 }
 
-// The first columns of a table as lists, one number per row.
+// The first columns of a table as lists, one number per row. `pattern` holds the columns of an
+// earlier table, in which numbers are likely to recur.
 template <typename Character>
-[[nodiscard]] std::vector<host::Ref> build_columns(Text<Character> rows, std::size_t columns) {
+[[nodiscard]] std::vector<host::Ref> build_columns(Text<Character> rows, std::size_t columns,
+                                                   std::span<const host::Ref> pattern = {}) {
   if (columns == 0) return {};
   const std::size_t row_count = count_lines(rows);
   if (!has_room_for(rows, row_count, columns)) {
     read_columns(rows, columns, [](std::size_t, std::size_t, const auto&) {});
   }
-  Columns lists(columns, row_count);
+  Columns lists(columns, row_count, pattern);
   read_columns(rows, columns, [&](std::size_t column, std::size_t row, auto&& number) {
     lists.put(column, row, std::forward<decltype(number)>(number));
   });

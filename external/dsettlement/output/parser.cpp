@@ -98,7 +98,7 @@ Ref parse_residual_settlements(State& state, Arguments arguments) {
 
 }  // namespace
 
-void define_parser(const host::Module& module, State& state) {
+void define_parser(host::Module& module, State& state) {
   host::ClassBody body(
       module, "OutputFileParser",
       "Helper class to extract results from a D-Settlement output file (.sld).\n\n"

@@ -5,6 +5,6 @@
 
 namespace dsettlement::output {
 
-void define_parser(const host::Module& module, State& state);
+void define_parser(host::Module& module, State& state);
 
 }  // namespace dsettlement::output

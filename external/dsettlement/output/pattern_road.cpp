@@ -73,8 +73,9 @@ Ref match_coordinates(const State& state, Handle cls, Handle vertical) {
 Ref build_stresses(const State& state, const Ref& match) {
   if (!match) return Mapping().done();
   const std::vector<Ref> headers = lines_of(state, match, state.names.headers);
-  return with_lines_of(state, match, state.names.data,
-                       [&](auto rows) { return build_table(headers, rows); });
+  return with_lines_of(state, match, state.names.data, [&](auto rows) {
+    return table_of(headers, build_columns(rows, headers.size()));
+  });
 }
 
 Ref build_time_settlement(const State& state, const Ref& match) {
@@ -99,8 +100,9 @@ Ref build_vertical_data(const State& state, Handle cls, const Ref& match) {
   Mapping mapping;
   find_all(state, cls, Pattern::vertical_data_at_time, data, [&](const Ref& block) {
     const Ref time = real_of_group(state, block, state.names.time);
-    mapping.put(time, with_lines_of(state, block, state.names.data,
-                                    [&](auto rows) { return build_table(headers, rows); }));
+    mapping.put(time, with_lines_of(state, block, state.names.data, [&](auto rows) {
+                  return table_of(headers, build_columns(rows, headers.size()));
+                }));
   });
   return mapping.done();
 }

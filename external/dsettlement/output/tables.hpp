@@ -34,10 +34,9 @@ template <typename Character>
 }
 
 // A mapping of header to column. Of equal headers the later column wins, in the place of the first.
-template <typename Character>
-[[nodiscard]] host::Ref build_table(const std::vector<host::Ref>& headers, Text<Character> rows) {
+[[nodiscard]] inline host::Ref table_of(const std::vector<host::Ref>& headers,
+                                        const std::vector<host::Ref>& columns) {
   host::Mapping table;
-  const std::vector<host::Ref> columns = build_columns(rows, headers.size());
   for (std::size_t i = 0; i < headers.size(); ++i) table.put(headers[i], columns[i]);
   return table.done();
 }

@@ -25,7 +25,8 @@ Ref build_coordinates(const State& state,
 template <typename Character>
 Ref build_stresses(const std::optional<TableMarks<Character>>& stresses) {
   if (!stresses) return Mapping().done();
-  return build_table(split_lines(stresses->headers), stresses->rows);
+  const std::vector<Ref> headers = split_lines(stresses->headers);
+  return table_of(headers, build_columns(stresses->rows, headers.size()));
 }
 
 template <typename Character>
@@ -44,9 +45,11 @@ Ref build_vertical_data(const VerticalMarks<Character>& marks) {
   Mapping mapping;
   if (!marks.time_dependent_headers) return mapping.done();
   const std::vector<Ref> headers = split_lines(*marks.time_dependent_headers);
+  std::vector<Ref> columns;
   for (const auto& block : marks.times) {
     const Ref time = real_of(block.time);
-    mapping.put(time, build_table(headers, block.rows));
+    columns = build_columns(block.rows, headers.size(), columns);
+    mapping.put(time, table_of(headers, columns));
   }
   return mapping.done();
 }

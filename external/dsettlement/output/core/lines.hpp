@@ -25,26 +25,40 @@ void for_each_line(Text<Character> text, Visit&& visit) {
   }
 }
 
-// The number of lines. Written without branches, so that the compiler can take many characters at
-// a time.
+namespace detail {
+
+// 1 for a character that ends a line, else 0; the LF of a CR LF counts, its CR doesn't. Without
+// branches, and in the width of the characters.
+template <typename Character>
+constexpr Character ends_line(Character c, Character next) noexcept {
+  const auto truth = [](bool value) { return static_cast<Character>(value); };
+  Character boundary = truth(c >= '\n') & truth(c <= '\r');
+  boundary |= truth(c >= 0x1c) & truth(c <= 0x1e);
+  boundary |= truth(c == 0x85);
+  if constexpr (sizeof(Character) > 1) boundary |= truth((c | 1U) == 0x2029U);
+  return boundary & static_cast<Character>(1U ^ (truth(c == '\r') & truth(next == '\n')));
+}
+
+}  // namespace detail
+
+// The number of lines. It sums in blocks that are small enough for a sum in the width of the
+// characters, so that the compiler can take many of them at a time.
 template <typename Character>
 std::size_t count_lines(Text<Character> text) noexcept {
+  constexpr std::ptrdiff_t block = 128;
   if (text.empty()) return 0;
-  std::size_t boundaries = 0;
-  std::size_t pairs = 0;
-  for (const Character* c = text.begin; c != text.end; ++c) {
-    const std::uint32_t character = *c;
-    const bool is_wide_boundary =
-        sizeof(Character) > 1 && static_cast<unsigned>((character | 1U) == 0x2029U) != 0U;
-    boundaries += static_cast<unsigned>(character - '\n' < 4U) |
-                  static_cast<unsigned>(character - 0x1cU < 3U) |
-                  static_cast<unsigned>(character == 0x85U) |
-                  static_cast<unsigned>(is_wide_boundary);
+  const Character* const last = text.end - 1;
+  std::size_t count = is_line_boundary(*last) ? 0 : 1;
+  const Character* place = text.begin;
+  for (; last - place >= block; place += block) {
+    Character sum = 0;
+    for (std::ptrdiff_t i = 0; i < block; ++i) {
+      sum = static_cast<Character>(sum + detail::ends_line(place[i], place[i + 1]));
+    }
+    count += sum;
   }
-  for (const Character* c = text.begin; c != text.end - 1; ++c) {
-    pairs += static_cast<unsigned>(c[0] == '\r') & static_cast<unsigned>(c[1] == '\n');
-  }
-  return boundaries - pairs + (is_line_boundary(text.end[-1]) ? 0 : 1);
+  for (; place != last; ++place) count += detail::ends_line(place[0], place[1]);
+  return count + detail::ends_line(*last, Character{0});
 }
 
 }  // namespace dsettlement::output
