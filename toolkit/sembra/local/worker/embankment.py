@@ -67,10 +67,11 @@ class StripLoad:
     def stress(self, x: float, levels: Floats, /) -> Floats:
         """Vertical stress at x and some levels; above the surface of a strip it gives none."""
         strips = self.strips
-        depth = strips.level - levels[:, None]
-        share = strip_share(self.distribution, strips.left - x, strips.right - x, depth)
-        stress: Floats = (share * strips.pressure).sum(axis=1)
-        return stress
+        left, right = strips.left - x, strips.right - x
+        shares = (
+            strip_share(self.distribution, left, right, strips.level - level) for level in levels
+        )
+        return np.array([float(share @ strips.pressure) for share in shares])
 
 
 @dataclass(frozen=True)

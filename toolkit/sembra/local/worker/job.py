@@ -7,8 +7,10 @@ import binascii
 from collections.abc import Callable
 from typing import Any
 
+import numpy as np
+
 from .console import configured_command, run_console
-from .errors import INTERNAL_ERROR, INVALID_BODY, UNSUPPORTED_JOB, WorkerError
+from .errors import INTERNAL_ERROR, INVALID_BODY, OUT_OF_RANGE, UNSUPPORTED_JOB, WorkerError
 from .settlement import calculate
 from .sld import write_results
 from .sli import read_project
@@ -36,9 +38,12 @@ def run_job(
         A job either has all its results or an error; this function raises nothing for bad input.
     """
     try:
-        files = _run(content, report)
+        with np.errstate(over="raise", invalid="raise", divide="raise"):
+            files = _run(content, report)
     except WorkerError as error:
         return _failed(str(error))
+    except (FloatingPointError, OverflowError):
+        return _failed(OUT_OF_RANGE)
     except Exception as error:
         return _failed(INTERNAL_ERROR.format(error=f"{type(error).__name__}: {error}"))
     return {"files": {name: _encode(data) for name, data in files.items()}, "error": None}

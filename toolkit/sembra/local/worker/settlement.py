@@ -58,16 +58,12 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
         report: is told the fraction done, from 0 to 1, after each column.
 
     Raises:
-        WorkerError: an effective stress isn't positive, a layer can't consolidate, or the numbers
-            of the input are too large or too small to calculate with.
+        WorkerError: an effective stress isn't positive, a layer can't consolidate, or a result is
+            no finite number.
     """
     results = []
     for number, column in enumerate(project.columns, 1):
-        with np.errstate(over="raise", invalid="raise", divide="raise"):
-            try:
-                result = calculate_column(column, project)
-            except (FloatingPointError, OverflowError):
-                raise WorkerError(OUT_OF_RANGE) from None
+        result = calculate_column(column, project)
         if not (np.all(np.isfinite(result.settlements)) and np.all(np.isfinite(result.loading))):
             raise WorkerError(OUT_OF_RANGE)
         results.append(result)
