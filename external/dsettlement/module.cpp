@@ -12,6 +12,7 @@
 #include "model/enumerations.hpp"
 #include "model/frame.hpp"
 #include "model/vertical.hpp"
+#include "output/parser.hpp"
 #include "soil/drain_schedule.hpp"
 #include "soil/load.hpp"
 #include "soil/material.hpp"
@@ -34,11 +35,12 @@ struct State {
     geometry::define_geometry_1d(module, geometry);
     geometry::define_model_1d(module, geometry);
     analysis::define_analysis_job(module, analysis);
+    output::define_parser(module, output);
 
     host::List names;
     for (const char* name :
          {"CalculationModel", "ConsolidationModel", "DSettlementAnalysis", "DrainGrid", "DrainType",
-          "DrainageSimpleMode", "Metadata", "Model1D", "VerticalDrain"}) {
+          "DrainageSimpleMode", "Metadata", "Model1D", "OutputFileParser", "VerticalDrain"}) {
       names.append(host::Name(name));
     }
     module.add(host::Name("__all__"), names.done());
@@ -50,6 +52,7 @@ struct State {
   soil::State soil{module, toolkit};
   analysis::State analysis{module, toolkit};
   geometry::State geometry{module, toolkit, model};
+  output::State output{module, toolkit};
 };
 
 // What the interpreter keeps for the module: the state, once it is made.
