@@ -48,7 +48,10 @@ Ref post(State& state, Handle body) {
     return host::call_with(post, {names.endpoint, body},
                            {{names.timeout, host::integer(service_timeout)}});
   } catch (const host::ErrorSet&) {
-    const Ref failure = host::caught(state.toolkit.internal_error.now());
+    Ref failure = host::take_error();
+    if (!host::is_of_class(failure, state.toolkit.internal_error.now())) {
+      host::raise_again(std::move(failure));
+    }
     host::raise_from(PyExc_Exception,
                      Ref::steal(PyUnicode_FromString(
                          "Input file could not be generated, please check your model")),

@@ -62,9 +62,17 @@ void raise_instead_of(Handle type, Handle message, Handle handled) {
   raise_handling(type, message, handled, false);
 }
 
-Ref caught(Handle type) {
-  if (PyErr_ExceptionMatches(type) == 0) throw ErrorSet{};
+Ref take_error() {
   return Ref::steal(PyErr_GetRaisedException());
+}
+
+bool is_of_class(Handle exception, Handle type) {
+  return PyErr_GivenExceptionMatches(exception, type) != 0;
+}
+
+void raise_again(Ref exception) {
+  PyErr_SetRaisedException(exception.release());
+  throw ErrorSet{};
 }
 
 }  // namespace dsettlement::host

@@ -42,8 +42,12 @@ PyObject* guard(Work&& work) noexcept {
 [[noreturn]] void raise_from(Handle type, Handle message, Handle handled);
 [[noreturn]] void raise_instead_of(Handle type, Handle message, Handle handled);
 
-// Takes the Python error that is set if it is of the given class, for a caller that handles it;
-// otherwise throws on.
-[[nodiscard]] Ref caught(Handle type);
+// Takes the Python error that is set, for a caller that may handle it. Nothing else may be asked of
+// Python before: a lookup can lose an error that is still set.
+[[nodiscard]] Ref take_error();
+
+// What an `except` clause asks, and what it does if the answer is no.
+[[nodiscard]] bool is_of_class(Handle exception, Handle type);
+[[noreturn]] void raise_again(Ref exception);
 
 }  // namespace dsettlement::host
