@@ -60,10 +60,13 @@ def draw_column(path: Path, column: SoilColumn, title: str) -> None:
         axes.set_axis_off()
         axes.set_title(title, loc="left", pad=12)
         depth = column.surface - column.bottom
-        load_row = 0.085 * depth
+        row = 0.085 * depth
         water = column.surface if column.phreatic_level is None else column.phreatic_level
-        top = max(column.surface + load_row * (len(column.loads) + 0.2), water + load_row)
-        bottom = min(column.bottom, water) - 0.03 * depth
+        # Above free water there is room for the sign and its words.
+        loads_bottom = max(column.surface, water + 0.6 * row)
+        top = loads_bottom + row * (len(column.loads) + 0.2)
+        bottom = min(column.bottom, water)
+        bottom -= 0.03 * (top - bottom)
         axes.set_ylim(bottom, top)
         axes.set_xlim(-0.55, PICTURE_RIGHT)
         line = LINE_OF_TEXT * (top - bottom)
@@ -71,9 +74,8 @@ def draw_column(path: Path, column: SoilColumn, title: str) -> None:
         for layer in column.layers:
             _write_layer(axes, layer, column.phreatic_level, line)
         _draw_levels(axes, column, 1.15 * line)
-        _draw_loads(axes, column, load_row)
-        if column.phreatic_level is not None:
-            _draw_phreatic_line(axes, column.phreatic_level, column.datum)
+        _draw_loads(axes, column.loads, loads_bottom, row)
+        _draw_phreatic_line(axes, column)
         figure.legend(
             handles=_legend(column),
             loc="outside lower center",
@@ -102,11 +104,12 @@ def _write_layer(axes: Axes, layer: Layer, phreatic_level: float | None, line: f
             bottom = phreatic_level
         else:
             top = phreatic_level
-    words = [layer.material, f"{layer.top - layer.bottom:.2f} m"]
+    thickness = f"{layer.top - layer.bottom:.2f} m"
     room = (top - bottom) / line
+    words = f"{layer.material}\n{thickness}" if room > 2.6 else f"{layer.material} ({thickness})"
     if room > 1.2:
         axes.text(
-            (LEFT + RIGHT) / 2, (top + bottom) / 2, ("\n" if room > 2.6 else ", ").join(words),
+            (LEFT + RIGHT) / 2, (top + bottom) / 2, words,
             color=text_color(layer.color), ha="center", va="center", linespacing=1.4,
         )  # fmt: skip
 
@@ -121,22 +124,33 @@ def _draw_levels(axes: Axes, column: SoilColumn, gap: float) -> None:
         axes.text(LABEL_LEFT, place, metres(level, column.datum), ha="right", va="center")
 
 
-def _draw_phreatic_line(axes: Axes, level: float, datum: str) -> None:
+def _draw_phreatic_line(axes: Axes, column: SoilColumn) -> None:
+    """Draw the phreatic line with its sign and level, and the free water above the surface."""
+    level = column.phreatic_level
+    if level is None:
+        return
+    if level > column.surface:
+        axes.add_patch(
+            Rectangle(
+                (LEFT, column.surface), RIGHT - LEFT, level - column.surface, facecolor=WATER,
+                alpha=0.2, linewidth=0,
+            )
+        )  # fmt: skip
     axes.plot(
         [LEFT, WATER_RIGHT], [level, level], color=WATER, linewidth=1.4, linestyle=(0, (7, 3)),
         zorder=5,
     )  # fmt: skip
     draw_water_level(axes, (RIGHT + WATER_RIGHT) / 2, level)
     axes.text(
-        WATER_RIGHT + 0.03, level, f"phreatic level\n{metres(level, datum)}", color=WATER,
+        WATER_RIGHT + 0.03, level, f"phreatic level\n{metres(level, column.datum)}", color=WATER,
         ha="left", va="center",
     )  # fmt: skip
 
 
-def _draw_loads(axes: Axes, column: SoilColumn, row: float) -> None:
-    """Draw the loads above the surface, one row each, the earliest lowest."""
-    for number, load in enumerate(column.loads):
-        base = column.surface + row * number
+def _draw_loads(axes: Axes, loads: Sequence[LoadStep], bottom: float, row: float) -> None:
+    """Draw the loads from a level upwards, one row each, the first lowest."""
+    for number, load in enumerate(loads):
+        base = bottom + row * number
         draw_uniform_load(axes, LEFT, RIGHT, base, 0.72 * row)
         when = "initial load" if load.time < 0 else f"day {load.time:g}"
         axes.text(

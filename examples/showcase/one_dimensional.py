@@ -45,7 +45,13 @@ def tell(terminal: Terminal, folder: Path) -> None:
         column, diagram = folder / f"{NAME}_column.png", folder / f"{NAME}_settlement.png"
         draw_column(column, _soil_column(model), "Soil column under the road")
         terminal.line(f"Soil column: {column}")
-        draw_settlements(diagram, _curves(settlements), STEPS, "Settlement of the road")
+        draw_settlements(
+            diagram,
+            _curves(settlements),
+            STEPS,
+            "Settlement of the road",
+            "Settlement by the loads",
+        )
         terminal.line(f"Settlement against time: {diagram}")
 
 

@@ -16,10 +16,8 @@ from .style import GRID, INK, LOAD, picture
 FIRST_TIME = 1.0
 """Left end of the time axis [days]: a logarithmic axis has no day 0."""
 
-NARROWEST_LABEL = 0.052
+NARROWEST_LABEL = 0.08
 """Least distance between the numbers of load steps, as a part of the width of the diagram."""
-
-LEGEND_TITLE = "Settlement by the loads"
 
 LINE_OF_TEXT = 0.045
 """Height of a line of text, as a part of the height of the lower diagram."""
@@ -42,7 +40,7 @@ class Curve:
 
 
 def draw_settlements(
-    path: Path, curves: Sequence[Curve], steps: Sequence[LoadStep], title: str
+    path: Path, curves: Sequence[Curve], steps: Sequence[LoadStep], title: str, legend_title: str
 ) -> None:
     """Draw curves under a diagram of the load, and write the picture.
 
@@ -50,14 +48,15 @@ def draw_settlements(
     curves: at least one curve, all up to the same last time.
     steps: the load steps in the order of time.
     title: stands above the picture.
+    legend_title: says what the curves are.
     """
     end = max(curve.times[-1] for curve in curves)
     with picture(path, 9.0, 7.0) as figure:
         upper, lower = figure.subplots(2, sharex=True, height_ratios=[1, 3.6])
-        upper.set_title(title, loc="left", pad=36)
+        upper.set_title(title, loc="left", pad=40)
         _prepare_time_axis(lower, end)
         _draw_load(upper, steps, end)
-        _draw_settlement(lower, curves)
+        _draw_settlement(lower, curves, legend_title)
         _mark_steps(upper, lower, steps, end)
 
 
@@ -84,7 +83,7 @@ def _draw_load(axes: Axes, steps: Sequence[LoadStep], end: float) -> None:
     _draw_grid(axes)
 
 
-def _draw_settlement(axes: Axes, curves: Sequence[Curve]) -> None:
+def _draw_settlement(axes: Axes, curves: Sequence[Curve], legend_title: str) -> None:
     """Draw the curves, with the last settlement of each at its end."""
     for curve in curves:
         axes.plot(
@@ -102,7 +101,7 @@ def _draw_settlement(axes: Axes, curves: Sequence[Curve]) -> None:
     room = 0.06 * (deepest - highest or 1.0)
     axes.set_ylim(deepest + room, highest - (room if highest < 0 else 0))
     axes.set_ylabel("Settlement [m]")
-    axes.legend(loc="best", title=LEGEND_TITLE, alignment="left", frameon=True, edgecolor="none")
+    axes.legend(loc="best", title=legend_title, alignment="left", frameon=True, edgecolor="none")
     _draw_grid(axes)
     _write_last_settlements(axes, curves)
 
@@ -112,7 +111,7 @@ def _write_last_settlements(axes: Axes, curves: Sequence[Curve]) -> None:
     last = [curve.settlements[-1] for curve in curves]
     for curve, place in zip(curves, spread(last, LINE_OF_TEXT * abs(bottom - top)), strict=True):
         axes.annotate(
-            f"{curve.settlements[-1]:.3f} m",
+            f"{curve.settlements[-1]:.3f} m".replace("-", "\N{MINUS SIGN}"),
             (1.0, place),
             xycoords=("axes fraction", "data"),
             xytext=(6, 0),
@@ -141,12 +140,19 @@ def _mark_steps(upper: Axes, lower: Axes, steps: Sequence[LoadStep], end: float)
             f"{number}\n{before}day {step.time:g}",
             (place, 1.0),
             xycoords="axes fraction",
-            xytext=(label, 1.03),
+            xytext=(label, 1.08),
             textcoords="axes fraction",
             ha="center",
             va="bottom",
             color=LOAD,
             fontsize=8.5,
+            arrowprops={
+                "arrowstyle": "-",
+                "color": LOAD,
+                "linewidth": 0.7,
+                "shrinkA": 0,
+                "shrinkB": 0,
+            },
         )
 
 
