@@ -130,3 +130,12 @@ def test_load_after_the_end() -> None:
 def test_text_of_an_older_code_page() -> None:
     text = input_text(soils={"T\u00e9\u00e9k": {}}, layers=[(0.0, "T\u00e9\u00e9k")])
     assert verticals(calculated(text.encode("latin-1"))) == verticals(calculated(text))
+
+
+def test_names_may_be_empty() -> None:
+    text = input_text(
+        soils={"": {}}, layers=[(0.0, "")], loads=[("", 0, 20, 1, 0), ("", 1, 5, 1, 0)]
+    )
+    project = read_project(text)
+    assert [load.name for load in project.loads] == ["", ""]
+    assert project.columns[0].layers[0].material.name == ""

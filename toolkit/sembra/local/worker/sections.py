@@ -67,11 +67,10 @@ class Section:
 
 
 class Cursor:
-    """Reads a section line by line; empty lines are passed over."""
+    """Reads a section line by line."""
 
     def __init__(self, section: Section) -> None:
         self._section = section
-        self._lines = [line for line in section.lines if line.text.strip()]
         self._index = 0
 
     @property
@@ -79,19 +78,24 @@ class Cursor:
         """Line of the file that was read last."""
         if self._index == 0:
             return self._section.number
-        return self._lines[self._index - 1].number
+        return self._section.lines[self._index - 1].number
 
-    @property
-    def at_end(self) -> bool:
-        """Whether no line is left."""
-        return self._index == len(self._lines)
+    def name(self, what: str) -> str:
+        """The next line without surrounding blanks, which may be empty.
 
-    def text(self, what: str) -> str:
-        """The next line without surrounding blanks; `what` names it for the error at the end."""
-        if self.at_end:
+        Args:
+            what: names the line in the error at the end of the section.
+        """
+        if self._index == len(self._section.lines):
             raise self.error(f"{what} is missing")
         self._index += 1
-        return self._lines[self._index - 1].text.strip()
+        return self._section.lines[self._index - 1].text.strip()
+
+    def text(self, what: str) -> str:
+        """The next line that isn't blank, without surrounding blanks."""
+        while not (line := self.name(what)):
+            pass
+        return line
 
     def number(self, what: str) -> float:
         """The number that the next line starts with."""

@@ -27,7 +27,7 @@ def read_column(whole: Section, materials: dict[str, Material]) -> Column:
     tops: list[tuple[float, Material]] = []
     for number in range(1, cursor.count("the number of layers") + 1):
         top = cursor.number(f"the top level of layer {number}")
-        name = cursor.text(f"the material of layer {number}")
+        name = cursor.name(f"the material of layer {number}")
         if name not in materials:
             raise cursor.error(f'the material "{name}" is unknown')
         if tops and top >= tops[-1][0]:

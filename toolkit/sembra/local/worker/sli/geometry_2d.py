@@ -94,7 +94,7 @@ def _read_layers(
     layers = []
     for _ in range(cursor.count("the number of layers")):
         cursor.integer("the number of a layer")
-        name = cursor.text("the material of a layer")
+        name = cursor.name("the material of a layer")
         if name not in materials:
             raise cursor.error(f'the material "{name}" is unknown')
         head_top = _read_head(cursor, pl_lines)

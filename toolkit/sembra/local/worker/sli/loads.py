@@ -52,7 +52,7 @@ def count_loads(whole: Section, section: str) -> int:
 
 
 def _read_load(cursor: Cursor, number: int) -> UniformLoad:
-    name = cursor.text(f"the name of load {number}")
+    name = cursor.name(f"the name of load {number}")
     kind = cursor.integer(f"the kind of load {number}")
     if kind != _UNIFORM:
         raise NotCoveredError.of(f'{_KINDS.get(kind, "other")} loads (load "{name}")')
@@ -64,7 +64,7 @@ def _read_load(cursor: Cursor, number: int) -> UniformLoad:
 
 
 def _read_embankment(cursor: Cursor, number: int, end_of_calculation: float) -> Embankment:
-    name = cursor.text(f"the name of load {number}")
+    name = cursor.name(f"the name of load {number}")
     time, dry, wet, temporary, end = cursor.numbers(
         f"time, unit weights, temporary and end time of load {number}", 5
     )

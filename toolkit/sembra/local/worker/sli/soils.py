@@ -60,7 +60,7 @@ def read_materials(whole: Section) -> dict[str, Material]:
 
 
 def _read_material(section: Section) -> Material:
-    name = section.cursor().text("the name of the material")
+    name = section.cursor().name("the name of the material")
     values = SoilValues(section)
     cp, cs = values.positive("SoilCp"), values.positive("SoilCs")
     swells_as_compressed = values.flag("SoilApAsApproximationByCpCs")
