@@ -1,5 +1,6 @@
 """`generate_input_file`: the call of the template-filling service and its answer."""
 
+import sys
 from collections.abc import Callable
 from io import BytesIO
 from typing import Any
@@ -145,6 +146,21 @@ def test_any_kind_of_internal_error_is_a_failure_of_the_service(
     with pytest.raises(Exception, match=rf"^{NOT_GENERATED}$") as raised:
         new_model_1d().generate_input_file(as_file=True)
     assert raised.value.__cause__ is post.error
+
+
+@pytest.mark.parametrize("error", [InternalError("down"), OSError("no network")])
+def test_a_failure_is_not_lost_while_its_class_is_looked_up(
+    error: Exception, new_model_1d: Factory, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    def fail(*args: Any, **options: Any) -> None:
+        # A lookup that is not answered from this cache forgets the exception that is on its way.
+        sys._clear_type_cache()
+        raise error
+
+    monkeypatch.setattr("sembra.core._post_on_addon_endpoint", fail)
+    with pytest.raises(Exception, match=rf"^({error}|{NOT_GENERATED})$") as raised:
+        new_model_1d().generate_input_file()
+    assert error in (raised.value, raised.value.__cause__)
 
 
 @pytest.mark.parametrize(

@@ -1,0 +1,116 @@
+"""The parameters of every operation, as they would stand in a class written in Python."""
+
+from collections.abc import Callable
+from typing import Any
+
+import pytest
+import sembra.external.dsettlement as dsettlement
+
+OPTIONS_1D = (
+    "self, calculation_model, consolidation_model, create_default_materials=True, *, "
+    "natural_strain=False, water_unit_weight=9.81, verticals_discretization=100, "
+    "verticals_z_coordinate=0.0, maintain_profile=False, "
+    "profile_unit_weight_above_phreatic_level=10.0, "
+    "profile_unit_weight_below_phreatic_level=10.0, end_of_settlement_calculation=10000, "
+    "vertical_drain=None"
+)
+OPTIONS = (
+    "self, calculation_model, consolidation_model, create_default_materials=True, *, "
+    "natural_strain=False, reliability_analysis=False, fit_for_settlement_plate=False, "
+    "horizontal_displacements=False, limits=(0.0, 100.0), water_unit_weight=9.81, "
+    "verticals_discretization=100, verticals_z_coordinate=0.0, maintain_profile=False, "
+    "profile_time=0, profile_unit_weight_above_phreatic_level=10.0, "
+    "profile_unit_weight_below_phreatic_level=10.0, end_of_settlement_calculation=10000, "
+    "stress_distribution_loads=False, vertical_drain=None"
+)
+DRAIN = (
+    "self, drain_type, range_from, range_to, bottom_position, center_to_center, width_diameter, "
+    "thickness=None, position_drain=None, grid=None, start_of_drainage=None, "
+    "phreatic_level_in_drain=None, schedule=None"
+)
+TITLES = "company='-', created_by='-', title_1='-', title_2='-', title_3='-'"
+
+# "{soil_parameters}" stands for the 106 soil parameters with their defaults.
+SIGNATURES = {
+    "_Model.__init__": OPTIONS,
+    "_Model.create_material": "self, name, gam_dry, gam_wet, color=None, *, {soil_parameters}",
+    "_Model.create_uniform_load": "self, name, time, unit_weight, height, y_application",
+    "_Model.set_calculation_times": "self, *time",
+    "_Model._generate_input": "self, metadata=None, dissipation_calculation=None",
+    "_Model.generate_input_file": (
+        "self, metadata=None, *, dissipation_calculation=None, as_file=False"
+    ),
+    "_Model._validate": "self",
+    "_Model._add_other_load": "self, name, load",
+    "_Model._serialize": "self",
+    "_Model._serialize_materials": "self",
+    "_Model._serialize_verticals": "self",
+    "_Model._serialize_non_uniform_loads": "self",
+    "_Model._serialize_other_loads": "self",
+    "Model1D.__init__": OPTIONS_1D,
+    "Model1D.update_geometry": "self, bottom_level, layers, phreatic_level=None",
+    "Model1D._serialize": "self",
+    "_Geometry1D.__init__": "self, bottom_level, layers, phreatic_level=None",
+    "_Geometry1D._serialize": "self",
+    "_Vertical.__init__": "self, x",
+    "_Vertical._serialize": "self",
+    "_Material.__init__": "self, gam_dry, gam_wet, color=None, **kwargs",
+    "_Material._serialize": "self, name",
+    "_Load._serialize": "self, name",
+    "_OtherLoad._serialize": "self, name",
+    "_UniformLoad.__init__": "self, time, unit_weight, height, y_application",
+    "_UniformLoad._serialize": "self, name",
+    "DrainageSimpleMode.__init__": (
+        "self, begin_time, end_time, underpressure, dewatering_head_or_pressure"
+    ),
+    "VerticalDrain.__init__": DRAIN,
+    "VerticalDrain._serialize": "self",
+    "Metadata.__init__": f"self, file_name='-', {TITLES}, write_date=False, write_time=False",
+    "Metadata._serialize": "self",
+    "DSettlementAnalysis.__init__": "self, input_file",
+    "DSettlementAnalysis._handle_execution_error": "self, message",
+    "DSettlementAnalysis._generate_job_content": "self",
+    "DSettlementAnalysis.get_output_file": "self, extension='.sld', *, as_file=False",
+    "DSettlementAnalysis.get_sld_file": "self, *, as_file=False",
+    "OutputFileParser.__init__": "self, sld_file",
+}
+
+
+def pytest_generate_tests(metafunc: pytest.Metafunc) -> None:
+    """Run a test that asks for a `path` for every operation, and as `constructor` for some."""
+    if "path" in metafunc.fixturenames:
+        metafunc.parametrize("path", SIGNATURES)
+    if "constructor" in metafunc.fixturenames:
+        constructors = [path for path in SIGNATURES if path.endswith("__init__")]
+        constructors.remove("_Model.__init__")
+        metafunc.parametrize("constructor", [path.split(".")[0] for path in constructors])
+
+
+@pytest.fixture
+def operation(path: str) -> Any:
+    """The operation as it stands on its class."""
+    owner, name = path.split(".")
+    return getattr(getattr(dsettlement, owner), name)
+
+
+@pytest.fixture
+def make_twin(soil_parameters: dict[str, Any]) -> Callable[[str], Any]:
+    """Make a class of the same name, written in Python, with that one operation."""
+
+    def make(path: str) -> Any:
+        owner, name = path.split(".")
+        soil = ", ".join(
+            f"{parameter}={soil_parameters[parameter]!r}" for parameter in soil_parameters
+        )
+        parameters = SIGNATURES[path].format(soil_parameters=soil)
+        namespace: dict[str, Any] = {}
+        exec(f"class {owner}:\n def {name}({parameters}): pass", namespace)
+        return namespace[owner]
+
+    return make
+
+
+@pytest.fixture
+def twin(path: str, make_twin: Callable[[str], Any]) -> Any:
+    """The same operation, written in Python."""
+    return getattr(make_twin(path), path.split(".")[1])
