@@ -119,9 +119,12 @@ def test_the_input_file_is_read_when_the_job_is_generated() -> None:
 
 def test_the_job_content_is_made_with_the_one_keyword_body(monkeypatch: pytest.MonkeyPatch) -> None:
     calls: list[Any] = []
-    monkeypatch.setattr(
-        external_program, "_JobContent", lambda *args, **kw: calls.append((args, kw)) or "content"
-    )
+
+    def content(*args: Any, **options: Any) -> str:
+        calls.append((args, options))
+        return "content"
+
+    monkeypatch.setattr(external_program, "_JobContent", content)
     assert analyse(BytesIO(b"abc"))._generate_job_content() == "content"
     assert calls == [((), {"body": "YWJj"})]
 

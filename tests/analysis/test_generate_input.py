@@ -82,7 +82,8 @@ def test_nobody_looks_whether_the_vertical_belongs_to_the_model(new_model_1d: Fa
     assert (
         model._generate_input(None, SimpleNamespace(x="here"))["dissipation_calculation"] == "here"
     )
-    for nothing in (None, 0, "", []):
+    nothings: list[Any] = [None, 0, "", []]
+    for nothing in nothings:
         assert model._generate_input(None, nothing)["dissipation_calculation"] is None
     with pytest.raises(AttributeError, match=r"^'float' object has no attribute 'x'$"):
         model._generate_input(None, 50.0)

@@ -105,7 +105,12 @@ def test_the_file_is_made_from_the_very_text(
     new_model_1d: Factory, post: Any, monkeypatch: pytest.MonkeyPatch
 ) -> None:
     made: list[Any] = []
-    monkeypatch.setattr(File, "from_data", lambda *args, **kw: made.append((args, kw)) or "made")
+
+    def from_data(*args: Any, **options: Any) -> str:
+        made.append((args, options))
+        return "made"
+
+    monkeypatch.setattr(File, "from_data", from_data)
     post.answer = {"input_file": object()}
     assert new_model_1d().generate_input_file(as_file="yes") == "made"
     assert made == [((post.answer["input_file"],), {})]

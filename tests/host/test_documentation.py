@@ -40,7 +40,7 @@ def words(text: str | None) -> str:
 
 def page(thing: Any) -> str:
     """What `help()` shows."""
-    return pydoc.render_doc(thing, renderer=pydoc.plaintext)
+    return pydoc.plain(pydoc.render_doc(thing))
 
 
 @pytest.mark.parametrize("place", PUBLIC_OPERATIONS)

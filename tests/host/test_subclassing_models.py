@@ -69,7 +69,7 @@ def test_an_overridden_check_runs_when_the_input_is_generated(
     class Loaded(Model1D):
         def _validate(self) -> None:
             super()._validate()
-            if not self._other_loads:
+            if not vars(self)["_other_loads"]:
                 raise ModelError("no load")
 
     model = new_model_1d(Loaded)

@@ -52,7 +52,7 @@ def test_a_drain_can_bring_its_own_constructor() -> None:
     class Column(VerticalDrain):
         def __init__(self, bottom_position: float) -> None:
             super().__init__(
-                *[DrainType.COLUMN, 0.0, 100.0, bottom_position, 1.0, 0.3],
+                *(DrainType.COLUMN, 0.0, 100.0, bottom_position, 1.0, 0.3),
                 grid=DrainGrid.RECTANGULAR,
                 start_of_drainage=0.0,
                 phreatic_level_in_drain=0.0,
@@ -117,7 +117,7 @@ def test_a_subclass_may_fix_its_attributes() -> None:
     class Slotted(_Vertical):
         __slots__ = ("note",)
 
-    vertical = Slotted(1.0)
+    vertical: Any = Slotted(1.0)
     vertical.note = "x"
     assert vars(vertical) == {"_x": 1.0}
 

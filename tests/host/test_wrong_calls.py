@@ -110,12 +110,13 @@ def test_a_subclass_is_refused_in_the_name_of_the_class_that_declares_the_operat
 def test_a_refused_call_has_done_nothing(new_model_1d: Callable[..., Any]) -> None:
     model = new_model_1d()
     before = {name: repr(value) for name, value in vars(model).items()}
-    for wrong in (
+    wrong_ones: list[Callable[[], Any]] = [
         lambda: model.update_geometry(-1.0, [(1.0, "Loam")], None, None),
         lambda: model.create_material("a", 1.0, 2.0, unknown=3),
         lambda: model.create_uniform_load("a", 1, 2, 3, 4, 5),
         lambda: model.set_calculation_times(1, time=2),
-    ):
+    ]
+    for wrong in wrong_ones:
         with pytest.raises(TypeError):
             wrong()
     assert {name: repr(value) for name, value in vars(model).items()} == before
@@ -148,5 +149,6 @@ def test_the_object_itself_may_be_given_by_keyword(new_model_1d: Callable[..., A
 
 
 def test_a_further_parameter_of_a_material_may_have_any_name_that_is_not_taken() -> None:
-    material: Any = dsettlement._Material(1.0, 2.0, **{"": 1, "a b": 2, "kwargs": 3, "name": 4})
-    assert material._kwargs == {"": 1, "a b": 2, "kwargs": 3, "name": 4}
+    further: dict[str, Any] = {"": 1, "a b": 2, "kwargs": 3, "name": 4}
+    material: Any = dsettlement._Material(1.0, 2.0, **further)
+    assert material._kwargs == further

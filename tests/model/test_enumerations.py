@@ -26,7 +26,8 @@ def test_members_are_no_integers(enumeration: type[Enum]) -> None:
     assert enumeration.__bases__ == (Enum,)
     for member in enumeration:
         assert type(member.value) is int
-        assert member != member.value
+        number: object = member.value
+        assert member != number
         assert not isinstance(member, int)
 
 

@@ -94,7 +94,7 @@ def test_the_vertical_limits_of_the_frame_are_empty_bodies(new_frame: Factory) -
 
 
 def test_the_base_check_of_a_model_without_drains_does_nothing(new_frame: Factory) -> None:
-    assert _Model._validate(new_frame(limits=(100.0, 0.0))) is None
+    assert new_frame(limits=(100.0, 0.0))._validate() is None
 
 
 @pytest.mark.parametrize("name", ["materials", "verticals"])

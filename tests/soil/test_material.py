@@ -28,7 +28,7 @@ def random_colors(monkeypatch: pytest.MonkeyPatch) -> list[Any]:
 def test_fields_are_stored_in_order_and_as_given() -> None:
     dry: Any = object()
     wet: Any = object()
-    material = _Material(dry, wet, BLACK, cohesion=1, phi="x")
+    material: Any = _Material(dry, wet, BLACK, cohesion=1, phi="x")
     assert list(vars(material)) == ["gam_dry", "gam_wet", "_color", "_kwargs"]
     assert material.gam_dry is dry
     assert material.gam_wet is wet
@@ -39,7 +39,7 @@ def test_fields_are_stored_in_order_and_as_given() -> None:
 
 
 def test_without_further_parameters_the_mapping_is_empty() -> None:
-    assert _Material(1.0, 2.0, color=BLACK)._kwargs == {}
+    assert vars(_Material(1.0, 2.0, color=BLACK))["_kwargs"] == {}
 
 
 def test_without_a_color_one_is_drawn_at_random(random_colors: list[Any]) -> None:
@@ -91,7 +91,7 @@ def test_further_parameters_overwrite_earlier_keys_of_the_same_name_in_their_pla
 
 
 def test_each_call_gives_a_new_mapping_and_leaves_the_material_as_it_was() -> None:
-    material = _Material(1.0, 2.0, BLACK, phi=30.0)
+    material: Any = _Material(1.0, 2.0, BLACK, phi=30.0)
     first = material._serialize("a")
     first["phi"] = 0.0
     assert type(first) is dict

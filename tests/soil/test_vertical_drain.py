@@ -85,7 +85,7 @@ def test_public_fields_can_be_changed_without_a_check(new_strip_drain: Factory) 
 
 def test_a_sand_wall_without_schedule_needs_neither_thickness_nor_grid_nor_position() -> None:
     drain = VerticalDrain(
-        *[DrainType.SAND_WALL, 5.0, 90.0, 0.0, 2.0, 4.0],
+        *(DrainType.SAND_WALL, 5.0, 90.0, 0.0, 2.0, 4.0),
         start_of_drainage=2.0,
         phreatic_level_in_drain=4.0,
     )
@@ -212,7 +212,7 @@ def test_the_first_failing_test_decides(new_strip_drain: Factory) -> None:
         "center_to_center": 0.0,
         "width_diameter": 0.0,
     }
-    mended = [
+    mended: list[tuple[str, dict[str, Any]]] = [
         ("'thickness' must be set for", {"thickness": 2000.0}),
         ("'thickness' must be between 0.001 and 1000 (0.0)", {"thickness": 0.1}),
         ("'grid' must be set for", {"grid": DrainGrid.RECTANGULAR}),

@@ -45,7 +45,7 @@ def test_the_default_drain_writes_seventeen_keys_in_order() -> None:
 
 def test_a_sand_wall_with_nothing_more_than_it_needs_writes_the_fallback_values() -> None:
     document = VerticalDrain(
-        *[DrainType.SAND_WALL, 5.0, 90.0, 0.0, 2.0, 4.0],
+        *(DrainType.SAND_WALL, 5.0, 90.0, 0.0, 2.0, 4.0),
         start_of_drainage=2.0,
         phreatic_level_in_drain=4.0,
     )._serialize()

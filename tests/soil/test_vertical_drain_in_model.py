@@ -187,4 +187,5 @@ def test_the_check_changes_nothing(new_model_1d: Factory, new_strip_drain: Facto
     model = new_model_1d(vertical_drain=new_strip_drain())
     before, drain = dict(vars(model)), dict(vars(model._vertical_drain))
     model._validate()
-    assert (vars(model), vars(model._vertical_drain)) == (before, drain)
+    assert vars(model) == before
+    assert vars(model._vertical_drain) == drain

@@ -74,11 +74,11 @@ def test_the_dewatering_value_has_the_range_of_the_type(
 ) -> None:
     for value in (lower, upper):
         assert new_drain(simple(dewatering_head_or_pressure=value), drain_type)
-    for value in (lower - 1, upper + 0.5, NAN):
-        message = (
-            f"'schedule.dewatering_head_or_pressure' must be between {lower} and {upper} ({value})"
+    for outside in (lower - 1, upper + 0.5, NAN):
+        assert refusal(simple(dewatering_head_or_pressure=outside), drain_type) == (
+            "'schedule.dewatering_head_or_pressure' must be "
+            f"between {lower} and {upper} ({outside})"
         )
-        assert refusal(simple(dewatering_head_or_pressure=value), drain_type) == message
 
 
 def test_the_fields_of_a_simple_schedule_are_tested_in_order(refusal: Factory) -> None:
