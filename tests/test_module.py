@@ -20,15 +20,23 @@ PUBLIC = {
     "DrainageSimpleMode",
     "Metadata",
     "Model1D",
+    "Model2D",
     "OutputFileParser",
     "VerticalDrain",
 }
 PRIVATE = {
+    "_Boundary",
+    "_Curve",
+    "_CurveList",
     "_Geometry1D",
+    "_Layer",
     "_Load",
     "_Material",
     "_Model",
+    "_NonUniformLoad",
     "_OtherLoad",
+    "_PlLine",
+    "_Point",
     "_UniformLoad",
     "_Vertical",
 }

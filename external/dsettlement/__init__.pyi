@@ -8,6 +8,7 @@ Units throughout: metres for levels and coordinates, days for times, kN/m³ for 
 kPa for pressures. Nothing is converted.
 """
 
+import re
 from abc import ABCMeta, abstractmethod
 from enum import Enum
 from io import BytesIO, StringIO
@@ -25,6 +26,8 @@ __all__ = [
     "DrainageSimpleMode",
     "Metadata",
     "Model1D",
+    "Model2D",
+    "OutputFileParser",
     "VerticalDrain",
 ]
 
@@ -137,6 +140,43 @@ class _UniformLoad(_OtherLoad):
         """Return the load's part of the document as a new mapping.
 
         name: the name of the load, which the load does not know.
+        """
+
+class _NonUniformLoad(_Load):
+    """A load by the weight of the soil between a polyline and what lies below it.
+
+    An initial load affects the initial stresses only and causes neither creep nor consolidation.
+    """
+    def __init__(
+        self,
+        name: str,
+        points: list[tuple[float, float]],
+        time: int = 0,
+        end_time: int = 0,
+        gamma_dry: float = 10.0,
+        gamma_wet: float = 10.0,
+        temporary: bool = False,
+    ) -> None:
+        """Check the times and the order of the points, and keep the values.
+
+        name: name of the load.
+        points: x-y coordinates of the load, from left to right [m]; the list is kept, not copied.
+        time: the moment the load is laid down [days]; -1 makes it an initial load.
+        end_time: the moment the load is removed [days], only for temporary loads.
+        gamma_dry: total unit weight above phreatic level [kN/m³].
+        gamma_wet: total unit weight below phreatic level [kN/m³].
+        temporary: whether the load is a temporary load.
+
+        Raises ModelError if time is greater than end_time, temporary or not, or if an x coordinate
+        is less than the one before it.
+        """
+    @property
+    def points(self) -> list[tuple[float, float]]:
+        """x-y coordinates of the load, as the list given."""
+    def _serialize(self, name: str) -> dict[str, Any]:
+        """Return the load's part of the document as a new mapping.
+
+        name: not used; the load knows its name.
         """
 
 class DrainType(Enum):
@@ -714,6 +754,352 @@ class Model1D(_Model):
     def _max_vertical_drains(self) -> float:
         """Highest level for vertical drains [m]: the top."""
 
+class _Point:
+    """A point of the cross-section.
+
+    Points are equal if both coordinates are; there is no tolerance, and nothing is converted.
+    """
+    def __init__(self, x: float, y: float) -> None:
+        """Keep the coordinates as given; nothing is checked.
+
+        x: x coordinate [m].
+        y: y coordinate [m].
+        """
+    @property
+    def x(self) -> float:
+        """x coordinate [m]."""
+    @property
+    def y(self) -> float:
+        """y coordinate [m]."""
+    def __eq__(self, other: object) -> bool:
+        """Return self == other."""
+    def __hash__(self) -> int:
+        """Return hash(self)."""
+    def __repr__(self) -> str:
+        """Return the text form, such as "_Point(25, 10.0)"."""
+
+class _Curve:
+    """A straight segment between two points, from the lower x to the higher.
+
+    Curves are equal if both end points are, so that the order in which the points were given
+    matters for vertical curves only.
+    """
+    def __init__(self, p1: _Point, p2: _Point) -> None:
+        """Order the two points by x; points with the same x keep their order.
+
+        p1, p2: the end points, kept as the very objects.
+
+        Raises ModelError if the points are equal.
+        """
+    @property
+    def p1(self) -> _Point:
+        """End point with the lower x."""
+    @property
+    def p2(self) -> _Point:
+        """End point with the higher x."""
+    def __eq__(self, other: object) -> bool:
+        """Return self == other."""
+    def __hash__(self) -> int:
+        """Return hash(self)."""
+    def __repr__(self) -> str:
+        """Return the text form, such as "_Curve(_Point(0, 1.0), _Point(2, 1.0))"."""
+
+class _CurveList:
+    """Boundaries and Pl-lines are curve lists."""
+    def __init__(self, curves: list[_Curve]) -> None:
+        """Consist of only unique curves; guaranteed upon creation of _Boundary and _PlLine.
+
+        curves: the chain from left to right; the list is kept, not copied.
+
+        Raises AssertionError if a curve does not begin where the one before it ends.
+        """
+    def __eq__(self, other: object) -> bool:
+        """Return self == other."""
+    def __hash__(self) -> int:
+        """Return hash(self)."""
+    @property
+    def curves(self) -> list[_Curve]:
+        """The curves from left to right, as a new list."""
+    @property
+    def points(self) -> list[_Point]:
+        """The points from left to right, as a new list: one more than there are curves.
+
+        Raises IndexError if there is no curve.
+        """
+    def area_above_horizontal(self, y: float = 0.0) -> float:
+        """Area above horizontal line defined by y-coordinate.
+
+        y: level of the line [m].
+
+        Returns the area by the trapezium rule [m²]; what lies below the line counts negative.
+        """
+
+class _PlLine(_CurveList):
+    """Piezometric level line."""
+
+class _Boundary(_CurveList):
+    """Boundary."""
+
+class _Layer:
+    """The soil between two boundaries, with the pressure at its top and at its bottom.
+
+    Each object is equal only to itself.
+    """
+    def __init__(
+        self,
+        boundary_top: _Boundary,
+        boundary_bottom: _Boundary,
+        material: str,
+        pl_line_top: _PlLine | int,
+        pl_line_bottom: _PlLine | int,
+    ) -> None:
+        """Keep the five values; nothing is checked.
+
+        boundary_top, boundary_bottom: boundaries at the top and at the bottom.
+        material: name of the material.
+        pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, or 0 for no pressure, or
+            99 for interpolation.
+        """
+    @property
+    def material(self) -> str:
+        """Name of the material."""
+    @property
+    def boundary_top(self) -> _Boundary:
+        """Boundary at the top."""
+    @property
+    def boundary_bottom(self) -> _Boundary:
+        """Boundary at the bottom."""
+    @property
+    def pl_line_top(self) -> _PlLine | int:
+        """Pl-line at the top, or 0 for no pressure, or 99 for interpolation."""
+    @property
+    def pl_line_bottom(self) -> _PlLine | int:
+        """Pl-line at the bottom, or 0 for no pressure, or 99 for interpolation."""
+
+class Model2D(_Model):
+    """Model for a 2D D-Settlement analysis.
+
+    The soil is a cross-section between two limits: layers from bottom to top, each between two
+    boundaries, and pl-lines for the pressures in them. Points are created one list per boundary
+    or pl-line; what repeats is folded together.
+
+        model = Model2D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI,
+                        [(0.0, 0.0), (100.0, 0.0)])
+        pl_line = model.create_pl_line(
+            [model.create_point(0.0, 4.0), model.create_point(100.0, 4.0)], is_phreatic=True)
+        top = [model.create_point(x, y) for x, y in [(0.0, 5.0), (50.0, 6.0), (100.0, 5.0)]]
+        model.create_layer(top, "Sand", pl_line, pl_line)
+        model.create_vertical(50.0)
+        model.create_non_uniform_load("load", [(0.0, 5.0), (50.0, 6.0)])
+        input_file = model.generate_input_file()
+
+    Units: metres for coordinates, days for times, kN/m³ for unit weights, kPa for pressures.
+    Values are kept as given; nothing is converted.
+    """
+    def __init__(
+        self,
+        calculation_model: CalculationModel,
+        consolidation_model: ConsolidationModel,
+        boundary_bottom: list[tuple[float, float]],
+        create_default_materials: bool = True,
+        *,
+        natural_strain: bool = False,
+        limits: tuple[float, float] = (0.0, 100.0),
+        water_unit_weight: float = 9.81,
+        verticals_discretization: int = 100,
+        verticals_z_coordinate: float = 0.0,
+        maintain_profile: bool = False,
+        profile_time: int = 0,
+        profile_unit_weight_above_phreatic_level: float = 10.0,
+        profile_unit_weight_below_phreatic_level: float = 10.0,
+        end_of_settlement_calculation: int = 10000,
+        stress_distribution_loads: bool = False,
+        vertical_drain: VerticalDrain | None = None,
+    ) -> None:
+        """Make a model with its bottom boundary and no layer.
+
+        calculation_model: specifies which calculation model is used.
+        consolidation_model: specifies which consolidation model is used.
+        boundary_bottom: the bottom boundary of the geometry, as x-y pairs from the left limit to
+            the right [m].
+        create_default_materials: start with default materials or none.
+        natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.
+        limits: left and right x limit of the geometry [m].
+        water_unit_weight: in [kN/m³].
+        verticals_discretization: number of elements along a vertical, from 5 to 500.
+        verticals_z_coordinate: z coordinate of the verticals [m].
+        maintain_profile: whether the profile is maintained by superelevation.
+        profile_time: time of the superelevation [days], from 0 to 100000 and not above
+            end_of_settlement_calculation.
+        profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:
+            unit weight of the superelevation [kN/m³].
+        end_of_settlement_calculation: [days]; no calculation time may lie behind it.
+        stress_distribution_loads: True for "Simulate", False for "None".
+        vertical_drain: parameters for vertical drains, or None (default) to disable option.
+
+        Raises ModelError if an option is out of its range or if the bottom boundary does not run
+        from limit to limit and from left to right, KeyError if calculation_model is not a member of
+        CalculationModel, IndexError if boundary_bottom is empty, ValueError if one of its entries is
+        no pair.
+        """
+    @property
+    def _curves(self) -> list[_Curve]:
+        """The curves of all boundaries from low to high, then those of all pl-lines, as a new list.
+
+        A curve that several chains share occurs once per chain.
+        """
+    def create_point(self, x: float, y: float) -> _Point:
+        """Create a point for a boundary or a pl-line.
+
+        x: x coordinate [m].
+        y: y coordinate [m].
+
+        Returns the new point. Equal points may be created; the first of them is the one that is
+        referred to in the input file.
+        """
+    def create_pl_line(self, points: list[_Point], is_phreatic: bool = False) -> _PlLine:
+        """Create a piezometric level line, or find it again.
+
+        points: made with create_point, from the left limit of the model to the right; two points may
+            share an x coordinate.
+        is_phreatic: whether to set the current pl-line as the phreatic line. A model has one
+            phreatic line, which stays; for a pl-line that exists already this is not looked at.
+
+        Returns the pl-line; if the model has one along the same points, that one.
+
+        Raises ModelError if the points do not run from limit to limit, if neighbours are equal or do
+        not run from left to right; the model then stays as it is. Raises ModelError too if the
+        phreatic line is set already; the new pl-line is kept then.
+        """
+    def create_layer(
+        self,
+        boundary_top: list[_Point],
+        material: str,
+        pl_line_top: _PlLine | int,
+        pl_line_bottom: _PlLine | int,
+    ) -> _Layer:
+        """Define layers from bottom to top.
+
+        boundary_top: points of the boundary at the top, made with create_point, from the left limit
+            of the model to the right; two points may share an x coordinate.
+        material: name of the material, made with create_material or one of the default materials.
+        pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, made with create_pl_line,
+            or 0 for no pressure, or 99 for interpolation, which neither the bottom of the first layer
+            nor the top of the last may have.
+
+        Returns the new layer. It lies on the layer created before it, the first one on the lowest
+        boundary of the model.
+
+        Raises ModelError if the material does not exist, if a pl-line is another integer than 0 and
+        99, if the bottom of the first layer is 99, or if the points do not run from limit to limit
+        or not from left to right; the model then stays as it is. Raises ModelError too if top and
+        bottom are the same; a new boundary is kept then.
+        """
+    def create_vertical(self, x: float) -> _Vertical:
+        """Create vertical based on x-coordinate.
+
+        x: x coordinate [m], between the limits of the model, both included.
+
+        Returns the vertical; if the model has one at the same x, that one. The verticals are kept in
+        the order of x.
+
+        Raises ModelError if x lies outside the limits; the model then stays as it is.
+        """
+    def create_non_uniform_load(
+        self,
+        name: str,
+        points: list[tuple[float, float]],
+        time: int = 0,
+        end_time: int = 0,
+        gamma_dry: float = 10.0,
+        gamma_wet: float = 10.0,
+        temporary: bool = False,
+    ) -> _NonUniformLoad:
+        """Create a load by the weight of the soil below a polyline.
+
+        name: name of the load, at most 25 characters; must be new among the non-uniform loads.
+        points: x-y coordinates from left to right [m]. The first and the last must each be a point
+            of a boundary or of an earlier non-uniform load. The list is kept, not copied.
+        time: the moment the load is laid down [days]; -1 makes it an initial load.
+        end_time: the moment the load is removed [days], only for temporary loads; not before time,
+            temporary or not.
+        gamma_dry: total unit weight above phreatic level [kN/m³].
+        gamma_wet: total unit weight below phreatic level [kN/m³].
+        temporary: whether the load is a temporary load.
+
+        Returns the new load.
+
+        Raises ModelError if the name is too long or exists already, if the first or the last point is
+        on no point of a boundary or load, if time is greater than end_time, or if an x coordinate is
+        less than the one before it; the model then stays as it is. Raises IndexError if there is no
+        point.
+        """
+    def _create_curves(self, points: list[_Point]) -> list[_Curve]:
+        """Return the curves between neighbouring points as a new list.
+
+        points: from the left limit of the model to the right.
+
+        Raises ModelError if the first or the last point is off its limit, or if two neighbours are
+        equal; IndexError if there is no point.
+        """
+    def _create_curve(self, p1: _Point, p2: _Point) -> _Curve:
+        """Return the curve between two points: the first equal one of the model, or a new one.
+
+        p1, p2: the points.
+
+        Raises ModelError if the points are equal.
+        """
+    def _create_boundary(self, points: list[_Point]) -> _Boundary:
+        """Return the boundary through the points: the equal one of the model, or a new one.
+
+        points: from the left limit of the model to the right.
+
+        A new boundary takes its place among the others by its area above y = 0.
+
+        Raises ModelError if the points do not run from limit to limit or not from left to right; the
+        model then stays as it is.
+        """
+    def _validate(self) -> None:
+        """Check the finished model; runs before each generation of an input file.
+
+        Raises ModelError for the first check that fails: the vertical drains against limits and
+        levels, at least one layer, no interpolation at the top of the top layer, a phreatic line.
+        The model stays as it is.
+        """
+    def _serialize(self) -> dict[str, Any]:
+        """Return the model's document as a new mapping: what all models share, then 'model_type',
+        'points', 'curves', 'boundaries', 'pl_lines', 'layers' and 'phreatic_line'.
+
+        A reference is the number of the first equal entry. Raises ValueError if a chain has a point
+        or a layer a pl-line that the model does not know.
+        """
+    def _serialize_points(self) -> list[tuple[float, float, float]]:
+        """Return a new list with the triple (x, y, 0) of each point, in the order of creation."""
+    def _serialize_curves(self) -> list[tuple[int, int]]:
+        """Return a new list with the two point numbers of each curve, counted from 1."""
+    def _serialize_boundaries(self) -> list[list[int]]:
+        """Return a new list with the curve numbers of each boundary, from low to high, counted from 1."""
+    def _serialize_pl_lines(self) -> list[list[int]]:
+        """Return a new list with the curve numbers of each pl-line, in the order of creation, counted
+        from 1.
+        """
+    def _serialize_layers(self) -> list[dict[str, Any]]:
+        """Return a new list with the material, boundaries and pl-lines of each layer, the bottom layer
+        first. Boundaries are counted from 0, pl-lines from 1.
+        """
+    @property
+    def _min_vertical_drains(self) -> float:
+        """Lowest level for vertical drains [m]: the highest point of the bottom of the geometry.
+
+        Raises ModelError if there is no layer.
+        """
+    @property
+    def _max_vertical_drains(self) -> float:
+        """Highest level for vertical drains [m]: the highest point of the top of the geometry.
+
+        Raises ModelError if there is no layer.
+        """
+
 class DSettlementAnalysis(ExternalProgram):
     """One D-Settlement calculation on a worker.
 
@@ -796,3 +1182,77 @@ class DSettlementAnalysis(ExternalProgram):
 
         Raises ValueError if there is no such output, UnicodeDecodeError if it is not UTF-8.
         """
+
+class OutputFileParser:
+    """Helper class to extract results from a D-Settlement output file (.sld).
+
+    Construct it with the text of a finished analysis, then read the results:
+
+        parser = OutputFileParser(sld_file)
+        parser.vertical_results
+        parser.residual_times
+
+    Nothing is kept between reads: each parses the text afresh and returns new objects.
+    """
+
+    _FILE_NAME_PATTERN: ClassVar[re.Pattern[str]]
+    _RESULTS_PATTERN: ClassVar[re.Pattern[str]]
+    _VERTICAL_PATTERN: ClassVar[re.Pattern[str]]
+    _COORDINATE_PATTERN: ClassVar[re.Pattern[str]]
+    _TIME_SETTLEMENT_PER_LOAD_PATTERN: ClassVar[re.Pattern[str]]
+    _DEPTHS_PATTERN: ClassVar[re.Pattern[str]]
+    _LEAKAGES_PATTERN: ClassVar[re.Pattern[str]]
+    _DRAINED_LAYERS_PATTERN: ClassVar[re.Pattern[str]]
+    _STRESSES_PATTERN: ClassVar[re.Pattern[str]]
+    _TIME_DEPENDENT_DATA_PATTERN: ClassVar[re.Pattern[str]]
+    _VERTICAL_DATA_AT_TIME: ClassVar[re.Pattern[str]]
+    _RESIDUAL_SETTLEMENTS_PATTERN: ClassVar[re.Pattern[str]]
+    def __init__(self, sld_file: StringIO) -> None:
+        """Cut the [Results] block out of the file.
+
+        sld_file: the output of the analysis; any object whose `getvalue` gives the text will do.
+
+        Raises ParsingError if the text has no [Results] block.
+        """
+    @property
+    def raw_results(self) -> None:
+        """Raw result data. For convenience, specific data can also be extracted using available methods."""
+    @property
+    def vertical_results(self) -> None:
+        """Returns results for all verticals.
+
+        A mapping of the vertical's number, from 1, to a mapping with the keys
+
+        coordinates: `x` and `z` [m], as far as the file has them;
+        depths, leakages, drained_layers: one number per line of the file; depths in m;
+        stresses: header to list of numbers [kPa];
+        time_settlement_per_load: `load_step_count`, `time_step_count`, `time` [days], and `load_1` and onwards;
+        vertical_data: time [days] to a mapping of header to list of numbers.
+
+        Headers are the lines of the file to the letter. A block that is absent or incomplete gives an empty container.
+
+        Raises ValueError for a field that is no number, and IndexError for a row with too few fields.
+        """
+    @property
+    def residual_times(self) -> None:
+        """Returns the residual times.
+
+        A mapping of the vertical's number in the file to a mapping of header, such as `Time` and `Settlement`, to a list with one number per row. It is empty if the file has no such block.
+
+        Raises ValueError for a field that is no number, and IndexError for a row with too few fields.
+        """
+    @classmethod
+    def _parse_results(cls, sld_file: str) -> None:
+        """Return the [Results] block of a text, tags included.
+
+        Raises ParsingError if there is none.
+        """
+    @classmethod
+    def _parse_verticals(cls, results: str) -> None:
+        """Return the results of all [Vertical] blocks, by number from 1."""
+    @classmethod
+    def _parse_vertical(cls, vertical: str) -> None:
+        """Return the results of one [Vertical] block, given with its tags."""
+    @classmethod
+    def _parse_residual_settlements(cls, results: str) -> None:
+        """Return the residual settlements: vertical, then header, to a list of numbers."""

@@ -6,8 +6,13 @@
 
 #include "analysis/analysis_job.hpp"
 #include "analysis/metadata.hpp"
+#include "geometry/curve.hpp"
+#include "geometry/curve_list.hpp"
 #include "geometry/geometry_1d.hpp"
+#include "geometry/layer.hpp"
 #include "geometry/model_1d.hpp"
+#include "geometry/model_2d.hpp"
+#include "geometry/point.hpp"
 #include "host/containers.hpp"
 #include "model/enumerations.hpp"
 #include "model/frame.hpp"
@@ -16,6 +21,7 @@
 #include "soil/drain_schedule.hpp"
 #include "soil/load.hpp"
 #include "soil/material.hpp"
+#include "soil/non_uniform_load.hpp"
 #include "soil/vertical_drain.hpp"
 
 namespace dsettlement {
@@ -28,19 +34,25 @@ struct State {
     model::define_vertical(module, model);
     soil::define_material(module, soil);
     soil::define_loads(module, soil);
+    soil::define_non_uniform_load(module, soil);
     soil::define_drain_schedule(module, soil);
     soil::define_vertical_drain(module, soil);
     analysis::define_metadata(module, analysis);
     model::define_model(module, model, soil, analysis);
     geometry::define_geometry_1d(module, geometry);
     geometry::define_model_1d(module, geometry);
+    geometry::define_point(module, geometry);
+    geometry::define_curve(module, geometry);
+    geometry::define_curve_lists(module, geometry);
+    geometry::define_layer(module, geometry);
+    geometry::define_model_2d(module, geometry, soil);
     analysis::define_analysis_job(module, analysis);
     output::define_parser(module, output);
 
     host::List names;
-    for (const char* name :
-         {"CalculationModel", "ConsolidationModel", "DSettlementAnalysis", "DrainGrid", "DrainType",
-          "DrainageSimpleMode", "Metadata", "Model1D", "OutputFileParser", "VerticalDrain"}) {
+    for (const char* name : {"CalculationModel", "ConsolidationModel", "DSettlementAnalysis",
+                             "DrainGrid", "DrainType", "DrainageSimpleMode", "Metadata", "Model1D",
+                             "Model2D", "OutputFileParser", "VerticalDrain"}) {
       names.append(host::Name(name));
     }
     module.add(host::Name("__all__"), names.done());

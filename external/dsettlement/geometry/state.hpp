@@ -6,12 +6,23 @@
 
 namespace dsettlement::geometry {
 
+[[nodiscard]] bool runs_assertions();
+
+// A key for sorting, made by the standard operator of that name.
+[[nodiscard]] host::Ref make_key(const char* operation, host::Handle name);
+
 struct State {
   State(host::Module& module, const Toolkit& shared, const model::State& frame)
-      : toolkit(shared), model(frame), module_(module) {}
+      : toolkit(shared), model(frame), has_assertions(runs_assertions()), module_(module) {
+    by_x = make_key("attrgetter", names.x);
+    by_area = make_key("methodcaller", names.area_above_horizontal);
+  }
 
   const Toolkit& toolkit;
   const model::State& model;
+
+  // Whether Python runs with assertions, or without as under `python -O`.
+  const bool has_assertions;
 
  private:
   host::Module& module_;
@@ -19,6 +30,17 @@ struct State {
  public:
   host::Global geometry_1d{module_, "_Geometry1D"};
   host::Global model_1d{module_, "Model1D"};
+  host::Global point{module_, "_Point"};
+  host::Global curve{module_, "_Curve"};
+  host::Global curve_list{module_, "_CurveList"};
+  host::Global pl_line{module_, "_PlLine"};
+  host::Global boundary{module_, "_Boundary"};
+  host::Global layer{module_, "_Layer"};
+  host::Global model_2d{module_, "Model2D"};
+
+  // What a model keeps its verticals and its boundaries sorted by.
+  host::Slot by_x{module_};
+  host::Slot by_area{module_};
 
   struct Names {
     host::Name init{"__init__"};
@@ -33,16 +55,73 @@ struct State {
 
     // Attributes of a model.
     host::Name geometry{"_geometry"};
+    host::Name limits{"_limits"};
     host::Name materials{"_materials"};
     host::Name verticals{"_verticals"};
     host::Name undetermined{"Undetermined"};
+    host::Name private_points{"_points"};
+    host::Name private_pl_lines{"_pl_lines"};
+    host::Name private_phreatic_line{"_phreatic_line"};
+    host::Name private_boundaries{"_boundaries"};
+
+    // Operations of a model.
+    host::Name validate{"_validate"};
+    host::Name create_point{"create_point"};
+    host::Name create_curves{"_create_curves"};
+    host::Name create_curve{"_create_curve"};
+    host::Name create_boundary{"_create_boundary"};
+    host::Name serialize_points{"_serialize_points"};
+    host::Name serialize_curves{"_serialize_curves"};
+    host::Name serialize_boundaries{"_serialize_boundaries"};
+    host::Name serialize_pl_lines{"_serialize_pl_lines"};
+    host::Name serialize_layers{"_serialize_layers"};
+
+    // Points, curves and chains of curves.
+    host::Name x{"x"};
+    host::Name private_x{"_x"};
+    host::Name y{"y"};
+    host::Name private_y{"_y"};
+    host::Name p1{"p1"};
+    host::Name private_p1{"_p1"};
+    host::Name p2{"p2"};
+    host::Name private_p2{"_p2"};
+    host::Name curves{"curves"};
+    host::Name private_curves{"_curves"};
+    host::Name points{"points"};
+    host::Name area_above_horizontal{"area_above_horizontal"};
+
+    // Layers.
+    host::Name material{"material"};
+    host::Name private_material{"_material"};
+    host::Name boundary_top{"boundary_top"};
+    host::Name private_boundary_top{"_boundary_top"};
+    host::Name boundary_bottom{"boundary_bottom"};
+    host::Name private_boundary_bottom{"_boundary_bottom"};
+    host::Name pl_line_top{"pl_line_top"};
+    host::Name private_pl_line_top{"_pl_line_top"};
+    host::Name pl_line_bottom{"pl_line_bottom"};
+    host::Name private_pl_line_bottom{"_pl_line_bottom"};
+
+    // Lists.
+    host::Name append{"append"};
+    host::Name sort{"sort"};
+    host::Name key{"key"};
+    host::Name index{"index"};
 
     // Keys of the document.
     host::Name model_type{"model_type"};
     host::Name geometry_key{"geometry"};
+    host::Name boundaries{"boundaries"};
+    host::Name pl_lines{"pl_lines"};
+    host::Name phreatic_line{"phreatic_line"};
+    host::Name pl_top{"pl_top"};
+    host::Name pl_bottom{"pl_bottom"};
 
     // Options that a concrete model hands on.
     host::Name natural_strain{"natural_strain"};
+    host::Name limits_option{"limits"};
+    host::Name profile_time{"profile_time"};
+    host::Name stress_distribution_loads{"stress_distribution_loads"};
     host::Name water_unit_weight{"water_unit_weight"};
     host::Name verticals_discretization{"verticals_discretization"};
     host::Name verticals_z_coordinate{"verticals_z_coordinate"};

@@ -33,6 +33,7 @@ struct State {
   host::Global load{module_, "_Load"};
   host::Global other_load{module_, "_OtherLoad"};
   host::Global uniform_load{module_, "_UniformLoad"};
+  host::Global non_uniform_load{module_, "_NonUniformLoad"};
   host::Global drain_type{module_, "DrainType"};
   host::Global drain_grid{module_, "DrainGrid"};
   host::Global drainage_simple_mode{module_, "DrainageSimpleMode"};
@@ -80,6 +81,23 @@ struct State {
     host::Name unit_weight{"unit_weight"};
     host::Name height{"height"};
     host::Name y_application{"y_application"};
+    host::Name private_name{"_name"};
+    host::Name points{"points"};
+    host::Name private_points{"_points"};
+    host::Name private_time{"_time"};
+    host::Name private_end_time{"_end_time"};
+    host::Name gamma_dry{"gamma_dry"};
+    host::Name private_gamma_dry{"_gamma_dry"};
+    host::Name gamma_wet{"gamma_wet"};
+    host::Name private_gamma_wet{"_gamma_wet"};
+    host::Name temporary{"temporary"};
+    host::Name private_temporary{"_temporary"};
+
+    // What a load of soil may rest on.
+    host::Name boundaries{"_boundaries"};
+    host::Name values{"values"};
+    host::Name x{"x"};
+    host::Name y{"y"};
 
     // Drains: attributes and keys, which differ by an underscore for what is private.
     host::Name strip{"STRIP"};

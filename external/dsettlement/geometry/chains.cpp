@@ -1,0 +1,177 @@
+#include "geometry/chains.hpp"
+
+#include "host/containers.hpp"
+#include "host/sequence.hpp"
+#include "host/text.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::Handle;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+// There is no register of curves: the curves of a model are those of its registered chains.
+Ref list_curves(State& state, Arguments arguments) {
+  const Handle self = arguments[0];
+  const State::Names& names = state.names;
+  Ref curves = host::List().done();
+  const auto extend = [&](const Ref& chain) {
+    const Ref more = host::get(chain, names.curves);
+    host::check(PyList_SetSlice(curves.get(), PY_SSIZE_T_MAX, PY_SSIZE_T_MAX, more.get()));
+  };
+  host::for_each(host::get(self, names.private_boundaries), extend);
+  host::for_each(host::get(self, names.private_pl_lines), extend);
+  return curves;
+}
+
+// The first of the known objects that equals the new one, or an empty Ref.
+Ref first_equal(Handle known, Handle object) {
+  Ref found;
+  host::for_each_while(known, [&](const Ref& candidate) {
+    if (host::compare(candidate, Py_EQ, object)) found = candidate;
+    return !found;
+  });
+  return found;
+}
+
+constexpr Parameter points_parameters[] = {host::self, {"points", "list[_Point]"}};
+
+Ref make_curves(State& state, Arguments arguments) {
+  const auto [self, points] = arguments.first<2>();
+  const State::Names& names = state.names;
+  const auto is_off_limit = [&, self = self, points = points](Py_ssize_t point, Py_ssize_t limit) {
+    const Ref x = host::get(host::item(points, point), names.x);
+    return host::compare(x, Py_NE, host::item(host::get(self, names.limits), limit));
+  };
+  if (is_off_limit(0, 0) || is_off_limit(-1, 1)) {
+    host::raise(state.toolkit.model_error.original(),
+                "First and last points must be on the left and right boundary limits respectively");
+  }
+  host::List curves;
+  const Py_ssize_t count = host::length(points);
+  for (Py_ssize_t i = 0; i < count - 1; ++i) {
+    const Ref p1 = host::item(points, i);
+    curves.append(host::call_method(self, names.create_curve, p1, host::item(points, i + 1)));
+  }
+  return curves.done();
+}
+
+constexpr Parameter curve_parameters[] = {host::self, {"p1", "_Point"}, {"p2", "_Point"}};
+
+Ref make_curve(State& state, Arguments arguments) {
+  const auto [self, p1, p2] = arguments.first<3>();
+  const Ref curve = host::call(state.curve.now(), p1, p2);
+  const Ref known = first_equal(host::get(self, state.names.private_curves), curve);
+  return known ? known : curve;
+}
+
+// A chain that does not connect was given points that run backwards.
+Ref make_chain(const State& state, Handle chain_class, Handle curves, const char* refusal) {
+  try {
+    return host::call(chain_class, curves);
+  } catch (const host::ErrorSet&) {
+    Ref failure = host::take_error();
+    if (!host::is_of_class(failure, PyExc_AssertionError)) host::raise_again(std::move(failure));
+    host::raise_instead_of(state.toolkit.model_error.original(),
+                           Ref::steal(PyUnicode_FromString(refusal)), failure);
+  }
+}
+
+Ref register_boundary(State& state, Arguments arguments) {
+  const auto [self, points] = arguments.first<2>();
+  const State::Names& names = state.names;
+  const Ref curves = host::call_method(self, names.create_curves, points);
+  const Ref boundary = make_chain(state, state.boundary.now(), curves,
+                                  "Points of the boundary must be ascending in X-direction");
+  if (const Ref known = first_equal(host::get(self, names.private_boundaries), boundary)) {
+    return known;
+  }
+  host::call_method(host::get(self, names.private_boundaries), names.append, boundary);
+  const Ref sort = host::get(host::get(self, names.private_boundaries), names.sort);
+  static_cast<void>(host::call_with(sort, {}, {{names.key, state.by_area}}));
+  return boundary;
+}
+
+constexpr Parameter pl_line_parameters[] = {
+    host::self, {"points", "list[_Point]"}, {"is_phreatic", "bool", host::flag(false)}};
+
+Ref register_pl_line(State& state, Arguments arguments) {
+  const auto [self, points, is_phreatic] = arguments.first<3>();
+  const State::Names& names = state.names;
+  const Ref curves = host::call_method(self, names.create_curves, points);
+  const Ref pl_line = make_chain(state, state.pl_line.now(), curves,
+                                 "Points of the pl-line must be ascending in X-direction");
+  if (const Ref known = first_equal(host::get(self, names.private_pl_lines), pl_line)) {
+    return known;
+  }
+  host::call_method(host::get(self, names.private_pl_lines), names.append, pl_line);
+  if (host::is_true(is_phreatic)) {
+    const Ref phreatic_line = host::get(self, names.private_phreatic_line);
+    if (host::compare(phreatic_line, Py_NE, host::integer(0))) {
+      host::raise(state.toolkit.model_error.original(),
+                  host::text("Phreatic line is already set: {}", {phreatic_line}));
+    }
+    const Py_ssize_t number = host::length(host::get(self, names.private_pl_lines));
+    host::set(self, names.private_phreatic_line, Ref::steal(PyLong_FromSsize_t(number)));
+  }
+  return pl_line;
+}
+
+}  // namespace
+
+constinit const host::Operation<State> curves_of_model =
+    host::property<list_curves>("_curves",
+                                "The curves of all boundaries from low to high, then those of all "
+                                "pl-lines, as a new list.\n\n"
+                                "A curve that several chains share occurs once per chain.")
+        .returning("list[_Curve]");
+
+constinit const host::Operation<State> create_curves =
+    host::method<make_curves>("_create_curves", points_parameters,
+                              "Return the curves between neighbouring points as a new list.\n\n"
+                              "points: from the left limit of the model to the right.\n\n"
+                              "Raises ModelError if the first or the last point is off its limit, "
+                              "or if two neighbours are\n"
+                              "equal; IndexError if there is no point.")
+        .returning("list[_Curve]");
+
+constinit const host::Operation<State> create_curve =
+    host::method<make_curve>(
+        "_create_curve", curve_parameters,
+        "Return the curve between two points: the first equal one of the model, or a new one.\n\n"
+        "p1, p2: the points.\n\n"
+        "Raises ModelError if the points are equal.")
+        .returning("_Curve");
+
+constinit const host::Operation<State> create_boundary =
+    host::method<register_boundary>(
+        "_create_boundary", points_parameters,
+        "Return the boundary through the points: the equal one of the model, or a new one.\n\n"
+        "points: from the left limit of the model to the right.\n\n"
+        "A new boundary takes its place among the others by its area above y = 0.\n\n"
+        "Raises ModelError if the points do not run from limit to limit or not from left to right; "
+        "the\n"
+        "model then stays as it is.")
+        .returning("_Boundary");
+
+constinit const host::Operation<State> create_pl_line =
+    host::method<register_pl_line>(
+        "create_pl_line", pl_line_parameters,
+        "Create a piezometric level line, or find it again.\n\n"
+        "points: made with create_point, from the left limit of the model to the right; two points "
+        "may\n"
+        "    share an x coordinate.\n"
+        "is_phreatic: whether to set the current pl-line as the phreatic line. A model has one\n"
+        "    phreatic line, which stays; for a pl-line that exists already this is not looked "
+        "at.\n\n"
+        "Returns the pl-line; if the model has one along the same points, that one.\n\n"
+        "Raises ModelError if the points do not run from limit to limit, if neighbours are equal "
+        "or do\n"
+        "not run from left to right; the model then stays as it is. Raises ModelError too if the\n"
+        "phreatic line is set already; the new pl-line is kept then.")
+        .returning("_PlLine");
+
+}  // namespace dsettlement::geometry

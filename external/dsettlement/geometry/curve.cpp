@@ -1,0 +1,80 @@
+#include "geometry/curve.hpp"
+
+#include "geometry/equality.hpp"
+#include "host/class_body.hpp"
+#include "host/text.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {host::self, {"p1", "_Point"}, {"p2", "_Point"}};
+
+// A vertical curve keeps the order in which its points were given.
+Ref init(State& state, Arguments arguments) {
+  const auto [self, p1, p2] = arguments.first<3>();
+  const State::Names& names = state.names;
+  if (host::compare(p1, Py_EQ, p2)) {
+    host::raise(state.toolkit.model_error.original(), "Curve cannot consist of duplicate points");
+  }
+  const Ref x1 = host::get(p1, names.x);
+  const Ref x2 = host::get(p2, names.x);
+  const bool swapped = host::compare(x2, Py_LT, x1);
+  host::set(self, names.private_p1, swapped ? p2 : p1);
+  host::set(self, names.private_p2, swapped ? p1 : p2);
+  return host::none();
+}
+
+Ref p1(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_p1);
+}
+
+Ref p2(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_p2);
+}
+
+Ref equals(State& state, Arguments arguments) {
+  const auto [self, other] = arguments.first<2>();
+  if (!host::is_instance(other, state.curve.original())) return not_implemented();
+  return both_equal(self, other, state.names.private_p1, state.names.private_p2);
+}
+
+Ref hash(State& state, Arguments arguments) {
+  return hash_of_both(arguments[0], state.names.private_p1, state.names.private_p2);
+}
+
+Ref show(State& state, Arguments arguments) {
+  return host::text("_Curve({}, {})", {host::get(arguments[0], state.names.private_p1),
+                                       host::get(arguments[0], state.names.private_p2)});
+}
+
+}  // namespace
+
+void define_curve(host::Module& module, State& state) {
+  host::ClassBody body(module, "_Curve",
+                       "A straight segment between two points, from the lower x to the higher.\n\n"
+                       "Curves are equal if both end points are, so that the order in which the "
+                       "points were given\nmatters for vertical curves only.");
+  body.add(state, host::method<init>("__init__", init_parameters,
+                                     "Order the two points by x; points with the same x keep their "
+                                     "order.\n\n"
+                                     "p1, p2: the end points, kept as the very objects.\n\n"
+                                     "Raises ModelError if the points are equal."));
+  body.add(state, host::property<p1>("p1", "End point with the lower x.").returning("_Point"));
+  body.add(state, host::property<p2>("p2", "End point with the higher x.").returning("_Point"));
+  body.add(
+      state,
+      host::method<equals>("__eq__", other_parameters, "Return self == other.").returning("bool"));
+  body.add(state, host::method<hash>("__hash__", "Return hash(self).").returning("int"));
+  body.add(state, host::method<show>("__repr__",
+                                     "Return the text form, such as "
+                                     "\"_Curve(_Point(0, 1.0), _Point(2, 1.0))\".")
+                      .returning("str"));
+  state.curve = body.make();
+}
+
+}  // namespace dsettlement::geometry

@@ -1,0 +1,127 @@
+#include "geometry/curve_list.hpp"
+
+#include "geometry/equality.hpp"
+#include "host/arithmetic.hpp"
+#include "host/class_body.hpp"
+#include "host/sequence.hpp"
+#include "host/unpack.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::Handle;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {host::self, {"curves", "list[_Curve]"}};
+
+// Where Python runs without assertions there is no check, as of any `assert`.
+Ref init(State& state, Arguments arguments) {
+  const auto [self, curves] = arguments.first<2>();
+  const State::Names& names = state.names;
+  const Py_ssize_t count = host::length(curves);
+  for (Py_ssize_t i = 0; i < count - 1; ++i) {
+    const auto [curve, next_curve] = host::unpack_two(host::slice(curves, i, i + 2));
+    if (state.has_assertions &&
+        !host::compare(host::get(curve, names.p2), Py_EQ, host::get(next_curve, names.p1))) {
+      host::raise(PyExc_AssertionError, "Curves must be connected");
+    }
+  }
+  host::set(self, names.private_curves, curves);
+  return host::none();
+}
+
+Ref as_tuple(const State& state, Handle curve_list) {
+  return Ref::steal(PySequence_Tuple(host::get(curve_list, state.names.private_curves).get()));
+}
+
+// By the curves alone: a boundary and a pl-line along the same curves are equal.
+Ref equals(State& state, Arguments arguments) {
+  const auto [self, other] = arguments.first<2>();
+  if (!host::is_instance(other, state.curve_list.original())) return not_implemented();
+  const Ref curves = as_tuple(state, self);
+  return Ref::steal(PyObject_RichCompare(curves.get(), as_tuple(state, other).get(), Py_EQ));
+}
+
+Ref hash(State& state, Arguments arguments) {
+  return hash_of(as_tuple(state, arguments[0]));
+}
+
+Ref curves(State& state, Arguments arguments) {
+  return host::list_of(host::get(arguments[0], state.names.private_curves));
+}
+
+Ref points(State& state, Arguments arguments) {
+  const State::Names& names = state.names;
+  const Ref curves = host::get(arguments[0], names.private_curves);
+  host::List points;
+  host::for_each(curves, [&](const Ref& curve) { points.append(host::get(curve, names.p1)); });
+  points.append(host::get(host::item(curves, -1), names.p2));
+  return points.done();
+}
+
+constexpr Parameter area_parameters[] = {host::self, {"y", "float", host::number(0.0)}};
+
+// The trapezium rule, one curve after the other.
+Ref area_above_horizontal(State& state, Arguments arguments) {
+  const auto [self, y] = arguments.first<2>();
+  const State::Names& names = state.names;
+  const Ref two = host::integer(2);
+  Ref area = host::real(0.0);
+  host::for_each(host::get(self, names.private_curves), [&, y = y](const Ref& curve) {
+    const auto coordinate = [&](Handle point, Handle axis) {
+      return host::get(host::get(curve, point), axis);
+    };
+    const Ref y1 = coordinate(names.p1, names.y);
+    const Ref height =
+        host::difference(host::quotient(host::sum(y1, coordinate(names.p2, names.y)), two), y);
+    const Ref x2 = coordinate(names.p2, names.x);
+    const Ref width = host::difference(x2, coordinate(names.p1, names.x));
+    area = host::sum(area, host::product(width, height));
+  });
+  return area;
+}
+
+}  // namespace
+
+void define_curve_lists(host::Module& module, State& state) {
+  host::ClassBody curve_list(module, "_CurveList", "Boundaries and Pl-lines are curve lists.");
+  curve_list.add(state,
+                 host::method<init>("__init__", init_parameters,
+                                    "Consist of only unique curves; guaranteed upon creation of "
+                                    "_Boundary and _PlLine.\n\n"
+                                    "curves: the chain from left to right; the list is kept, not "
+                                    "copied.\n\n"
+                                    "Raises AssertionError if a curve does not begin where the one "
+                                    "before it ends."));
+  curve_list.add(
+      state,
+      host::method<equals>("__eq__", other_parameters, "Return self == other.").returning("bool"));
+  curve_list.add(state, host::method<hash>("__hash__", "Return hash(self).").returning("int"));
+  curve_list.add(state,
+                 host::property<curves>("curves", "The curves from left to right, as a new list.")
+                     .returning("list[_Curve]"));
+  curve_list.add(state, host::property<points>("points",
+                                               "The points from left to right, as a new list: one "
+                                               "more than there are curves.\n\n"
+                                               "Raises IndexError if there is no curve.")
+                            .returning("list[_Point]"));
+  curve_list.add(state, host::method<area_above_horizontal>(
+                            "area_above_horizontal", area_parameters,
+                            "Area above horizontal line defined by y-coordinate.\n\n"
+                            "y: level of the line [m].\n\n"
+                            "Returns the area by the trapezium rule [m²]; what lies below the line "
+                            "counts negative.")
+                            .returning("float"));
+  state.curve_list = curve_list.make();
+
+  host::ClassBody pl_line(module, "_PlLine", "Piezometric level line.");
+  state.pl_line = pl_line.make({state.curve_list.original()});
+
+  host::ClassBody boundary(module, "_Boundary", "Boundary.");
+  state.boundary = boundary.make({state.curve_list.original()});
+}
+
+}  // namespace dsettlement::geometry

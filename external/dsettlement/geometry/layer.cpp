@@ -1,0 +1,79 @@
+#include "geometry/layer.hpp"
+
+#include "host/class_body.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {
+    host::self,          {"boundary_top", "_Boundary"},    {"boundary_bottom", "_Boundary"},
+    {"material", "str"}, {"pl_line_top", "_PlLine | int"}, {"pl_line_bottom", "_PlLine | int"}};
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, boundary_top, boundary_bottom, material, pl_line_top, pl_line_bottom] =
+      arguments.first<6>();
+  const State::Names& names = state.names;
+  host::set(self, names.private_boundary_top, boundary_top);
+  host::set(self, names.private_boundary_bottom, boundary_bottom);
+  host::set(self, names.private_material, material);
+  host::set(self, names.private_pl_line_top, pl_line_top);
+  host::set(self, names.private_pl_line_bottom, pl_line_bottom);
+  return host::none();
+}
+
+Ref material(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_material);
+}
+
+Ref boundary_top(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_boundary_top);
+}
+
+Ref boundary_bottom(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_boundary_bottom);
+}
+
+Ref pl_line_top(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_pl_line_top);
+}
+
+Ref pl_line_bottom(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_pl_line_bottom);
+}
+
+}  // namespace
+
+void define_layer(host::Module& module, State& state) {
+  host::ClassBody body(module, "_Layer",
+                       "The soil between two boundaries, with the pressure at its top and at its "
+                       "bottom.\n\nEach object is equal only to itself.");
+  body.add(state, host::method<init>(
+                      "__init__", init_parameters,
+                      "Keep the five values; nothing is checked.\n\n"
+                      "boundary_top, boundary_bottom: boundaries at the top and at the bottom.\n"
+                      "material: name of the material.\n"
+                      "pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, or 0 for "
+                      "no pressure, or\n    99 for interpolation."));
+  body.add(state, host::property<material>("material", "Name of the material.").returning("str"));
+  body.add(
+      state,
+      host::property<boundary_top>("boundary_top", "Boundary at the top.").returning("_Boundary"));
+  body.add(state, host::property<boundary_bottom>("boundary_bottom", "Boundary at the bottom.")
+                      .returning("_Boundary"));
+  body.add(state, host::property<pl_line_top>("pl_line_top",
+                                              "Pl-line at the top, or 0 for no pressure, or 99 for "
+                                              "interpolation.")
+                      .returning("_PlLine | int"));
+  body.add(state, host::property<pl_line_bottom>("pl_line_bottom",
+                                                 "Pl-line at the bottom, or 0 for no pressure, or "
+                                                 "99 for interpolation.")
+                      .returning("_PlLine | int"));
+  state.layer = body.make();
+}
+
+}  // namespace dsettlement::geometry

@@ -1,0 +1,91 @@
+#include "geometry/layering.hpp"
+
+#include "geometry/codes.hpp"
+#include "host/containers.hpp"
+#include "host/text.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::Handle;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter parameters[] = {host::self,
+                                    {"boundary_top", "list[_Point]"},
+                                    {"material", "str"},
+                                    {"pl_line_top", "_PlLine | int"},
+                                    {"pl_line_bottom", "_PlLine | int"}};
+
+// Only integers are checked: what else stands in the place of a pl-line shows in the document.
+void check_code(const State& state, Handle pl_line, const char* refusal) {
+  if (host::is_instance(pl_line, reinterpret_cast<PyObject*>(&PyLong_Type)) &&
+      !host::compare(pl_line, Py_EQ, host::integer(no_pressure)) &&
+      !host::compare(pl_line, Py_EQ, host::integer(interpolation))) {
+    host::raise(state.toolkit.model_error.original(), refusal);
+  }
+}
+
+Ref stack_layer(State& state, Arguments arguments) {
+  const auto [self, points, material, pl_line_top, pl_line_bottom] = arguments.first<5>();
+  const State::Names& names = state.names;
+  const Handle model_error = state.toolkit.model_error.original();
+
+  if (!host::contains(host::get(self, names.materials), material)) {
+    host::raise(model_error, host::text("Material with name '{}' does not exist", {material}));
+  }
+  check_code(state, pl_line_top,
+             "'pl_line_top' must be 0 or 99 or of type _PlLine created with 'create_pl_line'");
+  check_code(state, pl_line_bottom,
+             "'pl_line_bottom' must be 0 or 99 or of type _PlLine created with 'create_pl_line'");
+  if (!host::is_true(host::get(self, names.private_layers)) &&
+      host::compare(pl_line_bottom, Py_EQ, host::integer(interpolation))) {
+    host::raise(model_error,
+                "Interpolation value for pl-line (99) cannot be assigned to bottom of geometry.");
+  }
+
+  const Ref top = host::call_method(self, names.create_boundary, points);
+  const Ref layers = host::get(self, names.private_layers);
+  const Ref bottom = host::is_true(layers)
+                         ? host::get(host::item(layers, -1), names.boundary_top)
+                         : host::item(host::get(self, names.private_boundaries), 0);
+  if (host::compare(top, Py_EQ, bottom)) {
+    host::raise(model_error, "Boundary top is similar to boundary bottom.");
+  }
+  const Ref layer =
+      host::call(state.layer.now(), top, bottom, material, pl_line_top, pl_line_bottom);
+  host::call_method(host::get(self, names.private_layers), names.append, layer);
+  return layer;
+}
+
+}  // namespace
+
+constinit const host::Operation<State> create_layer =
+    host::method<stack_layer>(
+        "create_layer", parameters,
+        "Define layers from bottom to top.\n\n"
+        "boundary_top: points of the boundary at the top, made with create_point, from the left "
+        "limit\n"
+        "    of the model to the right; two points may share an x coordinate.\n"
+        "material: name of the material, made with create_material or one of the default "
+        "materials.\n"
+        "pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, made with "
+        "create_pl_line,\n"
+        "    or 0 for no pressure, or 99 for interpolation, which neither the bottom of the first "
+        "layer\n"
+        "    nor the top of the last may have.\n\n"
+        "Returns the new layer. It lies on the layer created before it, the first one on the "
+        "lowest\n"
+        "boundary of the model.\n\n"
+        "Raises ModelError if the material does not exist, if a pl-line is another integer than 0 "
+        "and\n"
+        "99, if the bottom of the first layer is 99, or if the points do not run from limit to "
+        "limit\n"
+        "or not from left to right; the model then stays as it is. Raises ModelError too if top "
+        "and\n"
+        "bottom are the same; a new boundary is kept then.")
+        .returning("_Layer");
+
+}  // namespace dsettlement::geometry

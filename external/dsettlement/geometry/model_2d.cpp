@@ -1,0 +1,179 @@
+#include "geometry/model_2d.hpp"
+
+#include "geometry/chains.hpp"
+#include "geometry/document_2d.hpp"
+#include "geometry/layering.hpp"
+#include "geometry/validation_2d.hpp"
+#include "geometry/verticals.hpp"
+#include "host/class_body.hpp"
+#include "host/unpack.hpp"
+#include "soil/non_uniform_load.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::flag;
+using host::Handle;
+using host::keyword_only;
+using host::no_object;
+using host::number;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter init_parameters[] = {
+    host::self,
+    {"calculation_model", "CalculationModel"},
+    {"consolidation_model", "ConsolidationModel"},
+    {"boundary_bottom", "list[tuple[float, float]]"},
+    {"create_default_materials", "bool", flag(true)},
+    keyword_only("natural_strain", "bool", flag(false)),
+    keyword_only("limits", "tuple[float, float]", host::pair(0.0, 100.0)),
+    keyword_only("water_unit_weight", "float", number(9.81)),
+    keyword_only("verticals_discretization", "int", number(100)),
+    keyword_only("verticals_z_coordinate", "float", number(0.0)),
+    keyword_only("maintain_profile", "bool", flag(false)),
+    keyword_only("profile_time", "int", number(0)),
+    keyword_only("profile_unit_weight_above_phreatic_level", "float", number(10.0)),
+    keyword_only("profile_unit_weight_below_phreatic_level", "float", number(10.0)),
+    keyword_only("end_of_settlement_calculation", "int", number(10000)),
+    keyword_only("stress_distribution_loads", "bool", flag(false)),
+    keyword_only("vertical_drain", "VerticalDrain", no_object),
+};
+
+void make_containers(const State& state, Handle self) {
+  const State::Names& names = state.names;
+  host::set(self, names.private_points, host::List().done());
+  host::set(self, names.private_pl_lines, host::List().done());
+  host::set(self, names.private_phreatic_line, host::integer(0));
+  host::set(self, names.private_boundaries, host::List().done());
+  host::set(self, names.private_layers, host::List().done());
+}
+
+void register_bottom(const State& state, Handle self, Handle boundary_bottom) {
+  const State::Names& names = state.names;
+  host::List points;
+  host::for_each(boundary_bottom, [&](const Ref& point) {
+    const auto [x, y] = host::unpack_two(point);
+    points.append(host::call_method(self, names.create_point, x, y));
+  });
+  host::call_method(self, names.create_boundary, points.done());
+}
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, calculation_model, consolidation_model, boundary_bottom,
+              create_default_materials, natural_strain, limits, water_unit_weight,
+              verticals_discretization, verticals_z_coordinate, maintain_profile, profile_time,
+              profile_unit_weight_above, profile_unit_weight_below, end_of_settlement_calculation,
+              stress_distribution_loads, vertical_drain] =
+      arguments.first<std::size(init_parameters)>();
+  const State::Names& names = state.names;
+  static_cast<void>(
+      host::call_with(host::super(state.model_2d.original(), self, names.init),
+                      {calculation_model, consolidation_model, create_default_materials},
+                      {{names.natural_strain, natural_strain},
+                       {names.limits_option, limits},
+                       {names.water_unit_weight, water_unit_weight},
+                       {names.verticals_discretization, verticals_discretization},
+                       {names.verticals_z_coordinate, verticals_z_coordinate},
+                       {names.maintain_profile, maintain_profile},
+                       {names.profile_time, profile_time},
+                       {names.profile_unit_weight_above, profile_unit_weight_above},
+                       {names.profile_unit_weight_below, profile_unit_weight_below},
+                       {names.end_of_settlement_calculation, end_of_settlement_calculation},
+                       {names.stress_distribution_loads, stress_distribution_loads},
+                       {names.vertical_drain, vertical_drain}}));
+  make_containers(state, self);
+  register_bottom(state, self, boundary_bottom);
+  return host::none();
+}
+
+constexpr Parameter point_parameters[] = {host::self, {"x", "float"}, {"y", "float"}};
+
+Ref create_point(State& state, Arguments arguments) {
+  const auto [self, x, y] = arguments.first<3>();
+  const Ref point = host::call(state.point.now(), x, y);
+  host::call_method(host::get(self, state.names.private_points), state.names.append, point);
+  return point;
+}
+
+constexpr const char* class_documentation =
+    "Model for a 2D D-Settlement analysis.\n\n"
+    "The soil is a cross-section between two limits: layers from bottom to top, each between two\n"
+    "boundaries, and pl-lines for the pressures in them. Points are created one list per boundary\n"
+    "or pl-line; what repeats is folded together.\n\n"
+    "    model = Model2D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI,\n"
+    "                    [(0.0, 0.0), (100.0, 0.0)])\n"
+    "    pl_line = model.create_pl_line(\n"
+    "        [model.create_point(0.0, 4.0), model.create_point(100.0, 4.0)], is_phreatic=True)\n"
+    "    top = [model.create_point(x, y) for x, y in [(0.0, 5.0), (50.0, 6.0), (100.0, 5.0)]]\n"
+    "    model.create_layer(top, \"Sand\", pl_line, pl_line)\n"
+    "    model.create_vertical(50.0)\n"
+    "    model.create_non_uniform_load(\"load\", [(0.0, 5.0), (50.0, 6.0)])\n"
+    "    input_file = model.generate_input_file()\n\n"
+    "Units: metres for coordinates, days for times, kN/m³ for unit weights, kPa for pressures.\n"
+    "Values are kept as given; nothing is converted.";
+
+constexpr const char* init_documentation =
+    "Make a model with its bottom boundary and no layer.\n\n"
+    "calculation_model: specifies which calculation model is used.\n"
+    "consolidation_model: specifies which consolidation model is used.\n"
+    "boundary_bottom: the bottom boundary of the geometry, as x-y pairs from the left limit to\n"
+    "    the right [m].\n"
+    "create_default_materials: start with default materials or none.\n"
+    "natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.\n"
+    "limits: left and right x limit of the geometry [m].\n"
+    "water_unit_weight: in [kN/m³].\n"
+    "verticals_discretization: number of elements along a vertical, from 5 to 500.\n"
+    "verticals_z_coordinate: z coordinate of the verticals [m].\n"
+    "maintain_profile: whether the profile is maintained by superelevation.\n"
+    "profile_time: time of the superelevation [days], from 0 to 100000 and not above\n"
+    "    end_of_settlement_calculation.\n"
+    "profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:\n"
+    "    unit weight of the superelevation [kN/m³].\n"
+    "end_of_settlement_calculation: [days]; no calculation time may lie behind it.\n"
+    "stress_distribution_loads: True for \"Simulate\", False for \"None\".\n"
+    "vertical_drain: parameters for vertical drains, or None (default) to disable option.\n\n"
+    "Raises ModelError if an option is out of its range or if the bottom boundary does not run\n"
+    "from limit to limit and from left to right, KeyError if calculation_model is not a member of\n"
+    "CalculationModel, IndexError if boundary_bottom is empty, ValueError if one of its entries "
+    "is\n"
+    "no pair.";
+
+constexpr const char* create_point_documentation =
+    "Create a point for a boundary or a pl-line.\n\n"
+    "x: x coordinate [m].\n"
+    "y: y coordinate [m].\n\n"
+    "Returns the new point. Equal points may be created; the first of them is the one that is\n"
+    "referred to in the input file.";
+
+}  // namespace
+
+void define_model_2d(host::Module& module, State& state, soil::State& soil) {
+  host::ClassBody body(module, "Model2D", class_documentation);
+  body.add(state, host::method<init>("__init__", init_parameters, init_documentation));
+  body.add(state, curves_of_model);
+  body.add(state,
+           host::method<create_point>("create_point", point_parameters, create_point_documentation)
+               .returning("_Point"));
+  body.add(state, create_pl_line);
+  body.add(state, create_layer);
+  body.add(state, create_vertical);
+  body.add(soil, soil::create_non_uniform_load);
+  body.add(state, create_curves);
+  body.add(state, create_curve);
+  body.add(state, create_boundary);
+  body.add(state, validate_2d);
+  body.add(state, serialize_2d);
+  body.add(state, serialize_points);
+  body.add(state, serialize_curves);
+  body.add(state, serialize_boundaries);
+  body.add(state, serialize_pl_lines);
+  body.add(state, serialize_layers);
+  body.add(state, min_vertical_drains_2d);
+  body.add(state, max_vertical_drains_2d);
+  state.model_2d = body.make({state.model.model.original()});
+}
+
+}  // namespace dsettlement::geometry

@@ -1,0 +1,89 @@
+#include "geometry/validation_2d.hpp"
+
+#include "geometry/codes.hpp"
+#include "host/containers.hpp"
+#include "host/text.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::Handle;
+using host::Ref;
+
+namespace {
+
+Ref layer_at(const State& state, Handle self, Py_ssize_t position, const char* refusal) {
+  const Ref layers = host::get(self, state.names.private_layers);
+  try {
+    return host::item(layers, position);
+  } catch (const host::ErrorSet&) {
+    Ref failure = host::take_error();
+    if (!host::is_of_class(failure, PyExc_IndexError)) host::raise_again(std::move(failure));
+    host::raise_instead_of(state.toolkit.model_error.original(),
+                           Ref::steal(PyUnicode_FromString(refusal)), failure);
+  }
+}
+
+Ref check_geometry(State& state, Arguments arguments) {
+  const Handle self = arguments[0];
+  const State::Names& names = state.names;
+  const Handle model_error = state.toolkit.model_error.original();
+  static_cast<void>(host::call(host::super(state.model_2d.original(), self, names.validate)));
+
+  const Ref top_layer = layer_at(state, self, -1, "Model should have at least 1 layer.");
+  const Ref pl_line_top = host::get(top_layer, names.pl_line_top);
+  if (host::compare(pl_line_top, Py_EQ, host::integer(interpolation))) {
+    host::raise(model_error, host::text("pl_line_top for top layer cannot have interpolation value "
+                                        "(99): {}",
+                                        {host::get(top_layer, names.pl_line_top)}));
+  }
+  if (host::compare(host::get(self, names.private_phreatic_line), Py_EQ, host::integer(0))) {
+    host::raise(model_error, "No phreatic line is set for the model.");
+  }
+  return host::none();
+}
+
+// The highest y of a chain's points, as `max` finds it.
+Ref highest(const State& state, Handle boundary) {
+  Ref level;
+  host::for_each(host::get(boundary, state.names.points), [&](const Ref& point) {
+    Ref y = host::get(point, state.names.y);
+    if (!level || host::compare(y, Py_GT, level)) level = std::move(y);
+  });
+  return level;
+}
+
+Ref lowest_drain_level(State& state, Arguments arguments) {
+  const Ref layer = layer_at(state, arguments[0], 0, "Create at least 1 layer");
+  return highest(state, host::get(layer, state.names.boundary_bottom));
+}
+
+Ref highest_drain_level(State& state, Arguments arguments) {
+  const Ref layer = layer_at(state, arguments[0], -1, "Create at least 1 layer");
+  return highest(state, host::get(layer, state.names.boundary_top));
+}
+
+}  // namespace
+
+constinit const host::Operation<State> validate_2d = host::method<check_geometry>(
+    "_validate",
+    "Check the finished model; runs before each generation of an input file.\n\n"
+    "Raises ModelError for the first check that fails: the vertical drains against limits and\n"
+    "levels, at least one layer, no interpolation at the top of the top layer, a phreatic line.\n"
+    "The model stays as it is.");
+
+constinit const host::Operation<State> min_vertical_drains_2d =
+    host::property<lowest_drain_level>(
+        "_min_vertical_drains",
+        "Lowest level for vertical drains [m]: the highest point of the bottom of the geometry.\n\n"
+        "Raises ModelError if there is no layer.")
+        .returning("float");
+
+constinit const host::Operation<State> max_vertical_drains_2d =
+    host::property<highest_drain_level>(
+        "_max_vertical_drains",
+        "Highest level for vertical drains [m]: the highest point of the top of the geometry.\n\n"
+        "Raises ModelError if there is no layer.")
+        .returning("float");
+
+}  // namespace dsettlement::geometry

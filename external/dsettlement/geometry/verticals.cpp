@@ -1,0 +1,67 @@
+#include "geometry/verticals.hpp"
+
+#include "host/containers.hpp"
+#include "host/text.hpp"
+#include "host/unpack.hpp"
+
+namespace dsettlement::geometry {
+
+using host::Arguments;
+using host::Handle;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+constexpr Parameter parameters[] = {host::self, {"x", "float"}};
+
+void check_limits(const State& state, Handle limits, Handle x) {
+  const auto [left, right] = host::unpack_two(limits);
+  const Handle model_error = state.toolkit.model_error.original();
+  if (host::compare(x, Py_LT, left)) {
+    host::raise(model_error, host::text("Vertical with x-coordinate {} is smaller than left limit "
+                                        "of geometry ({}).",
+                                        {x, left}));
+  }
+  if (host::compare(x, Py_GT, right)) {
+    host::raise(model_error, host::text("Vertical with x-coordinate {} is greater than right limit "
+                                        "of geometry ({}).",
+                                        {x, right}));
+  }
+}
+
+Ref vertical_at(const State& state, Handle verticals, Handle x) {
+  Ref found;
+  host::for_each_while(verticals, [&](const Ref& vertical) {
+    if (host::compare(host::get(vertical, state.names.x), Py_EQ, x)) found = vertical;
+    return !found;
+  });
+  return found;
+}
+
+Ref register_vertical(State& state, Arguments arguments) {
+  const auto [self, x] = arguments.first<2>();
+  const State::Names& names = state.names;
+  check_limits(state, host::get(self, names.limits), x);
+  if (const Ref known = vertical_at(state, host::get(self, names.verticals), x)) return known;
+  const Ref vertical = host::call(state.model.vertical.now(), x);
+  host::call_method(host::get(self, names.verticals), names.append, vertical);
+  const Ref sort = host::get(host::get(self, names.verticals), names.sort);
+  static_cast<void>(host::call_with(sort, {}, {{names.key, state.by_x}}));
+  return vertical;
+}
+
+}  // namespace
+
+constinit const host::Operation<State> create_vertical =
+    host::method<register_vertical>(
+        "create_vertical", parameters,
+        "Create vertical based on x-coordinate.\n\n"
+        "x: x coordinate [m], between the limits of the model, both included.\n\n"
+        "Returns the vertical; if the model has one at the same x, that one. The verticals are "
+        "kept in\n"
+        "the order of x.\n\n"
+        "Raises ModelError if x lies outside the limits; the model then stays as it is.")
+        .returning("_Vertical");
+
+}  // namespace dsettlement::geometry

@@ -1,0 +1,192 @@
+#include "soil/non_uniform_load.hpp"
+
+#include "host/class_body.hpp"
+#include "host/sequence.hpp"
+#include "host/text.hpp"
+#include "host/unpack.hpp"
+
+namespace dsettlement::soil {
+
+using host::Arguments;
+using host::flag;
+using host::Handle;
+using host::number;
+using host::Parameter;
+using host::Ref;
+
+namespace {
+
+// The constructor and the operation of the model take the same.
+constexpr Parameter parameters[] = {host::self,
+                                    {"name", "str"},
+                                    {"points", "list[tuple[float, float]]"},
+                                    {"time", "int", number(0)},
+                                    {"end_time", "int", number(0)},
+                                    {"gamma_dry", "float", number(10.0)},
+                                    {"gamma_wet", "float", number(10.0)},
+                                    {"temporary", "bool", flag(false)}};
+
+void check_ascending(const State& state, Handle points) {
+  Py_ssize_t position = 0;
+  host::for_each(host::slice_from(points, 1), [&](const Ref& point) {
+    const Ref x = host::unpack_two(point).first;
+    const Ref before = host::item(host::item(points, position++), 0);
+    if (host::compare(x, Py_LT, before)) {
+      host::raise(state.toolkit.model_error.original(),
+                  host::text("Points not monotonic ascending for x-coordinate: {}", {points}));
+    }
+  });
+}
+
+Ref init(State& state, Arguments arguments) {
+  const auto [self, name, points, time, end_time, gamma_dry, gamma_wet, temporary] =
+      arguments.first<std::size(parameters)>();
+  const State::Names& names = state.names;
+  if (host::compare(time, Py_GT, end_time)) {
+    host::raise(state.toolkit.model_error.original(),
+                host::text("time ({}) cannot exceed end_time ({}).", {time, end_time}));
+  }
+  check_ascending(state, points);
+  host::set(self, names.private_name, name);
+  host::set(self, names.private_points, points);
+  host::set(self, names.private_time, time);
+  host::set(self, names.private_end_time, end_time);
+  host::set(self, names.private_gamma_dry, gamma_dry);
+  host::set(self, names.private_gamma_wet, gamma_wet);
+  host::set(self, names.private_temporary, temporary);
+  return host::none();
+}
+
+Ref points(State& state, Arguments arguments) {
+  return host::get(arguments[0], state.names.private_points);
+}
+
+constexpr Parameter serialize_parameters[] = {host::self, {"name", "str"}};
+
+Ref serialize(State& state, Arguments arguments) {
+  const Handle self = arguments[0];
+  const State::Names& names = state.names;
+  return host::Mapping()
+      .put(names.name, host::get(self, names.private_name))
+      .put(names.points, host::get(self, names.private_points))
+      .put(names.time, host::get(self, names.private_time))
+      .put(names.end_time, host::get(self, names.private_end_time))
+      .put(names.gamma_dry, host::get(self, names.private_gamma_dry))
+      .put(names.gamma_wet, host::get(self, names.private_gamma_wet))
+      .put(names.temporary, host::get(self, names.private_temporary))
+      .done();
+}
+
+// The pairs on which a load of this model may begin and end.
+Ref snapping_points(const State& state, Handle model) {
+  const State::Names& names = state.names;
+  const Ref pairs = Ref::steal(PySet_New(nullptr));
+  const Ref loads = host::call_method(host::get(model, names.non_uniform_loads), names.values);
+  host::for_each(loads, [&](const Ref& load) {
+    host::for_each(host::get(load, names.points),
+                   [&](const Ref& point) { host::check(PySet_Add(pairs.get(), point.get())); });
+  });
+  host::for_each(host::get(model, names.boundaries), [&](const Ref& boundary) {
+    host::for_each(host::get(boundary, names.points), [&](const Ref& point) {
+      const Ref x = host::get(point, names.x);
+      const Ref y = host::get(point, names.y);
+      const Ref pair = Ref::steal(PyTuple_Pack(2, x.get(), y.get()));
+      host::check(PySet_Add(pairs.get(), pair.get()));
+    });
+  });
+  return pairs;
+}
+
+Ref enter_load(State& state, Arguments arguments) {
+  const auto [self, name, points, time, end_time, gamma_dry, gamma_wet, temporary] =
+      arguments.first<std::size(parameters)>();
+  const State::Names& names = state.names;
+  const Handle model_error = state.toolkit.model_error.original();
+
+  constexpr Py_ssize_t longest_name = 25;
+  if (const Py_ssize_t count = host::length(name); count > longest_name) {
+    host::raise(model_error,
+                host::text("Name of non-uniform load can be max 25 characters long (is {} for {}).",
+                           {Ref::steal(PyLong_FromSsize_t(count)), name}));
+  }
+  if (host::contains(host::get(self, names.non_uniform_loads), name)) {
+    host::raise(model_error, host::text("Non-uniform load with name '{}' already exists.", {name}));
+  }
+  const Ref first = host::item(points, 0);
+  const Ref last = host::item(points, -1);
+  const Ref valid = snapping_points(state, self);
+  if (!host::contains(valid, first)) {
+    host::raise(model_error, host::text("First point of non-uniform load {} is not in points or in "
+                                        "points of non-uniform load.",
+                                        {first}));
+  }
+  if (!host::contains(valid, last)) {
+    host::raise(model_error, host::text("Last point of non-uniform load {} is not in points or in "
+                                        "points of non-uniform load.",
+                                        {last}));
+  }
+  Ref load = host::call(state.non_uniform_load.now(), name, points, time, end_time, gamma_dry,
+                        gamma_wet, temporary);
+  const Ref loads = host::get(self, names.non_uniform_loads);
+  host::check(PyObject_SetItem(loads.get(), name, load.get()));
+  return load;
+}
+
+}  // namespace
+
+void define_non_uniform_load(host::Module& module, State& state) {
+  host::ClassBody body(module, "_NonUniformLoad",
+                       "A load by the weight of the soil between a polyline and what lies below "
+                       "it.\n\nAn initial load affects the initial stresses only and causes "
+                       "neither creep nor consolidation.");
+  body.add(state, host::method<init>(
+                      "__init__", parameters,
+                      "Check the times and the order of the points, and keep the values.\n\n"
+                      "name: name of the load.\n"
+                      "points: x-y coordinates of the load, from left to right [m]; the list is "
+                      "kept, not copied.\n"
+                      "time: the moment the load is laid down [days]; -1 makes it an initial "
+                      "load.\n"
+                      "end_time: the moment the load is removed [days], only for temporary loads.\n"
+                      "gamma_dry: total unit weight above phreatic level [kN/m³].\n"
+                      "gamma_wet: total unit weight below phreatic level [kN/m³].\n"
+                      "temporary: whether the load is a temporary load.\n\n"
+                      "Raises ModelError if time is greater than end_time, temporary or not, or if "
+                      "an x coordinate\nis less than the one before it."));
+  body.add(state,
+           host::property<points>("points", "x-y coordinates of the load, as the list given.")
+               .returning("list[tuple[float, float]]"));
+  body.add(state, host::method<serialize>("_serialize", serialize_parameters,
+                                          "Return the load's part of the document as a new "
+                                          "mapping.\n\n"
+                                          "name: not used; the load knows its name.")
+                      .returning("dict[str, Any]"));
+  state.non_uniform_load = body.make({state.load.original()});
+}
+
+constinit const host::Operation<State> create_non_uniform_load =
+    host::method<enter_load>(
+        "create_non_uniform_load", parameters,
+        "Create a load by the weight of the soil below a polyline.\n\n"
+        "name: name of the load, at most 25 characters; must be new among the non-uniform loads.\n"
+        "points: x-y coordinates from left to right [m]. The first and the last must each be a "
+        "point\n"
+        "    of a boundary or of an earlier non-uniform load. The list is kept, not copied.\n"
+        "time: the moment the load is laid down [days]; -1 makes it an initial load.\n"
+        "end_time: the moment the load is removed [days], only for temporary loads; not before "
+        "time,\n"
+        "    temporary or not.\n"
+        "gamma_dry: total unit weight above phreatic level [kN/m³].\n"
+        "gamma_wet: total unit weight below phreatic level [kN/m³].\n"
+        "temporary: whether the load is a temporary load.\n\n"
+        "Returns the new load.\n\n"
+        "Raises ModelError if the name is too long or exists already, if the first or the last "
+        "point is\n"
+        "on no point of a boundary or load, if time is greater than end_time, or if an x "
+        "coordinate is\n"
+        "less than the one before it; the model then stays as it is. Raises IndexError if there is "
+        "no\n"
+        "point.")
+        .returning("_NonUniformLoad");
+
+}  // namespace dsettlement::soil
