@@ -51,6 +51,10 @@ demo: $(BUILT) $(STAMPS)/demo  ## tell the usage story, with files and pictures 
 sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the interpreter's debugging allocator
 	scripts/sanitize $(TESTS)
 
+docs: $(STAMPS)/docs  ## build the documentation into site/
+	$(BIN)/python -m mkdocs build --quiet
+	@echo "Open site/index.html"
+
 clean:  ## remove all that the other targets made
 	rm -rf $(VENV) build demo site fuzz-findings
 
