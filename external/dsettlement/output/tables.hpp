@@ -15,6 +15,7 @@ namespace dsettlement::output {
 template <typename Character>
 [[nodiscard]] std::vector<host::Ref> split_lines(Text<Character> text) {
   std::vector<host::Ref> lines;
+  lines.reserve(count_lines(text));
   for_each_line(text, [&](Text<Character> line) { lines.push_back(python_text(line)); });
   return lines;
 }

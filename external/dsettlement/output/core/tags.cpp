@@ -30,6 +30,17 @@ static_assert(std::ranges::all_of(tag_names, [](auto name) {
          (name[first_of_name] != 'E' || name.size() > first_of_ended_name);
 }));
 
+// Makes room for one more mark. The marks so far tell how dense they stand, which lets one step
+// reach the end of an even text.
+void make_room(std::vector<TagMark>& marks, std::size_t offset, std::size_t text_size) {
+  constexpr std::size_t few = 512;
+  const std::size_t count = marks.size();
+  if (count < marks.capacity()) return;
+  const std::size_t expected = count * (text_size / (offset + 1) + 1);
+  const std::size_t most = text_size / shortest_tag + 1;
+  marks.reserve(std::min(std::max({few, 2 * count, expected}), most));
+}
+
 }  // namespace
 
 template <typename Character>
@@ -44,7 +55,9 @@ std::vector<TagMark> index_tags(Text<Character> text) {
     for (std::size_t tag = 0; tag < tag_names.size(); ++tag) {
       if (static_cast<Character>(telling_characters[tag]) != at[place]) continue;
       if (!Scanner<Character>(at, text.end).literal(tag_names[tag])) continue;
-      marks.push_back({.offset = static_cast<std::uint64_t>(at - text.begin), .tag = tag & 63});
+      const auto offset = static_cast<std::size_t>(at - text.begin);
+      make_room(marks, offset, text.size());
+      marks.push_back({.offset = offset, .tag = tag & 63});
       break;
     }
   }
