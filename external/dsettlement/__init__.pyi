@@ -10,6 +10,7 @@ kPa for pressures. Nothing is converted.
 
 import re
 from abc import ABCMeta, abstractmethod
+from collections import OrderedDict
 from enum import Enum
 from io import BytesIO, StringIO
 from typing import Any, ClassVar, Literal, overload
@@ -306,6 +307,29 @@ class _Model(metaclass=ABCMeta):
     pressures. Values are kept as given; nothing is converted.
     """
 
+    _calculation_model: CalculationModel
+    _consolidation_model: ConsolidationModel
+    _natural_strain: bool
+    _reliability_analysis: bool
+    _fit_for_settlement_plate: bool
+    _horizontal_displacements: bool
+    _limits: tuple[float, float]
+    _water_unit_weight: float
+    _verticals_discretization: int
+    _verticals_z_coordinate: float
+    _maintain_profile: bool
+    _profile_time: int
+    _profile_unit_weight_above_phreatic_level: float
+    _profile_unit_weight_below_phreatic_level: float
+    _end_of_settlement_calculation: int
+    _stress_distribution_loads: bool
+    _has_vertical_drains: bool
+    _vertical_drain: VerticalDrain
+    _materials: dict[str, _Material]
+    _verticals: list[_Vertical]
+    _non_uniform_loads: OrderedDict[str, _NonUniformLoad]
+    _other_loads: dict[str, _OtherLoad]
+    _calculation_times: list[int]
     _SOIL_VERSION: ClassVar[int]
     _GEOMETRY_VERSION: ClassVar[int]
     _DSETTLEMENT_VERSION: ClassVar[int]
@@ -485,10 +509,30 @@ class _Model(metaclass=ABCMeta):
         gam_wet: unit weight below the phreatic level [kN/m³].
         color: colour for visualisation in D-Settlement; a random one if it is not given.
 
-        All further soil parameters are given by keyword and go to the input file as they are:
-        base values, standard deviations (std_...), distributions (dist_...), correlations (cor_...),
-        compression parameters and horizontal behaviour. Stresses are in [kPa], permeabilities in
-        [m/day], the consolidation coefficient cv in [m²/s]; codes are D-Settlement's own integers.
+        All further soil parameters go by keyword, and to the input file as they are; the integers
+        among them are D-Settlement's own codes and switches.
+
+        initial_void_ratio [-]; cohesion [kPa]; phi: angle of internal friction [deg].
+        precon_isotache_type, precon_koppejan_type: which of ocr, pc and pop counts.
+        use_equivalent_age; equivalent_age [days].
+        pc: preconsolidation pressure [kPa]; ocr: overconsolidation ratio [-];
+        pop: pre-overburden pressure [kPa]; limit_stress [kPa].
+        drained: whether the layer drains.
+        ap_as_approximation_by_cp_cs: whether ap and asec follow from cp and cs.
+        cv: vertical consolidation coefficient [m²/s]; permeability_ver [m/day];
+        permeability_hor_factor: ratio of horizontal to vertical permeability [-];
+        permeability_strain_modulus [-]; storage_type: which of these describes the storage.
+        use_prob_defaults; std_...: standard deviation of the parameter of that name, in its unit;
+        dist_...: its distribution; cor_...: correlation of two parameters [-].
+        cp, cp1: primary compression below and above the preconsolidation pressure [-];
+        cs, cs1: secular compression below and above it [-];
+        ap, asec: primary and secular swelling [-].
+        car, ca: secondary compression when reloading and at first loading [-].
+        comp_ratio: whether ratios or indices count.
+        r_ratio, c_ratio, s_ratio: reloading, compression and swelling ratio [-];
+        cr_index, cc_index, csw_index: the same as indices [-].
+        pri_comp_index, sec_comp_index, sec_comp_rate: isotache parameters a, b and c [-].
+        horizontal_behaviour_type, elasticity [kPa], default_elasticity: horizontal behaviour.
 
         Raises ModelError if the name exists already or is too long; the model then stays as it was.
         """
@@ -1195,6 +1239,7 @@ class OutputFileParser:
     Nothing is kept between reads: each parses the text afresh and returns new objects.
     """
 
+    _results: str
     _FILE_NAME_PATTERN: ClassVar[re.Pattern[str]]
     _RESULTS_PATTERN: ClassVar[re.Pattern[str]]
     _VERTICAL_PATTERN: ClassVar[re.Pattern[str]]
@@ -1215,10 +1260,10 @@ class OutputFileParser:
         Raises ParsingError if the text has no [Results] block.
         """
     @property
-    def raw_results(self) -> None:
+    def raw_results(self) -> str:
         """Raw result data. For convenience, specific data can also be extracted using available methods."""
     @property
-    def vertical_results(self) -> None:
+    def vertical_results(self) -> dict[int, dict[str, Any]]:
         """Returns results for all verticals.
 
         A mapping of the vertical's number, from 1, to a mapping with the keys
@@ -1234,7 +1279,7 @@ class OutputFileParser:
         Raises ValueError for a field that is no number, and IndexError for a row with too few fields.
         """
     @property
-    def residual_times(self) -> None:
+    def residual_times(self) -> dict[int, dict[str, list[float]]]:
         """Returns the residual times.
 
         A mapping of the vertical's number in the file to a mapping of header, such as `Time` and `Settlement`, to a list with one number per row. It is empty if the file has no such block.
@@ -1242,17 +1287,17 @@ class OutputFileParser:
         Raises ValueError for a field that is no number, and IndexError for a row with too few fields.
         """
     @classmethod
-    def _parse_results(cls, sld_file: str) -> None:
+    def _parse_results(cls, sld_file: str) -> str:
         """Return the [Results] block of a text, tags included.
 
         Raises ParsingError if there is none.
         """
     @classmethod
-    def _parse_verticals(cls, results: str) -> None:
+    def _parse_verticals(cls, results: str) -> dict[int, dict[str, Any]]:
         """Return the results of all [Vertical] blocks, by number from 1."""
     @classmethod
-    def _parse_vertical(cls, vertical: str) -> None:
+    def _parse_vertical(cls, vertical: str) -> dict[str, Any]:
         """Return the results of one [Vertical] block, given with its tags."""
     @classmethod
-    def _parse_residual_settlements(cls, results: str) -> None:
+    def _parse_residual_settlements(cls, results: str) -> dict[int, dict[str, list[float]]]:
         """Return the residual settlements: vertical, then header, to a list of numbers."""

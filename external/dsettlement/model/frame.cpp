@@ -26,6 +26,38 @@ Ref verticals(State& state, Arguments arguments) {
   return host::list_of(host::get(arguments[0], state.names.verticals));
 }
 
+struct Attribute {
+  const char* name;
+  const char* type;
+};
+
+// In the order in which the constructor sets them.
+constexpr Attribute attributes[] = {
+    {"_calculation_model", "CalculationModel"},
+    {"_consolidation_model", "ConsolidationModel"},
+    {"_natural_strain", "bool"},
+    {"_reliability_analysis", "bool"},
+    {"_fit_for_settlement_plate", "bool"},
+    {"_horizontal_displacements", "bool"},
+    {"_limits", "tuple[float, float]"},
+    {"_water_unit_weight", "float"},
+    {"_verticals_discretization", "int"},
+    {"_verticals_z_coordinate", "float"},
+    {"_maintain_profile", "bool"},
+    {"_profile_time", "int"},
+    {"_profile_unit_weight_above_phreatic_level", "float"},
+    {"_profile_unit_weight_below_phreatic_level", "float"},
+    {"_end_of_settlement_calculation", "int"},
+    {"_stress_distribution_loads", "bool"},
+    {"_has_vertical_drains", "bool"},
+    {"_vertical_drain", "VerticalDrain"},
+    {"_materials", "dict[str, _Material]"},
+    {"_verticals", "list[_Vertical]"},
+    {"_non_uniform_loads", "OrderedDict[str, _NonUniformLoad]"},
+    {"_other_loads", "dict[str, _OtherLoad]"},
+    {"_calculation_times", "list[int]"},
+};
+
 Ref left_to_concrete_models(State& /*state*/, Arguments /*arguments*/) {
   return host::none();
 }
@@ -46,6 +78,7 @@ void define_model(host::Module& module, State& state, soil::State& soil,
   body.add("_DEFAULT_MATERIALS", soil::default_materials(soil));
   body.add("_DEFAULT_VERTICAL_DRAIN", soil::default_vertical_drain(soil));
 
+  for (const Attribute& attribute : attributes) body.declare(attribute.name, attribute.type);
   body.add(state, construct.abstract());
   body.add(state, host::property<materials>(
                       "materials", "The materials by name, as a new mapping of str to _Material.")

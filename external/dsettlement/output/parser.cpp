@@ -107,6 +107,7 @@ void define_parser(host::Module& module, State& state) {
       "    parser.vertical_results\n"
       "    parser.residual_times\n\n"
       "Nothing is kept between reads: each parses the text afresh and returns new objects.");
+  body.declare("_results", "str");
   state.patterns.define(body);
   body.add(state,
            host::method<init>(
@@ -118,7 +119,8 @@ void define_parser(host::Module& module, State& state) {
   body.add(state, host::property<raw_results>(
                       "raw_results",
                       "Raw result data. For convenience, specific data can also be extracted using "
-                      "available methods."));
+                      "available methods.")
+                      .returning("str"));
   body.add(
       state,
       host::property<vertical_results>(
@@ -134,7 +136,8 @@ void define_parser(host::Module& module, State& state) {
           "Headers are the lines of the file to the letter. A block that is absent or incomplete "
           "gives an empty container.\n\n"
           "Raises ValueError for a field that is no number, and IndexError for a row with too few "
-          "fields."));
+          "fields.")
+          .returning("dict[int, dict[str, Any]]"));
   body.add(state,
            host::property<residual_times>(
                "residual_times",
@@ -143,21 +146,26 @@ void define_parser(host::Module& module, State& state) {
                "`Time` and `Settlement`, to a list with one number per row. It is empty if the "
                "file has no such block.\n\n"
                "Raises ValueError for a field that is no number, and IndexError for a row with too "
-               "few fields."));
+               "few fields.")
+               .returning("dict[int, dict[str, list[float]]]"));
   body.add(state, host::class_method<parse_results>(
                       "_parse_results", file_parameters,
                       "Return the [Results] block of a text, tags included.\n\n"
-                      "Raises ParsingError if there is none."));
+                      "Raises ParsingError if there is none.")
+                      .returning("str"));
   body.add(state, host::class_method<parse_verticals>(
                       "_parse_verticals", results_parameters,
-                      "Return the results of all [Vertical] blocks, by number from 1."));
+                      "Return the results of all [Vertical] blocks, by number from 1.")
+                      .returning("dict[int, dict[str, Any]]"));
   body.add(state, host::class_method<parse_vertical>(
                       "_parse_vertical", vertical_parameters,
-                      "Return the results of one [Vertical] block, given with its tags."));
+                      "Return the results of one [Vertical] block, given with its tags.")
+                      .returning("dict[str, Any]"));
   body.add(state,
            host::class_method<parse_residual_settlements>(
                "_parse_residual_settlements", results_parameters,
-               "Return the residual settlements: vertical, then header, to a list of numbers."));
+               "Return the residual settlements: vertical, then header, to a list of numbers.")
+               .returning("dict[int, dict[str, list[float]]]"));
   state.parser = body.make();
   state.parse_vertical = host::get(host::get(state.parser.original(), state.names.parse_vertical),
                                    state.names.function);
