@@ -157,10 +157,19 @@ def drain_lines(fill: Fill, values: Document) -> list[str]:
 
 @pytest.mark.parametrize(
     ("kind", "line"),
-    [(0, "0 : Flow type = Radial"), (1, "0 : Flow type = Radial"), (2, "1 : Flow type = Plane")],
+    [(0, "0 : Flow type = Radial"), (1, "1 : Flow type = Plane"), (2, "2 : Flow type = Sand wall")],
 )
-def test_flow_to_a_drain(fill: Fill, kind: int, line: str) -> None:
+def test_type_of_drain(fill: Fill, kind: int, line: str) -> None:
     assert drain_lines(fill, {"type": kind})[0] == line
+
+
+@pytest.mark.parametrize(
+    ("kind", "diameter", "width"),
+    [(0, "0.100", "0.250"), (1, "0.250", "0.100"), (2, "0.100", "0.250")],
+)
+def test_width_or_diameter(fill: Fill, kind: int, diameter: str, width: str) -> None:
+    lines = drain_lines(fill, {"type": kind, "width_diameter": 0.25})
+    assert lines[6:8] == [f"{diameter:>12} = Diameter", f"{width:>12} = Width"]
 
 
 @pytest.mark.parametrize(

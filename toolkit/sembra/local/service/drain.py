@@ -6,8 +6,18 @@ from pydantic import Field
 
 from sembra.local.service.types import Number, Strict, Whole
 
+COLUMN = 1
+"""Type of drain that has a diameter; the others have a width."""
+
 SAND_WALL = 2
 """Type of drain whose dewatering is given as a tube pressure [kPa], not as a water head [m]."""
+
+UNUSED_SIZE = 0.1
+"""What D-Settlement itself writes for the width or diameter that the type of drain doesn't have."""
+
+LABELS = ("Radial", "Plane", "Sand wall")
+"""What stands behind the type. D-Settlement calls a strip radial and a column plane, although the
+water flows radially to both; it reads the number alone."""
 
 
 class VerticalDrain(Strict):
@@ -35,3 +45,18 @@ class VerticalDrain(Strict):
     def is_sand_wall(self) -> bool:
         """Whether water flows to the drain in a plane, not radially."""
         return self.type == SAND_WALL
+
+    @property
+    def label(self) -> str:
+        """What stands behind the type."""
+        return LABELS[self.type]
+
+    @property
+    def diameter(self) -> float:
+        """Diameter of a column."""
+        return self.width_diameter if self.type == COLUMN else UNUSED_SIZE
+
+    @property
+    def width(self) -> float:
+        """Width of a strip or a sand wall."""
+        return UNUSED_SIZE if self.type == COLUMN else self.width_diameter
