@@ -1,6 +1,7 @@
 #include "host/binding.hpp"
 
 #include <algorithm>
+#include <bit>
 
 #include "host/containers.hpp"
 #include "host/text.hpp"
@@ -31,13 +32,62 @@ Binding::Binding(Module& module, std::span<const Parameter> parameters) {
   if (names_.size() > most_parameters) {
     raise(PyExc_SystemError, "an operation has more parameters than a call can lay out");
   }
+  for (std::size_t i = 0; i < named_; ++i) {
+    layout_.push_back(defaults_[i].get());
+    if (!defaults_[i]) required_.push_back(i);
+  }
+  index_names();
+}
+
+namespace {
+
+constexpr std::uint8_t free_place = 0xFF;
+
+std::size_t hash_address(const void* address) {
+  // Objects stand at multiples of 16.
+  const auto bits = reinterpret_cast<std::uintptr_t>(address) >> 4U;
+  return bits ^ (bits >> 9U);
+}
+
+}  // namespace
+
+void Binding::index_names() {
+  places_by_address_.assign(std::bit_ceil(2 * named_ + 2), free_place);
+  const std::size_t mask = places_by_address_.size() - 1;
+  for (std::size_t i = 0; i < named_; ++i) {
+    std::size_t slot = hash_address(names_[i].get()) & mask;
+    while (places_by_address_[slot] != free_place) slot = (slot + 1) & mask;
+    places_by_address_[slot] = static_cast<std::uint8_t>(i);
+  }
+}
+
+std::size_t Binding::find_same(PyObject* keyword) const noexcept {
+  const std::size_t mask = places_by_address_.size() - 1;
+  std::size_t slot = hash_address(keyword) & mask;
+  for (; places_by_address_[slot] != free_place; slot = (slot + 1) & mask) {
+    const std::size_t place = places_by_address_[slot];
+    if (names_[place].get() == keyword) return place;
+  }
+  return absent;
+}
+
+std::size_t Binding::find(PyObject* keyword) const {
+  const std::size_t place = find_same(keyword);
+  if (place != absent) return place;
+  // Interned texts are equal only if they are the same object.
+  if (PyUnicode_CheckExact(keyword) != 0 && PyUnicode_CHECK_INTERNED(keyword) != 0) return absent;
+  for (std::size_t i = 0; i < named_; ++i) {
+    if (compare(keyword, Py_EQ, names_[i])) return i;
+  }
+  return absent;
 }
 
 void Binding::bind(Handle function, PyObject* const* arguments, std::size_t positional_count,
                    PyObject* keyword_names, std::span<PyObject*> bound, Owned& owned) const {
   const std::size_t taken = std::min(positional_count, positional_);
   std::copy_n(arguments, taken, bound.begin());
-  std::fill(bound.begin() + static_cast<std::ptrdiff_t>(taken), bound.end(), nullptr);
+  std::copy(layout_.begin() + static_cast<std::ptrdiff_t>(taken), layout_.end(),
+            bound.begin() + static_cast<std::ptrdiff_t>(taken));
   if (keyword_rest_ != absent) {
     owned.keyword_rest = Ref::steal(PyDict_New());
     bound[keyword_rest_] = owned.keyword_rest.get();
@@ -52,52 +102,29 @@ void Binding::bind(Handle function, PyObject* const* arguments, std::size_t posi
     bound[rest_] = owned.rest.get();
   }
 
-  // Callers mostly keep to the declared order, so the search for a keyword starts behind the last.
-  std::size_t expected = taken;
+  // The checks run in the order in which Python makes them for a function.
+  Given given;
   const Py_ssize_t keyword_count = keyword_names == nullptr ? 0 : PyTuple_GET_SIZE(keyword_names);
   for (Py_ssize_t i = 0; i < keyword_count; ++i) {
-    bind_keyword(function, PyTuple_GET_ITEM(keyword_names, i),
-                 arguments[positional_count + static_cast<std::size_t>(i)], bound,
-                 owned.keyword_rest, expected);
+    PyObject* keyword = PyTuple_GET_ITEM(keyword_names, i);
+    PyObject* value = arguments[positional_count + static_cast<std::size_t>(i)];
+    if (PyUnicode_Check(keyword) == 0) refuse_keyword_that_is_no_text(function);
+    const std::size_t place = find(keyword);
+    if (place == absent) {
+      if (keyword_rest_ == absent) refuse_unexpected_keyword(function, keyword);
+      check(PyDict_SetItem(owned.keyword_rest.get(), keyword, value));
+      continue;
+    }
+    if (place < taken || given[place]) refuse_second_value(function, keyword);
+    bound[place] = value;
+    given.set(place);
   }
-
   if (positional_count > positional_ && rest_ == absent) {
-    refuse_surplus(function, *this, positional_count, bound);
+    refuse_surplus(function, *this, positional_count, given);
   }
-  for (std::size_t i = taken; i < named_; ++i) {
-    if (bound[i] == nullptr) bound[i] = defaults_[i].get();
+  for (const std::size_t place : required_) {
+    if (bound[place] == nullptr) refuse_missing(function, *this, bound);
   }
-  refuse_missing(function, *this, bound, taken, positional_, "positional");
-  refuse_missing(function, *this, bound, positional_, named_, "keyword-only");
-}
-
-void Binding::bind_keyword(Handle function, PyObject* keyword, PyObject* value,
-                           std::span<PyObject*> bound, Handle keyword_rest,
-                           std::size_t& expected) const {
-  if (PyUnicode_Check(keyword) == 0) refuse_keyword_that_is_no_text(function);
-  const auto find = [&]() -> std::size_t {
-    for (std::size_t i = expected; i < named_; ++i) {
-      if (names_[i].get() == keyword) return i;
-    }
-    for (std::size_t i = 0; i < std::min(expected, named_); ++i) {
-      if (names_[i].get() == keyword) return i;
-    }
-    // Interned texts are equal only if they are the same object.
-    if (PyUnicode_CheckExact(keyword) != 0 && PyUnicode_CHECK_INTERNED(keyword) != 0) return absent;
-    for (std::size_t i = 0; i < named_; ++i) {
-      if (compare(keyword, Py_EQ, names_[i])) return i;
-    }
-    return absent;
-  };
-  const std::size_t index = find();
-  if (index == absent) {
-    if (keyword_rest_ == absent) refuse_unexpected_keyword(function, keyword);
-    check(PyDict_SetItem(keyword_rest, keyword, value));
-    return;
-  }
-  if (bound[index] != nullptr) refuse_second_value(function, keyword);
-  bound[index] = value;
-  expected = index + 1;
 }
 
 Ref Binding::signature() const {

@@ -1,6 +1,8 @@
 // Lays the arguments of a call out in the order of the parameters.
 #pragma once
 
+#include <bitset>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -24,6 +26,7 @@ class Binding {
 
   // Fills `bound`, one place per parameter, from the arguments of a call. `owned` keeps what had to
   // be made for it. Raises TypeError as a Python function named `function` would.
+  using Given = std::bitset<most_parameters>;
   struct Owned {
     Ref rest;
     Ref keyword_rest;
@@ -41,13 +44,21 @@ class Binding {
   [[nodiscard]] Ref signature() const;
 
  private:
-  void bind_keyword(Handle function, PyObject* keyword, PyObject* value, std::span<PyObject*> bound,
-                    Handle keyword_rest, std::size_t& expected) const;
-
   static constexpr std::size_t absent = static_cast<std::size_t>(-1);
+
+  // The place of a parameter that may be given by keyword, or `absent`.
+  [[nodiscard]] std::size_t find(PyObject* keyword) const;
+  [[nodiscard]] std::size_t find_same(PyObject* keyword) const noexcept;
+  void index_names();
 
   std::vector<Ref> names_;
   std::vector<Ref> defaults_;
+  // The defaults once more as a call lays them out, and the places that have none.
+  std::vector<PyObject*> layout_;
+  std::vector<std::size_t> required_;
+  // Places by the address of the name: callers' keywords are mostly the very objects, since the
+  // interpreter interns them.
+  std::vector<std::uint8_t> places_by_address_;
   // Parameters stand in this order: positional_ of them by position or keyword, then those by
   // keyword only up to named_, then `*rest` and `**keyword_rest` where there are any.
   std::size_t positional_ = 0;

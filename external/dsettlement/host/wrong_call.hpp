@@ -10,10 +10,10 @@ namespace dsettlement::host {
 [[noreturn]] void refuse_keyword_that_is_no_text(Handle function);
 [[noreturn]] void refuse_unexpected_keyword(Handle function, Handle keyword);
 [[noreturn]] void refuse_second_value(Handle function, Handle parameter);
-[[noreturn]] void refuse_surplus(Handle function, const Binding& binding, std::size_t given,
+[[noreturn]] void refuse_surplus(Handle function, const Binding& binding, std::size_t count,
+                                 const Binding::Given& by_keyword);
+// The parameters that miss are those without a value in `bound`.
+[[noreturn]] void refuse_missing(Handle function, const Binding& binding,
                                  std::span<PyObject* const> bound);
-// Returns if every parameter in [begin, end) without a default has a value.
-void refuse_missing(Handle function, const Binding& binding, std::span<PyObject* const> bound,
-                    std::size_t begin, std::size_t end, const char* kind);
 
 }  // namespace dsettlement::host
