@@ -48,6 +48,9 @@ lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type c
 demo: $(BUILT) $(STAMPS)/demo  ## tell the usage story, with files and pictures in demo/
 	$(BIN)/python -m examples.showcase demo
 
+bench: $(BUILT) $(STAMPS)/bench  ## measure against the plain-Python equivalents, as ratios with their bounds
+	$(BIN)/python -m benchmarks $(SUBJECTS)
+
 sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the interpreter's debugging allocator
 	scripts/sanitize $(TESTS)
 
