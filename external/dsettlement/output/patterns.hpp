@@ -4,28 +4,12 @@
 #include <array>
 
 #include "host/class_body.hpp"
+#include "output/core/pattern_texts.hpp"
 
 namespace dsettlement::output {
 
-enum class Pattern : std::uint8_t {
-  file_name,
-  results,
-  vertical,
-  coordinate,
-  time_settlement_per_load,
-  depths,
-  leakages,
-  drained_layers,
-  stresses,
-  time_dependent_data,
-  vertical_data_at_time,
-  residual_settlements,
-};
-
 class Patterns {
  public:
-  static constexpr std::size_t count = 12;
-
   explicit Patterns(host::Module& module);
 
   // Compiles the patterns and enters them into the class body in their order.
@@ -41,8 +25,8 @@ class Patterns {
   [[nodiscard]] bool are_original_for_vertical(host::Handle cls) const;
 
  private:
-  std::array<host::Name, count> names_;
-  std::array<host::Slot, count> compiled_;
+  std::array<host::Name, pattern_count> names_;
+  std::array<host::Slot, pattern_count> compiled_;
 };
 
 }  // namespace dsettlement::output
