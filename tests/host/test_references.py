@@ -1,7 +1,6 @@
 """Objects go when nobody holds them any more, and nothing is left behind."""
 
 import gc
-import inspect
 import sys
 import weakref
 from collections.abc import Callable
@@ -95,7 +94,7 @@ ACTIONS: dict[str, Callable[[], Any]] = {
     "refuse times": lambda: refused(MODEL.set_calculation_times, 1, -1),
     "refuse a title": lambda: refused(Metadata, title_2="x" * 51),
     "refuse an abstract class": lambda: refused(_Model),
-    "look at a signature": lambda: inspect.signature(Model1D.create_material),
+    "read a signature": lambda: getattr(Model1D.create_material, "__text_signature__", None),
 }
 
 
