@@ -20,10 +20,11 @@ HOSTILE_SIZE = 5_000_000
 COPIES = 60
 
 
-class Source:
+class Source(StringIO):
     """Hands out a text without a copy, whose time would stand in the figures."""
 
     def __init__(self, text: str) -> None:
+        super().__init__()
         self._text = text
 
     def getvalue(self) -> str:

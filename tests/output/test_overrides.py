@@ -132,10 +132,12 @@ def test_an_overridden_operation_stands_behind_its_property(operation: str, name
     assert getattr(parser, name) == "text"
 
 
-def test_an_operation_patched_on_the_object_stands_behind_its_property() -> None:
+def test_an_operation_patched_on_the_object_stands_behind_its_property(
+    monkeypatch: pytest.MonkeyPatch,
+) -> None:
     parser = parser_of(FULL)
-    parser._parse_verticals = lambda text: len(text)  # type: ignore[method-assign,assignment]
-    assert parser.vertical_results == len(parser.raw_results)
+    monkeypatch.setattr(parser, "_parse_verticals", lambda text: {1: {"text": text}})
+    assert parser.vertical_results == {1: {"text": parser.raw_results}}
 
 
 def test_the_constructor_calls_the_overridden_operation() -> None:
