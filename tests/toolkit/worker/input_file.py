@@ -24,6 +24,7 @@ SOIL: dict[str, float] = {
     "SoilCs1": 75.0,
     "SoilAp": 40.0,
     "SoilAsec": 250.0,
+    "SoilPermeabilityHorFactor": 1.0,
 }
 
 MODEL = {

@@ -2,9 +2,10 @@
 
 import numpy as np
 import pytest
-from sembra.local.worker.consolidation import clusters, degrees_of_consolidation, mean_degree
+from sembra.local.worker.consolidation import clusters, degrees_of_consolidation
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.model import Column, Layer, Material, PreconsolidationType
+from sembra.local.worker.terzaghi import mean_degree
 
 SECONDS = 86400.0
 

@@ -23,7 +23,6 @@ def test_message_that_callers_map() -> None:
         ({"Calculation type": 0}, UNSUPPORTED_MODEL),
         ({"Model": 1}, UNSUPPORTED_MODEL),
         ({"Model": 2}, UNSUPPORTED_MODEL),
-        ({"Vertical drains": 1}, "The worker does not cover vertical drains."),
         ({"Probabilistic": 1}, "The worker does not cover reliability analysis."),
     ],
 )

@@ -1,7 +1,8 @@
 """The worker: settles `.sli` input files on this machine and gives back `.sld` result files.
 
 It covers NEN-Koppejan with Terzaghi consolidation below uniform loads and, on cross-sections, below
-non-uniform ones. What it doesn't cover ends a job with an error that says so.
+non-uniform ones, with or without vertical drains. What it doesn't cover ends a job with an error
+that says so.
 """
 
 from __future__ import annotations

@@ -5,7 +5,10 @@ from __future__ import annotations
 from collections.abc import Sequence
 from dataclasses import dataclass
 
+import numpy as np
+
 from .discretisation import Mesh
+from .drawdown import Drawdown
 from .errors import WorkerError
 from .model import Column, Floats, Load
 from .stresses import check_not_negative, load_stress
@@ -20,9 +23,13 @@ class LoadStep:
 
 
 def load_steps(
-    column: Column, mesh: Mesh, initial: Floats, loads: Sequence[Load]
+    column: Column,
+    mesh: Mesh,
+    initial: Floats,
+    loads: Sequence[Load],
+    drawdowns: Sequence[Drawdown] = (),
 ) -> list[LoadStep]:
-    """The load steps in the order of time; loads of the same time form one step.
+    """The load steps in the order of time; what comes at the same time forms one step.
 
     Without initial loads the first step is that of the soil's own weight, at time 0, which
     changes nothing.
@@ -32,15 +39,24 @@ def load_steps(
         mesh: its mesh.
         initial: initial effective stress at the nodes.
         loads: all loads, initial ones too.
+        drawdowns: the changes of pore pressure by drains, in the order of time.
     """
     later = [load for load in loads if not load.is_initial]
+    times = {load.time for load in later} | {drawdown.time for drawdown in drawdowns}
     steps = []
-    if not later or len(later) == len(loads):
+    if not times or len(later) == len(loads):
         steps.append(LoadStep(0.0, initial))
-    for time in sorted({load.time for load in later}):
+    for time in sorted(times):
         placed = [load for load in later if load.time <= time]
-        steps.append(LoadStep(time, initial + load_stress(placed, column.x, mesh.levels)))
+        stress = load_stress(placed, column.x, mesh.levels)
+        steps.append(LoadStep(time, initial + stress + lowering(mesh, drawdowns, time)))
     return steps
+
+
+def lowering(mesh: Mesh, drawdowns: Sequence[Drawdown], time: float) -> Floats:
+    """What the pore pressure at the nodes comes to fall by at a time, in kPa."""
+    past = [drawdown for drawdown in drawdowns if drawdown.time <= time]
+    return past[-1].lowering[mesh.node_layers] if past else np.zeros_like(mesh.levels)
 
 
 def element_stress(mesh: Mesh, stress: Floats) -> Floats:

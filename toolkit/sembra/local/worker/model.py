@@ -16,6 +16,7 @@ from numpy.typing import NDArray
 Floats = NDArray[np.float64]
 
 _LEVEL_TOLERANCE = 1e-9
+_SECONDS_PER_DAY = 86400.0
 
 
 class PreconsolidationType(IntEnum):
@@ -58,8 +59,9 @@ class Distribution(IntEnum):
 class Material:
     """A soil with its Koppejan parameters.
 
-    `cv` is the coefficient of consolidation in m²/s, as the file has it. A drained material
-    doesn't hold back its water: it consolidates at once.
+    `cv` is the coefficient of consolidation in m²/s, as the file has it, and `horizontal_factor`
+    the ratio of horizontal to vertical permeability. A drained material doesn't hold back its
+    water: it consolidates at once.
     """
 
     name: str
@@ -77,6 +79,17 @@ class Material:
     cs1: float
     ap: float
     asec: float
+    horizontal_factor: float = 1.0
+
+    @property
+    def vertical_coefficient(self) -> float:
+        """Coefficient of consolidation by vertical flow, c_v in m²/day."""
+        return self.cv * _SECONDS_PER_DAY
+
+    @property
+    def horizontal_coefficient(self) -> float:
+        """Coefficient of consolidation by horizontal flow, c_h in m²/day."""
+        return self.vertical_coefficient * self.horizontal_factor
 
 
 @dataclass(frozen=True)
@@ -169,17 +182,3 @@ class Options:
     reference_time: float
     dissipation: bool
     water_unit_weight: float
-
-
-@dataclass(frozen=True)
-class Project:
-    """All that a calculation needs, one column for each vertical.
-
-    `load_areas` holds the cross-sections in m² of the loads that have one.
-    """
-
-    columns: tuple[Column, ...]
-    loads: tuple[Load, ...]
-    options: Options
-    residual_times: tuple[float, ...]
-    load_areas: tuple[float, ...] = ()

@@ -9,6 +9,7 @@ import numpy as np
 
 from .consolidation import degrees_of_consolidation
 from .discretisation import Mesh, make_mesh
+from .drawdown import drawdowns
 from .errors import OUT_OF_RANGE, WorkerError
 from .koppejan import (
     StressPath,
@@ -19,9 +20,10 @@ from .koppejan import (
     stress_path,
 )
 from .layer_settlement import LayerSettlement, layer_settlements
-from .load_steps import LoadStep, element_stress, load_steps
-from .model import Column, Floats, Options, Project
+from .load_steps import LoadStep, element_stress, load_steps, lowering
+from .model import Column, Floats
 from .preconsolidation import preconsolidation_pressure
+from .project import Project
 from .stresses import initial_effective_stress, middle_effective_stress, pore_pressures
 from .timesteps import calculation_times
 
@@ -78,16 +80,20 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
         WorkerError: an effective stress isn't positive, or a layer can't consolidate.
     """
     options = project.options
+    drains = project.drains_around(column)
     mesh = make_mesh(column)
     initial = initial_effective_stress(column, mesh, project.loads, options.water_unit_weight)
     water = pore_pressures(column, mesh, options.water_unit_weight)
-    steps = load_steps(column, mesh, initial, project.loads)
+    lowered = drawdowns(column, drains, options) if drains else []
+    steps = load_steps(column, mesh, initial, project.loads, lowered)
     pressure, paths = _stress_paths(column, mesh, initial, steps, project)
-    times = calculation_times([s.time for s in steps], options.end, project.residual_times)
+    starts = [step.time for step in steps] + ([drains.start] if drains else [])
+    times = calculation_times(starts, options.end, project.residual_times)
 
-    load_settlements, strain = _strain(column, mesh, times, steps, paths, options)
+    load_settlements, strain = _strain(column, mesh, times, steps, paths, project)
     settlements = _from_bottom(strain * mesh.thicknesses)
     final_water = pore_pressures(column, mesh, options.water_unit_weight, settlements[-1])
+    final_water -= lowering(mesh, lowered, options.end)
     materials = [column.layers[layer].material for layer in mesh.element_layers]
     return ColumnResult(
         column=column,
@@ -109,7 +115,7 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
             len(column.layers),
         ),
         dissipation=degrees_of_consolidation(
-            column, times, options.drained_top, options.drained_bottom
+            column, times, options.drained_top, options.drained_bottom, drains
         ),
     )
 
@@ -139,13 +145,15 @@ def _strain(
     times: Floats,
     steps: Sequence[LoadStep],
     paths: Sequence[StressPath],
-    options: Options,
+    project: Project,
 ) -> tuple[Floats, Floats]:
     """Settlement of the surface by the first load step, the first two, and so on; final strain.
 
     Shapes (times, load steps) and (times, elements). Strain is relative to the initial height.
     Consolidation holds back primary strain alone; secular strain starts with the load.
     """
+    options = project.options
+    drains = project.drains_around(column)
     materials = [column.layers[layer].material for layer in mesh.element_layers]
     primary, secular = primary_constants(materials), secular_constants(materials)
     load_settlements = np.empty((len(times), len(steps)))
@@ -154,7 +162,7 @@ def _strain(
     for index, (step, path) in enumerate(zip(steps, paths, strict=True)):
         since = times - step.time
         degrees = degrees_of_consolidation(
-            column, since, options.drained_top, options.drained_bottom
+            column, since, options.drained_top, options.drained_bottom, drains, step.time
         )
         total += degrees[mesh.element_layers].T * primary.strain(path)
         total += secular_factor(since, options.reference_time)[:, None] * secular.strain(path)

@@ -4,7 +4,7 @@ from __future__ import annotations
 
 from collections.abc import Iterator, Sequence
 
-from ..model import Project
+from ..project import Project
 from ..settlement import ColumnResult
 from .dissipation import dissipation_block
 from .format import fixed

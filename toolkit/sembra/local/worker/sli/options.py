@@ -11,7 +11,6 @@ _TERZAGHI = 1
 _KOPPEJAN = 0
 
 _UNCOVERED_MODEL_SWITCHES = {
-    "Vertical drains": "vertical drains",
     "Fit for settlement plate": "the fit for a settlement plate",
     "Probabilistic": "reliability analysis",
     "Horizontal displacements": "horizontal displacements",
@@ -42,6 +41,13 @@ class Labelled:
         """The number in front of a label."""
         line = self._line(label)
         return parse_number(self._section, line.number, label, line.text)
+
+    def between(self, label: str, least: float, greatest: float) -> float:
+        """The number in front of a label, which lies between two bounds, these included."""
+        value = self.number(label)
+        if not least <= value <= greatest:
+            raise self.error(label, f"{label} should be {least:g} to {greatest:g} and is {value:g}")
+        return value
 
     def code(self, label: str) -> int:
         """The whole number in front of a label."""

@@ -5,8 +5,10 @@ from __future__ import annotations
 from ..embankment import Site, StripLoad, strip_loads
 from ..errors import NotCoveredError
 from ..geometry import Geometry2D, LevelGround
-from ..model import Column, Load, Material, Options, Project
+from ..model import Column, Load, Material, Options
+from ..project import Project
 from ..sections import Section, read_whole
+from .drains import read_drains
 from .geometry_1d import read_column
 from .geometry_2d import read_geometry
 from .loads import read_embankments, read_uniform_loads
@@ -50,6 +52,7 @@ def read_project(text: str) -> Project:
         options=options,
         residual_times=read_residual_times(whole, options.end),
         load_areas=tuple(load.area for load in embankments),
+        drains=read_drains(whole, options.water_unit_weight),
     )
 
 

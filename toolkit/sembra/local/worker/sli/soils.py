@@ -80,6 +80,7 @@ def _read_material(section: Section) -> Material:
         cs1=values.positive("SoilCs1"),
         ap=cp if swells_as_compressed else values.positive("SoilAp"),
         asec=cs if swells_as_compressed else values.positive("SoilAsec"),
+        horizontal_factor=values.number("SoilPermeabilityHorFactor"),
     )
 
 
