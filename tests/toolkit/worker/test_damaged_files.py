@@ -6,12 +6,18 @@ import re
 import pytest
 from sembra.local.worker import run_job
 
+from tests.toolkit.worker.drain_section import with_drains
 from tests.toolkit.worker.input_file import input_text, job
 from tests.toolkit.worker.test_embankment import with_embankment
 from tests.toolkit.worker.test_geometry import two_dimensional
 
 LOADS = [("weight", -1, 5.0, 1.0, 0.0), ("on", 0, 20.0, 1.0, 0.0), ("off", 3, -10.0, 1.0, 0.0)]
-TEXTS = [input_text(loads=LOADS, times=[0, 10]), with_embankment(two_dimensional(), 1, 200)]
+DEWATERED = ("0 : Flow type = Off", "1 : Flow type = Simple input")
+TEXTS = [
+    input_text(loads=LOADS, times=[0, 10]),
+    with_embankment(two_dimensional(), 1, 200),
+    with_drains(input_text(soils={"Clay": {"SoilDrained": 0}}, phreatic_level=0.0), DEWATERED),
+]
 VALUES = ["0", "-1", "1", "1e308", "-1e308", "1e-320", "nan", "", "x", "99", "1000000000", "3.7"]
 NUMBER = re.compile(r"[-+]?\d+(\.\d*)?([eE][-+]?\d+)?")
 INPUT_DATA = 9
