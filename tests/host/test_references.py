@@ -27,7 +27,7 @@ from sembra.external.dsettlement import (
 
 Factory = Callable[..., Any]
 
-ROUNDS = 200
+ROUNDS = 100
 
 
 def refused(operation: Callable[..., Any], *args: Any, **options: Any) -> None:
@@ -65,6 +65,7 @@ MODEL = make_model()
 MATERIAL = _Material(1.0, 2.0, Color(0, 0, 0), phi=30.0)
 GEOMETRY = _Geometry1D(-1.0, [(1.0, "Loam")])
 DRAIN = _Model._DEFAULT_VERTICAL_DRAIN
+NUMBERED: dict[Any, Any] = {1: 2}
 
 ACTIONS: dict[str, Callable[[], Any]] = {
     "make a model": make_model,
@@ -85,7 +86,8 @@ ACTIONS: dict[str, Callable[[], Any]] = {
     "refuse a keyword": lambda: refused(MODEL.create_material, "a", 1.0, 2.0, unknown=1),
     "refuse a call without arguments": lambda: refused(Model1D),
     "refuse too many arguments": lambda: refused(_Vertical, 1, 2, 3),
-    "refuse a keyword that is no text": lambda: refused(_Vertical, **{"x": 1, "y": 2}),
+    "refuse a second value": lambda: refused(_Vertical, 1.0, x=2.0),
+    "refuse a keyword that is no text": lambda: refused(lambda: _Vertical(1.0, **NUMBERED)),
     "refuse an option": lambda: refused(
         Model1D, CalculationModel.ISOTACHE, None, verticals_discretization=4
     ),
