@@ -4,20 +4,20 @@ Sections that may differ are listed with the reason. What is listed is held agai
 too: a line that is listed and yet never differs has no place here.
 """
 
-from io import BytesIO
 from pathlib import Path
 
 import pytest
-from sembra.core import Color
-from sembra.external.dsettlement import (
-    CalculationModel,
-    ConsolidationModel,
-    Metadata,
-    Model1D,
-)
+from sembra.external.dsettlement import Model1D
 
 from tests.toolkit.samples import input_files, needs_samples
-from tests.toolkit.sli import SliFile, labels_of_differences, soil_parameters
+from tests.toolkit.service.rebuilding import (
+    create_materials,
+    create_uniform_loads,
+    generate,
+    models,
+    options,
+)
+from tests.toolkit.sli import SliFile, labels_of_differences
 
 SAMPLES = [path for path in input_files() if SliFile.read(path).is_1d]
 
@@ -57,42 +57,14 @@ EXPECTED = {
 }
 
 
-def rebuild(sample: SliFile) -> bytes:
+def rebuild(sample: SliFile) -> SliFile:
     """Generate a sample's model anew."""
-    drains = sample.option("MODEL", "Vertical drains")
-    assert drains == "0"
-    model = Model1D(
-        CalculationModel(int(sample.option("MODEL", "Model"))),
-        ConsolidationModel(int(sample.option("MODEL", "Calculation type"))),
-        create_default_materials=False,
-        natural_strain=sample.option("MODEL", "Strain type") == "1",
-        water_unit_weight=sample.number("WATER", "Unit Weight of Water"),
-        maintain_profile=sample.option("CALCULATION OPTIONS", "Maintain profile") == "1",
-        profile_unit_weight_above_phreatic_level=sample.number(
-            "CALCULATION OPTIONS", "Gamma dry superelevation"
-        ),
-        profile_unit_weight_below_phreatic_level=sample.number(
-            "CALCULATION OPTIONS", "Gamma wet superelevation"
-        ),
-        end_of_settlement_calculation=int(
-            sample.option("CALCULATION OPTIONS", "End of consolidation [days]")
-        ),
-    )
-    for lines in sample.soils:
-        name, parameters = soil_parameters(lines)
-        color = Color.from_deltares(parameters.pop("color"))
-        model.create_material(name, color=color, **parameters)
+    assert sample.option("MODEL", "Vertical drains") == "0"
+    model = Model1D(*models(sample), **options(sample))
+    create_materials(model, sample)
     update_geometry(model, sample.sections["GEOMETRY 1D DATA"])
-    for load in sample.other_loads:
-        model.create_uniform_load(*load)
-    model.set_calculation_times(*sample.residual_times)
-    dissipation = sample.option("CALCULATION OPTIONS", "Dissipation") == "1"
-    file = model.generate_input_file(
-        metadata(sample),
-        dissipation_calculation=model.verticals[0] if dissipation else None,
-    )
-    assert isinstance(file, BytesIO)
-    return file.getvalue()
+    create_uniform_loads(model, sample)
+    return generate(model, sample)
 
 
 def update_geometry(model: Model1D, lines: list[str]) -> None:
@@ -103,22 +75,9 @@ def update_geometry(model: Model1D, lines: list[str]) -> None:
     model.update_geometry(bottom_level, layers, phreatic_level=phreatic_level)
 
 
-def metadata(sample: SliFile) -> Metadata:
-    """Take over the identification."""
-    title_1, title_2, title_3 = sample.sections["RUN IDENTIFICATION"]
-    return Metadata(
-        file_name=sample.header_value("FILENAME"),
-        company=sample.header_value("COMPANY"),
-        created_by=sample.header_value("CREATED BY"),
-        title_1=title_1,
-        title_2=title_2,
-        title_3=title_3,
-    )
-
-
 def differences(sample: SliFile) -> dict[str, set[str]]:
     """Generate a sample anew; return the labels of the lines that differ, by section."""
-    generated = SliFile(rebuild(sample).decode())
+    generated = rebuild(sample)
     assert list(generated.sections) == list(sample.sections)
     pairs = {"header": (sample.header, generated.header)} | {
         name: (sample.sections[name], generated.sections[name]) for name in sample.sections
