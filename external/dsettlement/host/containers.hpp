@@ -3,6 +3,7 @@
 
 #include <initializer_list>
 
+#include "host/name.hpp"
 #include "host/object.hpp"
 
 namespace dsettlement::host {
@@ -60,8 +61,10 @@ void for_each(Handle iterable, Visit&& visit) {
 // Calls visit(Handle key, Handle value) for each entry of a mapping, in its order.
 template <typename Visit>
 void for_each_item(Handle mapping, Visit&& visit) {
-  const Ref items = Ref::steal(PyMapping_Items(mapping));
-  for_each(items, [&](const Ref& entry) { visit(item(entry, 0), item(entry, 1)); });
+  // The view and not a list of the entries: like Python's own loop it refuses a mapping that
+  // changes its size on the way.
+  for_each(call_method(mapping, Name("items")),
+           [&](const Ref& entry) { visit(item(entry, 0), item(entry, 1)); });
 }
 
 // A new list with the elements of any iterable, as `list(iterable)` makes it.

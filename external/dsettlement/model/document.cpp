@@ -20,11 +20,13 @@ Ref make_document(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const State::Names::Keys& keys = names.keys;
 
-  const bool natural = host::is_true(host::get(self, names.natural_strain));
+  const auto strain_type = [&]() -> const host::Name& {
+    return host::is_true(host::get(self, names.natural_strain)) ? keys.natural : keys.linear;
+  };
   host::Mapping document;
   document.put(keys.calculation_model, value_of(state, self, names.calculation_model))
       .put(keys.consolidation_model, value_of(state, self, names.consolidation_model))
-      .put(keys.strain_type, natural ? keys.natural : keys.linear)
+      .put(keys.strain_type, strain_type())
       .put(keys.maintain_profile, host::get(self, names.maintain_profile))
       .put(keys.profile_time, host::get(self, names.profile_time))
       .put(keys.profile_unit_weight_above, host::get(self, names.profile_unit_weight_above))
