@@ -69,6 +69,10 @@ class _Vertical:
         """x coordinate [m]."""
     def _serialize(self) -> dict[str, Any]:
         """Return a new mapping with the one key 'x'."""
+    def __setattr__(self, name: str, value: Any) -> None:
+        """Implement setattr(self, name, value)."""
+    def __delattr__(self, name: str) -> None:
+        """Implement delattr(self, name)."""
 
 class _Material:
     """A record of soil parameters, which layers refer to by its name.
@@ -821,6 +825,10 @@ class _Point:
         """Return hash(self)."""
     def __repr__(self) -> str:
         """Return the text form, such as "_Point(25, 10.0)"."""
+    def __setattr__(self, name: str, value: Any) -> None:
+        """Implement setattr(self, name, value)."""
+    def __delattr__(self, name: str) -> None:
+        """Implement delattr(self, name)."""
 
 class _Curve:
     """A straight segment between two points, from the lower x to the higher.
@@ -847,6 +855,10 @@ class _Curve:
         """Return hash(self)."""
     def __repr__(self) -> str:
         """Return the text form, such as "_Curve(_Point(0, 1.0), _Point(2, 1.0))"."""
+    def __setattr__(self, name: str, value: Any) -> None:
+        """Implement setattr(self, name, value)."""
+    def __delattr__(self, name: str) -> None:
+        """Implement delattr(self, name)."""
 
 class _CurveList:
     """Boundaries and Pl-lines are curve lists."""
@@ -877,6 +889,10 @@ class _CurveList:
 
         Returns the area by the trapezium rule [m²]; what lies below the line counts negative.
         """
+    def __setattr__(self, name: str, value: Any) -> None:
+        """Implement setattr(self, name, value)."""
+    def __delattr__(self, name: str) -> None:
+        """Implement delattr(self, name)."""
 
 class _PlLine(_CurveList):
     """Piezometric level line."""
@@ -940,6 +956,12 @@ class Model2D(_Model):
     Units: metres for coordinates, days for times, kN/m³ for unit weights, kPa for pressures.
     Values are kept as given; nothing is converted.
     """
+
+    _points: list[_Point]
+    _pl_lines: list[_PlLine]
+    _phreatic_line: int
+    _boundaries: list[_Boundary]
+    _layers: list[_Layer]
     def __init__(
         self,
         calculation_model: CalculationModel,
@@ -986,6 +1008,8 @@ class Model2D(_Model):
         CalculationModel, IndexError if boundary_bottom is empty, ValueError if one of its entries is
         no pair.
         """
+    def __getstate__(self) -> Any:
+        """Return what a copy or a pickle of the model is made of."""
     @property
     def _curves(self) -> list[_Curve]:
         """The curves of all boundaries from low to high, then those of all pl-lines, as a new list.

@@ -29,8 +29,8 @@ NAN = math.nan
 class Unhashable(float):
     """A number that no dictionary takes."""
 
-    def __eq__(self, other: object) -> bool:
-        return float(self) == other
+    def __hash__(self) -> int:
+        raise TypeError("unhashable type: 'Unhashable'")
 
 
 class Loose(float):
@@ -59,8 +59,6 @@ def edition(module: Any, name: str) -> SimpleNamespace:
     class LooseCurve(module._Curve):  # type: ignore[misc]
         def __eq__(self, other: object) -> bool:
             return isinstance(other, module._Curve) and self.p1 == other.p1
-
-        __hash__ = None
 
     class MirroredBoundary(module._Boundary):  # type: ignore[misc]
         def area_above_horizontal(self, y: float = 0.0) -> Any:
@@ -186,6 +184,7 @@ class Pair:
         self.points: list[tuple[Any, Any]] = []
         self.pl_lines: list[tuple[Any, Any]] = []
         self.layers: list[tuple[Any, Any]] = []
+        self.verticals: list[tuple[Any, Any]] = []
 
     def both(self, what: str, action: Callable[[int], Any]) -> tuple[Any, Any] | None:
         """Does the same in both editions; None if both refuse."""
@@ -317,7 +316,11 @@ class Pair:
 
     def create_vertical(self) -> None:
         x = self.rng.choice([*self.taste.x, 10.0, 100.5, -1, 33])
-        self.both(f"create_vertical({x!r})", lambda side: self.models[side].create_vertical(x))
+        made = self.both(
+            f"create_vertical({x!r})", lambda side: self.models[side].create_vertical(x)
+        )
+        if made is not None:
+            self.verticals.append(made)
 
     def create_non_uniform_load(self) -> None:
         rng = self.rng
@@ -378,6 +381,8 @@ class Pair:
                 items.insert(place, foreign(side))
             elif action == "rebind":
                 setattr(self.models[side], name, list(items))
+            elif action == "field" and name == "_verticals" and self.verticals:
+                self.verticals[int(where * len(self.verticals))][side]._x = x
             elif action == "field" and self.points:
                 self.points[int(where * len(self.points))][side]._y = y
             elif action == "curves" and self.layers:

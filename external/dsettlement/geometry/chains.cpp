@@ -1,5 +1,6 @@
 #include "geometry/chains.hpp"
 
+#include "geometry/register.hpp"
 #include "host/containers.hpp"
 #include "host/sequence.hpp"
 #include "host/text.hpp"
@@ -64,14 +65,21 @@ constexpr Parameter curve_parameters[] = {host::self, {"p1", "_Point"}, {"p2", "
 Ref make_curve(State& state, Arguments arguments) {
   const auto [self, p1, p2] = arguments.first<3>();
   const Ref curve = host::call(state.curve.now(), p1, p2);
+  if (const ChainRegister* chains = chain_register(state, self)) {
+    if (const std::optional<CurveKey> key = key_of_curve(state, curve)) {
+      PyObject* known = chains->curve(*key);
+      return known != nullptr ? host::share(known) : curve;
+    }
+  }
   const Ref known = first_equal(host::get(self, state.names.private_curves), curve);
   return known ? known : curve;
 }
 
 // A chain that does not connect was given points that run backwards.
-Ref make_chain(const State& state, Handle chain_class, Handle curves, const char* refusal) {
+Ref make_chain(const State& state, const host::Global& chain_class, Handle curves,
+               const char* refusal) {
   try {
-    return host::call(chain_class, curves);
+    return host::call(chain_class.now(), curves);
   } catch (const host::ErrorSet&) {
     Ref failure = host::take_error();
     if (!host::is_of_class(failure, PyExc_AssertionError)) host::raise_again(std::move(failure));
@@ -83,9 +91,15 @@ Ref make_chain(const State& state, Handle chain_class, Handle curves, const char
 Ref register_boundary(State& state, Arguments arguments) {
   const auto [self, points] = arguments.first<2>();
   const State::Names& names = state.names;
-  const Ref curves = host::call_method(self, names.create_curves, points);
-  const Ref boundary = make_chain(state, state.boundary.now(), curves,
-                                  "Points of the boundary must be ascending in X-direction");
+  const Ref boundary =
+      make_chain(state, state.boundary, host::call_method(self, names.create_curves, points),
+                 "Points of the boundary must be ascending in X-direction");
+  if (ChainRegister* chains = chain_register(state, self)) {
+    if (const std::optional<std::size_t> hash = hash_of_chain(state, boundary)) {
+      if (PyObject* known = chains->boundary(*hash, boundary)) return host::share(known);
+      if (chains->add_boundary(state, *hash, boundary)) return boundary;
+    }
+  }
   if (const Ref known = first_equal(host::get(self, names.private_boundaries), boundary)) {
     return known;
   }
@@ -95,19 +109,30 @@ Ref register_boundary(State& state, Arguments arguments) {
   return boundary;
 }
 
+// Enters a new pl-line; if there is an equal one, returns that instead.
+Ref enter_pl_line(State& state, Handle self, Handle pl_line) {
+  if (ChainRegister* chains = chain_register(state, self)) {
+    if (const std::optional<std::size_t> hash = hash_of_chain(state, pl_line)) {
+      if (PyObject* known = chains->pl_line(*hash, pl_line)) return host::share(known);
+      if (chains->add_pl_line(state, *hash, pl_line)) return {};
+    }
+  }
+  const Handle name = state.names.private_pl_lines;
+  if (const Ref known = first_equal(host::get(self, name), pl_line)) return known;
+  host::call_method(host::get(self, name), state.names.append, pl_line);
+  return {};
+}
+
 constexpr Parameter pl_line_parameters[] = {
     host::self, {"points", "list[_Point]"}, {"is_phreatic", "bool", host::flag(false)}};
 
 Ref register_pl_line(State& state, Arguments arguments) {
   const auto [self, points, is_phreatic] = arguments.first<3>();
   const State::Names& names = state.names;
-  const Ref curves = host::call_method(self, names.create_curves, points);
-  const Ref pl_line = make_chain(state, state.pl_line.now(), curves,
-                                 "Points of the pl-line must be ascending in X-direction");
-  if (const Ref known = first_equal(host::get(self, names.private_pl_lines), pl_line)) {
-    return known;
-  }
-  host::call_method(host::get(self, names.private_pl_lines), names.append, pl_line);
+  const Ref pl_line =
+      make_chain(state, state.pl_line, host::call_method(self, names.create_curves, points),
+                 "Points of the pl-line must be ascending in X-direction");
+  if (const Ref known = enter_pl_line(state, self, pl_line)) return known;
   if (host::is_true(is_phreatic)) {
     const Ref phreatic_line = host::get(self, names.private_phreatic_line);
     if (host::compare(phreatic_line, Py_NE, host::integer(0))) {

@@ -29,12 +29,18 @@ Ref init(State& state, Arguments arguments) {
       host::raise(PyExc_AssertionError, "Curves must be connected");
     }
   }
-  host::set(self, names.private_curves, curves);
+  state.chain_curves.initialize(self, curves);
   return host::none();
 }
 
+// Reading its own curves is nothing that a chain has to give notice of.
+Ref own_curves(const State& state, Handle curve_list) {
+  PyObject* curves = state.chain_curves.peek(curve_list);
+  return curves != nullptr ? host::share(curves) : host::get(curve_list, state.chain_curves.name());
+}
+
 Ref as_tuple(const State& state, Handle curve_list) {
-  return Ref::steal(PySequence_Tuple(host::get(curve_list, state.names.private_curves).get()));
+  return Ref::steal(PySequence_Tuple(own_curves(state, curve_list).get()));
 }
 
 // By the curves alone: a boundary and a pl-line along the same curves are equal.
@@ -50,12 +56,12 @@ Ref hash(State& state, Arguments arguments) {
 }
 
 Ref curves(State& state, Arguments arguments) {
-  return host::list_of(host::get(arguments[0], state.names.private_curves));
+  return host::list_of(own_curves(state, arguments[0]));
 }
 
 Ref points(State& state, Arguments arguments) {
   const State::Names& names = state.names;
-  const Ref curves = host::get(arguments[0], names.private_curves);
+  const Ref curves = own_curves(state, arguments[0]);
   host::List points;
   host::for_each(curves, [&](const Ref& curve) { points.append(host::get(curve, names.p1)); });
   points.append(host::get(host::item(curves, -1), names.p2));
@@ -70,7 +76,7 @@ Ref area_above_horizontal(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Ref two = host::integer(2);
   Ref area = host::real(0.0);
-  host::for_each(host::get(self, names.private_curves), [&, y = y](const Ref& curve) {
+  host::for_each(own_curves(state, self), [&, y = y](const Ref& curve) {
     const auto coordinate = [&](Handle point, Handle axis) {
       return host::get(host::get(curve, point), axis);
     };
@@ -82,6 +88,10 @@ Ref area_above_horizontal(State& state, Arguments arguments) {
     area = host::sum(area, host::product(width, height));
   });
   return area;
+}
+
+void note_change(State& state, Handle /*curve_list*/) {
+  ++state.changes.count;
 }
 
 }  // namespace
@@ -115,13 +125,20 @@ void define_curve_lists(host::Module& module, State& state) {
                             "Returns the area by the trapezium rule [m²]; what lies below the line "
                             "counts negative.")
                             .returning("float"));
+  curve_list.add("_curves", state.chain_curves.watch<State, note_change>(state.field_type,
+                                                                         module.object(), state));
+  curve_list.add(state.changes, host::set_attribute);
+  curve_list.add(state.changes, host::delete_attribute);
   state.curve_list = curve_list.make();
+  state.made.curve_list.take(state.curve_list.original());
 
   host::ClassBody pl_line(module, "_PlLine", "Piezometric level line.");
   state.pl_line = pl_line.make({state.curve_list.original()});
+  state.made.pl_line.take(state.pl_line.original());
 
   host::ClassBody boundary(module, "_Boundary", "Boundary.");
   state.boundary = boundary.make({state.curve_list.original()});
+  state.made.boundary.take(state.boundary.original());
 }
 
 }  // namespace dsettlement::geometry

@@ -1,5 +1,7 @@
 #include "geometry/document_2d.hpp"
 
+#include "geometry/chain_positions.hpp"
+#include "geometry/numbering.hpp"
 #include "host/arithmetic.hpp"
 #include "host/containers.hpp"
 
@@ -40,24 +42,16 @@ Ref list_points(State& state, Arguments arguments) {
   return points.done();
 }
 
-// Position of the first entry that equals the object.
-Ref position(const State& state, Handle list, Handle object) {
-  return host::call_method(list, state.names.index, object);
-}
-
-// The same, counted from 1: so are all references but those to boundaries.
-Ref number(const State& state, Handle list, Handle object) {
-  return host::sum(position(state, list, object), host::integer(1));
-}
-
 Ref list_curves(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
+  const Ref curves_of_model = host::get(self, names.private_curves);
+  Numbering<PointKey> points(state, self, names.private_points, key_of_point);
   host::List curves;
-  host::for_each(host::get(self, names.private_curves), [&](const Ref& curve) {
-    const Ref points = host::get(self, names.private_points);
-    const Ref p1 = number(state, points, host::get(curve, names.p1));
-    const Ref p2 = number(state, points, host::get(curve, names.p2));
+  host::for_each(curves_of_model, [&](const Ref& curve) {
+    if (!state.made.curve.is_class_of(curve)) points.doubt();
+    const Ref p1 = points.number_of(host::get(curve, names.p1));
+    const Ref p2 = points.number_of(host::get(curve, names.p2));
     curves.append(Ref::steal(PyTuple_Pack(2, p1.get(), p2.get())));
   });
   return curves.done();
@@ -65,12 +59,13 @@ Ref list_curves(State& state, Arguments arguments) {
 
 Ref list_chains(const State& state, Handle self, Handle chains) {
   const State::Names& names = state.names;
+  Numbering<CurveKey> curves(state, self, names.private_curves, key_of_curve);
   host::List list;
   host::for_each(chains, [&](const Ref& chain) {
+    if (curves_of_plain_chain(state, chain) == nullptr) curves.doubt();
     host::List numbers;
-    host::for_each(host::get(chain, names.curves), [&](const Ref& curve) {
-      numbers.append(number(state, host::get(self, names.private_curves), curve));
-    });
+    host::for_each(host::get(chain, names.curves),
+                   [&](const Ref& curve) { numbers.append(curves.number_of(curve)); });
     list.append(numbers.done());
   });
   return list.done();
@@ -87,22 +82,30 @@ Ref list_pl_lines(State& state, Arguments arguments) {
 Ref list_layers(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  const auto boundary = [&](Ref boundary) {
+  ChainPositions boundaries(state, self, names.private_boundaries);
+  ChainPositions pl_lines(state, self, names.private_pl_lines);
+  // Boundaries alone are counted from 0.
+  const auto boundary_number = [&](Ref boundary) {
     if (host::is_instance(boundary, reinterpret_cast<PyObject*>(&PyLong_Type))) return boundary;
-    return position(state, host::get(self, names.private_boundaries), boundary);
+    return boundaries.of(boundary);
   };
-  const auto pl_line = [&](Ref pl_line) {
+  const auto pl_line_number = [&](Ref pl_line) {
     if (!host::is_instance(pl_line, state.pl_line.original())) return pl_line;
-    return number(state, host::get(self, names.private_pl_lines), pl_line);
+    return host::sum(pl_lines.of(pl_line), host::integer(1));
   };
   host::List layers;
   host::for_each(host::get(self, names.private_layers), [&](const Ref& layer) {
+    if (!state.made.layer.is_class_of(layer) || !state.made.layer.holds()) {
+      boundaries.doubt();
+      pl_lines.doubt();
+    }
+    const auto get = [&](Handle name) { return host::get(layer, name); };
     layers.append(host::Mapping()
-                      .put(names.material, host::get(layer, names.material))
-                      .put(names.boundary_top, boundary(host::get(layer, names.boundary_top)))
-                      .put(names.boundary_bottom, boundary(host::get(layer, names.boundary_bottom)))
-                      .put(names.pl_top, pl_line(host::get(layer, names.pl_line_top)))
-                      .put(names.pl_bottom, pl_line(host::get(layer, names.pl_line_bottom)))
+                      .put(names.material, get(names.material))
+                      .put(names.boundary_top, boundary_number(get(names.boundary_top)))
+                      .put(names.boundary_bottom, boundary_number(get(names.boundary_bottom)))
+                      .put(names.pl_top, pl_line_number(get(names.pl_line_top)))
+                      .put(names.pl_bottom, pl_line_number(get(names.pl_line_bottom)))
                       .done());
   });
   return layers.done();

@@ -1,6 +1,8 @@
 // What the concrete models work with.
 #pragma once
 
+#include "host/changes.hpp"
+#include "host/watched_field.hpp"
 #include "model/state.hpp"
 #include "toolkit.hpp"
 
@@ -14,6 +16,7 @@ namespace dsettlement::geometry {
 struct State {
   State(host::Module& module, const Toolkit& shared, const model::State& frame)
       : toolkit(shared), model(frame), has_assertions(runs_assertions()), module_(module) {
+    field_type = host::make_watched_field_type(module_.object());
     by_x = make_key("attrgetter", names.x);
     by_area = make_key("methodcaller", names.area_above_horizontal);
   }
@@ -38,12 +41,45 @@ struct State {
   host::Global layer{module_, "_Layer"};
   host::Global model_2d{module_, "Model2D"};
 
+  // The value classes as they were made, for what takes them for granted.
+  struct Made {
+    explicit Made(host::Module& module)
+        : point(module),
+          curve(module),
+          curve_list(module),
+          pl_line(module),
+          boundary(module),
+          layer(module) {}
+
+    host::ClassSnapshot point;
+    host::ClassSnapshot curve;
+    host::ClassSnapshot curve_list;
+    host::ClassSnapshot pl_line;
+    host::ClassSnapshot boundary;
+    host::ClassSnapshot layer;
+  } made{module_};
+
+  // The curves of a chain; handing them out counts as a change of points, curves or chains.
+  host::WatchedField chain_curves{module_, "_curves"};
+  host::Changes changes;
+
   // What a model keeps its verticals and its boundaries sorted by.
   host::Slot by_x{module_};
   host::Slot by_area{module_};
 
+  // The lists of a model that have a register, and where the registers stand.
+  host::WatchedField boundaries{module_, "_boundaries"};
+  host::WatchedField pl_lines{module_, "_pl_lines"};
+  host::WatchedField verticals{module_, "_verticals"};
+  host::Slot register_slot{module_};
+  host::Slot curves_property{module_};
+
+  host::Slot field_type{module_};
+  host::Slot box_type{module_};
+
   struct Names {
     host::Name init{"__init__"};
+    host::Name get_state{"__getstate__"};
     host::Name serialize{"_serialize"};
 
     host::Name bottom_level{"bottom_level"};
@@ -63,6 +99,8 @@ struct State {
     host::Name private_pl_lines{"_pl_lines"};
     host::Name private_phreatic_line{"_phreatic_line"};
     host::Name private_boundaries{"_boundaries"};
+
+    host::Name register_slot{"_Model2D__register"};
 
     // Operations of a model.
     host::Name validate{"_validate"};

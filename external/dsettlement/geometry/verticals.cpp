@@ -1,5 +1,7 @@
 #include "geometry/verticals.hpp"
 
+#include "geometry/plain.hpp"
+#include "geometry/register.hpp"
 #include "host/containers.hpp"
 #include "host/text.hpp"
 #include "host/unpack.hpp"
@@ -39,15 +41,31 @@ Ref vertical_at(const State& state, Handle verticals, Handle x) {
   return found;
 }
 
+void enter(State& state, Handle self, Handle vertical) {
+  const State::Names& names = state.names;
+  if (VerticalRegister* verticals = vertical_register(state, self)) {
+    if (const std::optional<double> x = x_of_plain_vertical(state, vertical)) {
+      return verticals->add(*x, vertical);
+    }
+  }
+  host::call_method(host::get(self, names.verticals), names.append, vertical);
+  const Ref sort = host::get(host::get(self, names.verticals), names.sort);
+  static_cast<void>(host::call_with(sort, {}, {{names.key, state.by_x}}));
+}
+
 Ref register_vertical(State& state, Arguments arguments) {
   const auto [self, x] = arguments.first<2>();
   const State::Names& names = state.names;
   check_limits(state, host::get(self, names.limits), x);
-  if (const Ref known = vertical_at(state, host::get(self, names.verticals), x)) return known;
+  const std::optional<double> number = plain_number(x);
+  const VerticalRegister* known = number ? vertical_register(state, self) : nullptr;
+  if (known != nullptr) {
+    if (PyObject* vertical = known->at(*number)) return host::share(vertical);
+  } else if (const Ref vertical = vertical_at(state, host::get(self, names.verticals), x)) {
+    return vertical;
+  }
   const Ref vertical = host::call(state.model.vertical.now(), x);
-  host::call_method(host::get(self, names.verticals), names.append, vertical);
-  const Ref sort = host::get(host::get(self, names.verticals), names.sort);
-  static_cast<void>(host::call_with(sort, {}, {{names.key, state.by_x}}));
+  enter(state, self, vertical);
   return vertical;
 }
 

@@ -1,6 +1,7 @@
 // What the operations of the model frame work with.
 #pragma once
 
+#include "host/changes.hpp"
 #include "toolkit.hpp"
 
 namespace dsettlement::model {
@@ -18,6 +19,10 @@ struct State {
   host::Global consolidation_model{module_, "ConsolidationModel"};
   host::Global vertical{module_, "_Vertical"};
   host::Global model{module_, "_Model"};
+
+  // For what takes verticals for granted as they were made.
+  host::ClassSnapshot vertical_as_made{module_};
+  host::Changes vertical_changes;
 
   struct Names {
     host::Name init{"__init__"};

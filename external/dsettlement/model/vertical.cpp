@@ -14,7 +14,7 @@ constexpr Parameter init_parameters[] = {host::self, {"x", "float"}};
 
 Ref init(State& state, Arguments arguments) {
   const auto [self, x] = arguments.first<2>();
-  host::set(self, state.names.private_x, x);
+  host::initialize(state.vertical_as_made, self, state.names.private_x, x);
   return host::none();
 }
 
@@ -39,7 +39,10 @@ void define_vertical(host::Module& module, State& state) {
   body.add(state,
            host::method<serialize>("_serialize", "Return a new mapping with the one key 'x'.")
                .returning("dict[str, Any]"));
+  body.add(state.vertical_changes, host::set_attribute);
+  body.add(state.vertical_changes, host::delete_attribute);
   state.vertical = body.make();
+  state.vertical_as_made.take(state.vertical.original());
 }
 
 }  // namespace dsettlement::model

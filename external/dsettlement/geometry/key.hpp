@@ -1,0 +1,60 @@
+// Points and curves as plain numbers: what their equality comes down to where all coordinates are
+// plain numbers.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+
+namespace dsettlement::geometry {
+
+struct PointKey {
+  double x = 0.0;
+  double y = 0.0;
+
+  bool operator==(const PointKey&) const = default;
+};
+
+struct CurveKey {
+  PointKey p1;
+  PointKey p2;
+
+  bool operator==(const CurveKey&) const = default;
+};
+
+// A key with a coordinate that is not a number equals nothing, itself included.
+template <typename Key>
+[[nodiscard]] bool equals_something(const Key& key) {
+  return key == key;  // NOLINT(misc-redundant-expression)
+}
+
+// Takes in one value after the other, so that equal sequences end in equal hashes.
+class Hash {
+ public:
+  Hash& add(std::uint64_t value) {
+    // The finalizer of SplitMix64 (Steele, Lea and Flood, 2014): every bit reaches all others.
+    std::uint64_t mixed = state_ ^ (value + 0x9e3779b97f4a7c15U);
+    mixed = (mixed ^ (mixed >> 30U)) * 0xbf58476d1ce4e5b9U;
+    mixed = (mixed ^ (mixed >> 27U)) * 0x94d049bb133111ebU;
+    state_ = mixed ^ (mixed >> 31U);
+    return *this;
+  }
+  // The two zeros are equal, so they are one here.
+  Hash& add(double value) { return add(std::bit_cast<std::uint64_t>(value + 0.0)); }
+  Hash& add(const PointKey& key) { return add(key.x).add(key.y); }
+  Hash& add(const CurveKey& key) { return add(key.p1).add(key.p2); }
+
+  [[nodiscard]] std::size_t value() const { return state_; }
+
+ private:
+  std::uint64_t state_ = 0;
+};
+
+struct HashOf {
+  template <typename Key>
+  std::size_t operator()(const Key& key) const {
+    return Hash().add(key).value();
+  }
+};
+
+}  // namespace dsettlement::geometry

@@ -1,0 +1,34 @@
+// Objects that can be looked up by their numbers instead of being compared one by one.
+//
+// An object is plain if comparing it runs nothing but this module's own operations on plain
+// numbers: it is of the very class of this module and not of a subclass, the class is as it was
+// made, and each coordinate is a float, or an integer that a float holds exactly. For plain objects
+// equality is equality of their keys.
+#pragma once
+
+#include <optional>
+
+#include "geometry/key.hpp"
+#include "geometry/state.hpp"
+
+namespace dsettlement::geometry {
+
+// The number that a plain coordinate is; nothing for any other object.
+[[nodiscard]] std::optional<double> plain_number(host::Handle coordinate);
+
+// The same for a field of an object whose class has no say in how it is read.
+[[nodiscard]] std::optional<double> plain_field(host::Handle object, host::Handle name);
+
+// Whether the classes of points, curves and chains are as they were made. Without that no object is
+// plain, and the functions below must not be asked.
+[[nodiscard]] bool are_classes_as_made(const State& state);
+
+// The keys of plain objects; nothing for any other object.
+[[nodiscard]] std::optional<PointKey> key_of_point(const State& state, host::Handle point);
+[[nodiscard]] std::optional<CurveKey> key_of_curve(const State& state, host::Handle curve);
+
+// The list of curves of a boundary or pl-line that has nothing but its curves; null for any other
+// object. The curves need not be plain.
+[[nodiscard]] PyObject* curves_of_plain_chain(const State& state, host::Handle chain);
+
+}  // namespace dsettlement::geometry
