@@ -30,16 +30,16 @@ Ref for_each_vertical(Text<Character> results, Make&& make) {
 }  // namespace
 
 Ref find_results_text(Handle file) {
-  return with_text_of(file, []<typename Character>(Text<Character> text) {
+  return with_text_of(file, [&]<typename Character>(Text<Character> text) {
     const auto results = find_results(text);
-    return results ? python_text(*results) : Ref();
+    return results ? python_text(file, *results) : Ref();
   });
 }
 
 Ref find_path_text(Handle file) {
-  return with_text_of(file, []<typename Character>(Text<Character> text) {
+  return with_text_of(file, [&]<typename Character>(Text<Character> text) {
     const auto path = find_file_path(text);
-    return path ? python_text(*path) : Ref();
+    return path ? python_text(file, *path) : Ref();
   });
 }
 
@@ -60,7 +60,8 @@ Ref read_verticals(const State& state, Handle results) {
 Ref read_verticals_with(const State& state, Handle cls, Handle results) {
   return with_text_of(results, [&]<typename Character>(Text<Character> text) {
     return for_each_vertical(text, [&](const Section<Character>& vertical) {
-      return host::call_method(cls, state.names.parse_vertical, python_text(vertical.text()));
+      return host::call_method(cls, state.names.parse_vertical,
+                               python_text(results, vertical.text()));
     });
   });
 }

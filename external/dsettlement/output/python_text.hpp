@@ -32,4 +32,13 @@ template <typename Character>
                                                     static_cast<Py_ssize_t>(text.size())));
 }
 
+// The same for a stretch that may be most of `source`, which is the text it lies in: the host knows
+// what characters are in it, and need not look at them all.
+template <typename Character>
+[[nodiscard]] host::Ref python_text(host::Handle source, Text<Character> text) {
+  const auto* const begin =
+      static_cast<const Character*>(PyUnicode_DATA(static_cast<PyObject*>(source)));
+  return host::Ref::steal(PyUnicode_Substring(source, text.begin - begin, text.end - begin));
+}
+
 }  // namespace dsettlement::output

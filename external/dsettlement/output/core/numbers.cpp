@@ -6,6 +6,8 @@ namespace dsettlement::output {
 
 namespace {
 
+constexpr std::size_t most_characters = 512;
+
 // True for the numerals that std::from_chars and Python's `float` read alike.
 template <typename Character>
 bool is_plain_numeral(Text<Character> text) noexcept {
@@ -41,6 +43,7 @@ std::optional<double> convert(const char* begin, const char* end) noexcept {
 
 template <typename Character>
 std::optional<double> read_real(Text<Character> text) {
+  if (text.size() > most_characters) return std::nullopt;
   double value = 0.0;
   if (read_short_decimal(text.begin, text.end, value) == text.end) return value;
   if (!is_plain_numeral(text)) return std::nullopt;

@@ -2,8 +2,8 @@
 //
 // What stays away from here, and is left to the host, are numerals that only Python knows
 // (underscores, digits of other scripts, "inf" and "nan", a leading plus), those beyond the range
-// of a double, and everything that is no numeral at all. So a refusal here says nothing about the
-// text; it only says that the host has to be asked.
+// of a double or of hundreds of digits, and everything that is no numeral at all. So a refusal here
+// says nothing about the text; it only says that the host has to be asked.
 #pragma once
 
 #include <array>
