@@ -15,8 +15,12 @@ namespace {
 constexpr double powers_of_ten[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                     1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
-bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
+bool is_space(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
+bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 // Python ends every text with a null character, which ends each of the loops.
 bool read_short_decimal(const char*& place, double& value) {
@@ -74,5 +78,9 @@ PyObject* pass(PyObject* text) {
 
 }  // namespace
 
-extern "C" PyObject* exactly(PyObject* text) { return pass<true>(text); }
-extern "C" PyObject* generally(PyObject* text) { return pass<false>(text); }
+extern "C" PyObject* exactly(PyObject* text) {
+  return pass<true>(text);
+}
+extern "C" PyObject* generally(PyObject* text) {
+  return pass<false>(text);
+}
