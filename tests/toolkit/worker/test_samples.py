@@ -1,6 +1,5 @@
 """Calculations of D-Settlement, repeated by the worker and compared line by line."""
 
-import math
 import re
 from itertools import zip_longest
 
@@ -12,6 +11,7 @@ from sembra.local.worker.sli.geometry_2d import read_geometry
 from sembra.local.worker.sli.soils import read_materials
 
 from tests.toolkit.samples import FOLDER, needs_samples
+from tests.toolkit.worker.drained_sample import drained_columns
 from tests.toolkit.worker.input_file import calculated, refused
 
 pytestmark = needs_samples
@@ -80,24 +80,6 @@ def test_consolidation_of_layers_of_different_cv() -> None:
     assert len(expected) == len(degrees) == 4
     for ours, theirs in zip(degrees[::-1], expected, strict=True):
         assert ours[1:] == pytest.approx(theirs[1:, 1], abs=5e-7)
-
-
-def drained_columns() -> str:
-    """Return a sample with columns and an underpressure, with NEN-Koppejan instead of NEN-Bjerrum.
-
-    Its soil has no secular settlement and is normally consolidated, so that both models give the
-    strain CR log10(s1 / s0).
-    """
-    text = (FOLDER / "bm4-8b.sli").read_text("ascii")
-    constant = f"{math.log(10) / 0.7000001:.9f}"
-    for old, new in (
-        ("1 : Model = NEN - Bjerrum", "0 : Model = NEN - Koppejan"),
-        ("SoilCp=1.00E+00", f"SoilCp={constant}"),
-        ("SoilCp1=1.00E+00", f"SoilCp1={constant}"),
-    ):
-        assert text.count(old) == 1
-        text = text.replace(old, new)
-    return text
 
 
 def history(text: str) -> np.ndarray:
