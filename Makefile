@@ -8,6 +8,8 @@ VENV := .venv
 BIN := $(VENV)/bin
 PIP := $(BIN)/python -m pip --disable-pip-version-check --quiet
 PYTHON312 = $(shell scripts/find-python)
+FUZZ_TEXTS ?= 200000
+FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 export CMAKE_BUILD_PARALLEL_LEVEL ?= $(JOBS)
 
@@ -50,6 +52,10 @@ demo: $(BUILT) $(STAMPS)/demo  ## tell the usage story, with files and pictures 
 
 bench: $(BUILT) $(STAMPS)/bench  ## measure against the plain-Python equivalents, as ratios with their bounds
 	$(BIN)/python -m benchmarks $(SUBJECTS)
+
+fuzz: $(BUILT) $(STAMPS)/test  ## compare readers on FUZZ_TEXTS generated texts, fuzz the core for FUZZ_SECONDS
+	$(BIN)/python -m fuzz.compare_readers --texts $(FUZZ_TEXTS)
+	FUZZ_SECONDS=$(FUZZ_SECONDS) scripts/fuzz-core
 
 sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the interpreter's debugging allocator
 	scripts/sanitize $(TESTS)
