@@ -13,6 +13,7 @@ Differences = set[tuple[str, str]]
 
 ORDER = "order"
 NUMBERS = "numbers"
+HEADINGS = "headings"
 LENGTH = "number of lines"
 
 NUMBERED = ("POINTS", "CURVES", "BOUNDARIES", "PIEZO LINES")
@@ -23,7 +24,7 @@ def differences(sample: SliFile, generated: SliFile) -> Differences:
     """Return section, or part of the geometry, and label of each difference.
 
     The label says what differs: the label of a line, "order", "numbers" of points and curves in
-    lines that otherwise mean the same, or "number of lines".
+    lines that otherwise mean the same, "headings" above these, or "number of lines".
     """
     assert list(generated.sections) == list(sample.sections)
     found = {("header", label) for label in _labels(sample.header, generated.header)}
@@ -66,7 +67,14 @@ def _geometry(sample: Geometry, generated: Geometry) -> Differences:
     }
     for name in ("BOUNDARIES", "PIEZO LINES"):
         assert _outlines(sample, name) == _outlines(generated, name)
+        if _headings(sample.parts[name]) != _headings(generated.parts[name]):
+            found.add((name, HEADINGS))
     return found
+
+
+def _headings(lines: list[str]) -> list[str]:
+    """Return the lines that don't consist of numbers alone."""
+    return [line for line in lines if not line.replace(" ", "").isdigit()]
 
 
 def _places(geometry: Geometry) -> dict[str, set[str]]:

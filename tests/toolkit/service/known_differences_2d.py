@@ -2,7 +2,7 @@
 
 from typing import NamedTuple
 
-from tests.toolkit.service.comparing import LENGTH, NUMBERS, ORDER, Differences
+from tests.toolkit.service.comparing import HEADINGS, LENGTH, NUMBERS, ORDER, Differences
 
 DATE_AND_TIME = "the metadata give today's date and time or a dummy, never another day's"
 NOT_IN_DOCUMENT = "the document of a model has no key for it"
@@ -70,6 +70,7 @@ KNOWN = (
         LOAD_ENDS,
         ("bm3-13b",),
     ),
+    Known("BOUNDARIES", (HEADINGS,), LOAD_ENDS, ("bm3-13b",)),
     Known(
         "STDV BOUNDARIES",
         ("values",),
