@@ -1,12 +1,12 @@
 """The story of the one-dimensional model, step by step."""
 
-from io import StringIO
 from pathlib import Path
 
-from sembra.external.dsettlement import DSettlementAnalysis, Model1D, OutputFileParser
+from sembra.external.dsettlement import Model1D, OutputFileParser
 
 from examples import one_dimensional as story
 
+from .calculation import calculate
 from .column_picture import Layer, SoilColumn, draw_column
 from .settlement_picture import Curve, draw_settlements
 from .settlement_table import settlement_table
@@ -29,7 +29,7 @@ def tell(terminal: Terminal, folder: Path) -> None:
     """Tell the story, and write its files and pictures to a folder that is there."""
     terminal.title("One dimension: an old polder road is raised with sand")
     model = _build(terminal)
-    sld_file = _calculate(terminal, model, folder)
+    sld_file = calculate(terminal, lambda: story.generate_input_file(model), folder, NAME)
     with terminal.step("Read the settlements out of the result file"):
         parser = OutputFileParser(sld_file)
         settlements = Settlements.from_vertical(parser.vertical_results[1], len(STEPS))
@@ -78,22 +78,6 @@ def _build(terminal: Terminal) -> Model1D:
             terminal.line(f"{load.name:<19} {load.pressure:4.1f} kPa, {when}")
         terminal.line(f"settlements on day {', '.join(map(str, story.CALCULATION_TIMES))}")
     return model
-
-
-def _calculate(terminal: Terminal, model: Model1D, folder: Path) -> StringIO:
-    with terminal.step("Have the input file filled in by the template service"):
-        input_file = story.generate_input_file(model)
-        path = folder / f"{NAME}.sli"
-        path.write_bytes(input_file.getvalue())
-        terminal.line(f"Input file: {path}")
-    with terminal.step("Calculate on the worker"):
-        analysis = DSettlementAnalysis(input_file)
-        analysis.execute(timeout=60)
-        path = folder / f"{NAME}.sld"
-        sld_file = analysis.get_sld_file()
-        path.write_text(sld_file.getvalue(), encoding="utf-8", newline="")
-        terminal.line(f"Result file: {path}")
-    return sld_file
 
 
 def _layers(model: Model1D) -> list[Layer]:

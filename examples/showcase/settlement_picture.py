@@ -9,6 +9,7 @@ import numpy as np
 from matplotlib.axes import Axes
 from matplotlib.ticker import FuncFormatter, NullFormatter
 
+from .labels_above import write_above
 from .settlements import LoadStep
 from .spreading import spread
 from .style import GRID, INK, LOAD, picture
@@ -16,8 +17,8 @@ from .style import GRID, INK, LOAD, picture
 FIRST_TIME = 1.0
 """Left end of the time axis [days]: a logarithmic axis has no day 0."""
 
-NARROWEST_LABEL = 0.08
-"""Least distance between the numbers of load steps, as a part of the width of the diagram."""
+NARROWEST_LABEL, WIDTH_OF_LETTER = 0.08, 0.0095
+"""Least width of a load step's label, and that of a letter, as parts of the diagram's width."""
 
 LINE_OF_TEXT = 0.045
 """Height of a line of text, as a part of the height of the lower diagram."""
@@ -27,7 +28,7 @@ LINE_OF_TEXT = 0.045
 class Curve:
     """Settlements [m] against times [days], and how the curve is drawn.
 
-    The curve gets a dot at each of the marked times.
+    The curve gets a dot at each of the marked times. `name` is short; it stands at its end.
     """
 
     label: str
@@ -37,10 +38,17 @@ class Curve:
     line_style: str = "-"
     line_width: float = 1.4
     marked_times: Sequence[float] = ()
+    name: str = ""
 
 
 def draw_settlements(
-    path: Path, curves: Sequence[Curve], steps: Sequence[LoadStep], title: str, legend_title: str
+    path: Path,
+    curves: Sequence[Curve],
+    steps: Sequence[LoadStep],
+    title: str,
+    legend_title: str,
+    load_label: str = "Added load",
+    name_steps: bool = False,
 ) -> None:
     """Draw curves under a diagram of the load, and write the picture.
 
@@ -49,15 +57,17 @@ def draw_settlements(
     steps: the load steps in the order of time.
     title: stands above the picture.
     legend_title: says what the curves are.
+    load_label: says what the diagram of the load shows.
+    name_steps: whether the load steps have their names above them, or numbers.
     """
     end = max(curve.times[-1] for curve in curves)
     with picture(path, 9.0, 7.0) as figure:
         upper, lower = figure.subplots(2, sharex=True, height_ratios=[1, 3.6])
         upper.set_title(title, loc="left", pad=40)
         _prepare_time_axis(lower, end)
-        _draw_load(upper, steps, end)
+        _draw_load(upper, steps, end, load_label)
         _draw_settlement(lower, curves, legend_title)
-        _mark_steps(upper, lower, steps, end)
+        _mark_steps(upper, lower, steps, end, name_steps)
 
 
 def _prepare_time_axis(axes: Axes, end: float) -> None:
@@ -68,7 +78,7 @@ def _prepare_time_axis(axes: Axes, end: float) -> None:
     axes.set_xlabel("Time [days]")
 
 
-def _draw_load(axes: Axes, steps: Sequence[LoadStep], end: float) -> None:
+def _draw_load(axes: Axes, steps: Sequence[LoadStep], end: float, label: str) -> None:
     """Draw the stress that the load steps have brought to the surface by each time."""
     times, pressures = [0.0], [0.0]
     for step in steps:
@@ -79,12 +89,12 @@ def _draw_load(axes: Axes, steps: Sequence[LoadStep], end: float) -> None:
     axes.fill_between(times, pressures, step="post", color=LOAD, alpha=0.15, linewidth=0)
     axes.step(times, pressures, where="post", color=LOAD, linewidth=1.4)
     axes.set_ylim(0, 1.15 * max(pressures, default=1.0) or 1.0)
-    axes.set_ylabel("Added load\n[kPa]")
+    axes.set_ylabel(f"{label}\n[kPa]")
     _draw_grid(axes)
 
 
 def _draw_settlement(axes: Axes, curves: Sequence[Curve], legend_title: str) -> None:
-    """Draw the curves, with the last settlement of each at its end."""
+    """Draw the curves, with name and last settlement of each at its end."""
     for curve in curves:
         axes.plot(
             curve.times, curve.settlements, color=curve.color, linestyle=curve.line_style,
@@ -110,8 +120,9 @@ def _write_last_settlements(axes: Axes, curves: Sequence[Curve]) -> None:
     bottom, top = axes.get_ylim()
     last = [curve.settlements[-1] for curve in curves]
     for curve, place in zip(curves, spread(last, LINE_OF_TEXT * abs(bottom - top)), strict=True):
+        settlement = f"{curve.settlements[-1]:.3f} m".replace("-", "\N{MINUS SIGN}")
         axes.annotate(
-            f"{curve.settlements[-1]:.3f} m".replace("-", "\N{MINUS SIGN}"),
+            f"{curve.name}  {settlement}".lstrip(),
             (1.0, place),
             xycoords=("axes fraction", "data"),
             xytext=(6, 0),
@@ -121,12 +132,14 @@ def _write_last_settlements(axes: Axes, curves: Sequence[Curve]) -> None:
         )
 
 
-def _mark_steps(upper: Axes, lower: Axes, steps: Sequence[LoadStep], end: float) -> None:
-    """Draw a line through both diagrams at each load step, with its number and day above it."""
+def _mark_steps(
+    upper: Axes, lower: Axes, steps: Sequence[LoadStep], end: float, named: bool
+) -> None:
+    """Draw a line through both diagrams at each load step, with name or number and day above it."""
     decades = log10(end / FIRST_TIME)
     places = [log10(max(step.time, FIRST_TIME) / FIRST_TIME) / decades for step in steps]
-    labels = spread(places, NARROWEST_LABEL)
-    for number, (step, place, label) in enumerate(zip(steps, places, labels, strict=True), 1):
+    labels = []
+    for number, step in enumerate(steps, 1):
         for axes in (upper, lower):
             axes.axvline(
                 max(step.time, FIRST_TIME),
@@ -136,24 +149,9 @@ def _mark_steps(upper: Axes, lower: Axes, steps: Sequence[LoadStep], end: float)
                 zorder=2,
             )
         before = "\N{BLACK LEFT-POINTING SMALL TRIANGLE} " if step.time < FIRST_TIME else ""
-        upper.annotate(
-            f"{number}\n{before}day {step.time:g}",
-            (place, 1.0),
-            xycoords="axes fraction",
-            xytext=(label, 1.08),
-            textcoords="axes fraction",
-            ha="center",
-            va="bottom",
-            color=LOAD,
-            fontsize=8.5,
-            arrowprops={
-                "arrowstyle": "-",
-                "color": LOAD,
-                "linewidth": 0.7,
-                "shrinkA": 0,
-                "shrinkB": 0,
-            },
-        )
+        labels.append(f"{step.told if named else number}\n{before}day {step.time:g}")
+    longest = max((len(line) for label in labels for line in label.split("\n")), default=0)
+    write_above(upper, places, labels, max(NARROWEST_LABEL, WIDTH_OF_LETTER * longest), LOAD)
 
 
 def _draw_grid(axes: Axes) -> None:

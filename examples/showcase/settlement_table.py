@@ -11,28 +11,37 @@ from .settlements import LoadStep, Settlements
 NOT_YET = "-"
 
 
+CAPTION = (
+    "Each load's column holds the settlement by it and the loads to its left; "
+    "the last of them is the whole settlement."
+)
+
+
 def settlement_table(
-    settlements: Settlements, steps: Sequence[LoadStep], residual: dict[str, list[float]]
+    settlements: Settlements,
+    steps: Sequence[LoadStep],
+    residual: dict[str, list[float]],
+    title: str = "Settlement of the surface [m]",
+    caption: str | None = CAPTION,
 ) -> Table:
     """Settlement per load step, in all, and still to come, one row per calculation time.
 
     settlements: settlements of the vertical.
     steps: the load steps in the order of time.
     residual: the entry of the vertical in `OutputFileParser.residual_times`.
+    title, caption: stand above and below the table.
     """
     table = Table(
-        title=Text("Settlement of the surface [m]"),
-        caption="Each load's column holds the settlement by it and the loads to its left; "
-        "the last of them is the whole settlement.",
+        title=Text(title),
+        caption=caption,
         box=box.SIMPLE_HEAD,
         title_justify="left",
         caption_justify="left",
     )
     table.add_column(Text("Time\n[days]"), justify="right")
     for number, step in enumerate(steps):
-        table.add_column(
-            Text(f"{'+ ' if number else ''}{step.name}"), justify="right", max_width=13
-        )
+        sign = "+ " if number and step.pressure >= 0 else ""
+        table.add_column(Text(f"{sign}{step.told}"), justify="right", max_width=13)
     table.add_column(Text("Part of\nfinal [%]"), justify="right")
     table.add_column(Text("Residual\n[m]"), justify="right")
     for time, part, rest in zip(
