@@ -7,6 +7,8 @@ from pathlib import Path
 
 import pytest
 
+from .showcase_run import Showcase
+
 ROOT = Path(__file__).resolve().parents[2]
 
 Run = Callable[..., str]
@@ -31,3 +33,11 @@ def run_example() -> Run:
         return done.stdout
 
     return run
+
+
+@pytest.fixture(scope="session")
+def showcase(run_example: Run, tmp_path_factory: pytest.TempPathFactory) -> Showcase:
+    """One run of all stories."""
+    pytest.importorskip("matplotlib", reason="the pictures need matplotlib (dependency group demo)")
+    folder = tmp_path_factory.mktemp("showcase") / "demo"
+    return Showcase(run_example("-m", "examples.showcase", str(folder)), folder)

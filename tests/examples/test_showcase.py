@@ -1,90 +1,45 @@
-"""What `make demo` tells and writes."""
+"""What `make demo` tells and writes, whatever the story."""
 
-import re
 from pathlib import Path
 
 import pytest
 
-from examples import one_dimensional as story
+from examples import one_dimensional, two_dimensional
 
-from .conftest import Run
+from .showcase_run import Showcase, Story
 
 image = pytest.importorskip(
     "matplotlib.image", reason="the pictures need matplotlib (dependency group demo)"
 )
 
-PICTURES = ("one_dimensional_column.png", "one_dimensional_settlement.png")
+STORIES = {
+    "one_dimensional": (8, ("column", "settlement")),
+    "two_dimensional": (9, ("section", "settlement")),
+}
+"""Number of steps and pictures of each story, by the name of its files."""
+
+FILES = {
+    name: [f"{name}.sli", f"{name}.sld", *(f"{name}_{picture}.png" for picture in pictures)]
+    for name, (_, pictures) in STORIES.items()
+}
+PICTURES = [file for files in FILES.values() for file in files if file.endswith(".png")]
 
 
-class Showcase:
-    """A run of the showcase: its output and the folder that it wrote."""
-
-    def __init__(self, output: str, folder: Path) -> None:
-        self.output = output
-        self.folder = folder
-
-    @property
-    def table(self) -> list[list[str]]:
-        """The fields of the rows of the printed table."""
-        rows = (line.split() for line in self.output.splitlines())
-        width = 3 + len(story.LOADS) - 1
-        return [row for row in rows if len(row) == width and row[0].isdigit()]
-
-    def numbers(self, tag: str) -> list[list[float]]:
-        """The rows of numbers of the first block with that tag in the result file."""
-        text = (self.folder / "one_dimensional.sld").read_text(encoding="utf-8")
-        results = text.partition("[Results]")[2]
-        block = results.partition(f"[{tag}]")[2].partition("[E")[0]
-        rows = [line.split() for line in block.splitlines() if line and "=" not in line]
-        return [[float(field) for field in row] for row in rows]
+@pytest.fixture(params=STORIES)
+def story(request: pytest.FixtureRequest, showcase: Showcase) -> Story:
+    return showcase.story(request.param)
 
 
-@pytest.fixture(scope="module")
-def showcase(run_example: Run, tmp_path_factory: pytest.TempPathFactory) -> Showcase:
-    folder = tmp_path_factory.mktemp("showcase") / "demo"
-    return Showcase(run_example("-m", "examples.showcase", str(folder)), folder)
-
-
-def test_it_writes_the_input_the_result_and_two_pictures(showcase: Showcase) -> None:
+def test_it_writes_the_inputs_the_results_and_two_pictures_per_story(showcase: Showcase) -> None:
     written = {path.name for path in showcase.folder.iterdir()}
-    assert written == {"one_dimensional.sli", "one_dimensional.sld", *PICTURES}
+    assert written == {file for files in FILES.values() for file in files}
 
 
-def test_it_tells_each_step_in_plain_lines(showcase: Showcase) -> None:
-    steps = re.findall(r"^(\d+)\. \w", showcase.output, re.MULTILINE)
-    assert steps == [str(number) for number in range(1, 9)]
-    assert "\x1b" not in showcase.output
-    for name in ("one_dimensional.sli", "one_dimensional.sld", *PICTURES):
-        assert str(showcase.folder / name) in showcase.output
-
-
-def test_the_input_file_holds_the_loads_of_the_story(showcase: Showcase) -> None:
-    lines = (showcase.folder / "one_dimensional.sli").read_text(encoding="utf-8").splitlines()
-    assert {load.name for load in story.LOADS} <= set(lines)
-
-
-def test_the_table_has_the_settlements_of_the_result_file(showcase: Showcase) -> None:
-    by_time = {time: row for time, *row in showcase.numbers("Time-Settlement per Load")}
-    steps = [load for load in story.LOADS if load.time >= 0]
-    assert [int(time) for time, *_ in showcase.table] == list(story.CALCULATION_TIMES)
-    for time, *fields in showcase.table:
-        for step, field, settlement in zip(steps, fields, by_time[float(time)], strict=False):
-            assert field == (f"{settlement:.3f}" if int(time) > step.time else "-")
-
-
-def test_the_table_has_the_residual_settlements_of_the_result_file(showcase: Showcase) -> None:
-    residual = showcase.numbers("RESIDUAL SETTLEMENT DATA")
-    told = [(row[0], *row[-2:]) for row in showcase.table]
-    assert told == [
-        (f"{time:g}", f"{part:.1f}", f"{rest:.3f}") for _, time, _, part, rest in residual
-    ]
-
-
-def test_final_and_residual_settlement_are_told_in_words(showcase: Showcase) -> None:
-    residual = {time: rest for _, time, _, _, rest in showcase.numbers("RESIDUAL SETTLEMENT DATA")}
-    final = showcase.numbers("RESIDUAL SETTLEMENT DATA")[-1][2]
-    assert f"Final settlement: {final:.3f} m" in showcase.output
-    assert f"day {story.OPENING}: {residual[story.OPENING]:.3f} m" in showcase.output
+def test_it_tells_each_step_in_plain_lines(story: Story) -> None:
+    assert story.steps == list(range(1, STORIES[story.name][0] + 1))
+    assert "\x1b" not in story.output
+    for name in FILES[story.name]:
+        assert str(story.folder / name) in story.output
 
 
 @pytest.mark.parametrize("name", PICTURES)
@@ -96,7 +51,17 @@ def test_each_picture_is_a_png_of_a_legible_size(showcase: Showcase, name: str) 
 
 
 def test_the_column_is_filled_with_the_colours_of_its_materials(showcase: Showcase) -> None:
-    pixels = image.imread(showcase.folder / PICTURES[0])[:, :, :3]
-    painted = {tuple(pixel) for pixel in (pixels * 255).round().astype(int).reshape(-1, 3).tolist()}
-    for material in story.build_model().materials.values():
+    painted = _colours(showcase.folder / "one_dimensional_column.png")
+    for material in one_dimensional.build_model().materials.values():
         assert (material.color.r, material.color.g, material.color.b) in painted
+
+
+def test_the_section_is_filled_with_the_colours_of_its_materials(showcase: Showcase) -> None:
+    painted = _colours(showcase.folder / "two_dimensional_section.png")
+    for material in two_dimensional.build_project().model.materials.values():
+        assert (material.color.r, material.color.g, material.color.b) in painted
+
+
+def _colours(path: Path) -> set[tuple[int, ...]]:
+    pixels = image.imread(path)[:, :, :3]
+    return {tuple(pixel) for pixel in (pixels * 255).round().astype(int).reshape(-1, 3).tolist()}
