@@ -33,6 +33,8 @@ struct Toolkit {
   host::Imported string_io{module_, "io", "StringIO"};
   host::Imported datetime{module_, "datetime", "datetime"};
   host::Imported ordered_dict{module_, "collections", "OrderedDict"};
+  // For the declared types of operations, which tools look up in the module.
+  host::Imported any{module_, "typing", "Any"};
 };
 
 }  // namespace dsettlement

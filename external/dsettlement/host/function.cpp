@@ -4,31 +4,14 @@
 
 #include <new>
 
-#include "host/binding.hpp"
-#include "host/containers.hpp"
-#include "host/name.hpp"
+#include "host/function_attributes.hpp"
+#include "host/function_object.hpp"
+#include "host/recursion.hpp"
 #include "host/text.hpp"
 
 namespace dsettlement::host {
 
 namespace {
-
-struct Function {
-  PyObject_HEAD  // the macro brings its own semicolon
-      vectorcallfunc vectorcall;
-  PyObject* weak_references;
-  // The state lives as long as the module does; both are let go together.
-  Ref module;
-  void* state;
-  Description description;
-  Ref name;
-  Ref qualified_name;
-  Binding binding;
-};
-
-Function& as_function(PyObject* object) {
-  return *reinterpret_cast<Function*>(object);
-}
 
 PyObject* call_laid_out(Function& function, PyObject* const* arguments, std::size_t count,
                         PyObject* keyword_names) noexcept {
@@ -46,6 +29,10 @@ PyObject* call_laid_out(Function& function, PyObject* const* arguments, std::siz
 
 PyObject* call_function(PyObject* self, PyObject* const* arguments, std::size_t count_and_flag,
                         PyObject* keyword_names) {
+  // Operations call each other without a Python frame between them, so nobody else counts the
+  // depth.
+  const Recursion level;
+  if (!level) return nullptr;
   Function& function = as_function(self);
   const auto count = static_cast<std::size_t>(PyVectorcall_NARGS(count_and_flag));
   if (keyword_names == nullptr && function.binding.is_plain(count)) {
@@ -69,40 +56,6 @@ PyObject* show(PyObject* self) {
   return PyUnicode_FromFormat("<function %U at %p>", as_function(self).qualified_name.get(), self);
 }
 
-PyObject* get_name(PyObject* self, void* /*closure*/) {
-  return share(as_function(self).name).release();
-}
-
-PyObject* get_qualified_name(PyObject* self, void* /*closure*/) {
-  return share(as_function(self).qualified_name).release();
-}
-
-PyObject* get_documentation(PyObject* self, void* /*closure*/) {
-  return PyUnicode_FromString(as_function(self).description.documentation);
-}
-
-PyObject* get_signature(PyObject* self, void* /*closure*/) {
-  return guard([&] { return as_function(self).binding.signature(); });
-}
-
-// The declared types as text; they are for readers and tools, and nothing enforces them.
-PyObject* get_annotations(PyObject* self, void* /*closure*/) {
-  return guard([&] {
-    const Description& description = as_function(self).description;
-    Mapping annotations;
-    for (const Parameter& parameter : description.parameters) {
-      if (*parameter.type == '\0') continue;
-      annotations.put(Name(parameter.name), Name(parameter.type));
-    }
-    annotations.put(Name("return"), Name(description.result));
-    return annotations.done();
-  });
-}
-
-PyObject* get_is_abstract(PyObject* self, void* /*closure*/) {
-  return boolean(as_function(self).description.is_abstract).release();
-}
-
 // A function is copied and pickled by its name, as functions are.
 PyObject* reduce(PyObject* self, PyObject* /*unused*/) {
   return share(as_function(self).qualified_name).release();
@@ -110,7 +63,10 @@ PyObject* reduce(PyObject* self, PyObject* /*unused*/) {
 
 int traverse(PyObject* self, visitproc visit, void* arg) {
   Py_VISIT(Py_TYPE(self));
-  Py_VISIT(as_function(self).module.get());
+  const Function& function = as_function(self);
+  Py_VISIT(function.module.get());
+  Py_VISIT(function.attributes);
+  Py_VISIT(function.documentation.get());
   return 0;
 }
 
@@ -120,6 +76,8 @@ int clear(PyObject* self) {
   function.vectorcall = refuse_call;
   function.state = nullptr;
   const Ref module = std::move(function.module);
+  function.documentation = none();
+  Py_CLEAR(function.attributes);
   return 0;
 }
 
@@ -128,9 +86,11 @@ void deallocate(PyObject* self) {
   Function& function = as_function(self);
   if (function.weak_references != nullptr) PyObject_ClearWeakRefs(self);
   PyTypeObject* type = Py_TYPE(self);
+  Py_CLEAR(function.attributes);
   function.module.~Ref();
   function.name.~Ref();
   function.qualified_name.~Ref();
+  function.documentation.~Ref();
   function.binding.~Binding();
   type->tp_free(self);
   Py_DECREF(type);
@@ -142,15 +102,8 @@ Ref make_function_type(Handle module) {
   static PyMemberDef members[] = {
       {"__vectorcalloffset__", T_PYSSIZET, offsetof(Function, vectorcall), READONLY, nullptr},
       {"__weaklistoffset__", T_PYSSIZET, offsetof(Function, weak_references), READONLY, nullptr},
+      {"__dictoffset__", T_PYSSIZET, offsetof(Function, attributes), READONLY, nullptr},
       {nullptr, 0, 0, 0, nullptr}};
-  static PyGetSetDef attributes[] = {
-      {"__name__", get_name, nullptr, nullptr, nullptr},
-      {"__qualname__", get_qualified_name, nullptr, nullptr, nullptr},
-      {"__doc__", get_documentation, nullptr, nullptr, nullptr},
-      {"__text_signature__", get_signature, nullptr, nullptr, nullptr},
-      {"__annotations__", get_annotations, nullptr, nullptr, nullptr},
-      {"__isabstractmethod__", get_is_abstract, nullptr, nullptr, nullptr},
-      {nullptr, nullptr, nullptr, nullptr, nullptr}};
   static PyMethodDef methods[] = {{"__reduce__", reduce, METH_NOARGS, nullptr},
                                   {nullptr, nullptr, 0, nullptr}};
   PyType_Slot slots[] = {{Py_tp_dealloc, reinterpret_cast<void*>(deallocate)},
@@ -160,7 +113,7 @@ Ref make_function_type(Handle module) {
                          {Py_tp_descr_get, reinterpret_cast<void*>(bind_to_object)},
                          {Py_tp_repr, reinterpret_cast<void*>(show)},
                          {Py_tp_members, members},
-                         {Py_tp_getset, attributes},
+                         {Py_tp_getset, function_attributes()},
                          {Py_tp_methods, methods},
                          {0, nullptr}};
   PyType_Spec spec{.name = "sembra.external.dsettlement._function",
@@ -176,6 +129,7 @@ Ref make_function_type(Handle module) {
 Ref make_function(Module& module, void* state, const Description& description, Handle owner) {
   Ref name = Ref::steal(PyUnicode_InternFromString(description.name));
   Ref qualified_name = text("{}.{}", {owner, name});
+  Ref documentation = Ref::steal(PyUnicode_FromString(description.documentation));
   Binding binding(module, description.parameters);
 
   auto* type = reinterpret_cast<PyTypeObject*>(static_cast<PyObject*>(module.function_type()));
@@ -187,6 +141,7 @@ Ref make_function(Module& module, void* state, const Description& description, H
   new (&function.module) Ref(share(module.object()));
   new (&function.name) Ref(std::move(name));
   new (&function.qualified_name) Ref(std::move(qualified_name));
+  new (&function.documentation) Ref(std::move(documentation));
   new (&function.binding) Binding(std::move(binding));
   return object;
 }
