@@ -29,7 +29,9 @@ namespace dsettlement {
 namespace {
 
 struct State {
-  explicit State(host::Handle object) : module(object) {
+  explicit State(host::Handle object) : module(object) {}
+
+  void define() {
     model::define_enumerations(module, model);
     model::define_vertical(module, model);
     soil::define_material(module, soil);
@@ -74,7 +76,10 @@ State*& state_of(PyObject* module) {
 
 int execute(PyObject* module) {
   try {
+    // The module owns the state before the first class is made, so that what has been made outlives
+    // a failure on the way.
     state_of(module) = std::make_unique<State>(module).release();
+    state_of(module)->define();
     return 0;
   } catch (...) {
     host::translate_current_exception();

@@ -17,10 +17,29 @@ Ref Global::now() const {
   raise(PyExc_NameError, text("name '{}' is not defined", {name_}));
 }
 
+namespace {
+
+// `from module import name`.
+Ref import_from(Handle module, Handle name) {
+  if (PyObject_HasAttr(module, name) != 0) return get(module, name);
+  const Ref module_name = Ref::steal(PyModule_GetNameObject(module));
+  PyObject* file = PyModule_GetFilenameObject(module);
+  if (file == nullptr) PyErr_Clear();
+  const Ref path = file == nullptr ? none() : Ref::steal(file);
+  const Ref message =
+      text("cannot import name {} from {} ({})",
+           {Ref::steal(PyObject_Repr(name)), Ref::steal(PyObject_Repr(module_name.get())),
+            file == nullptr ? Name("unknown location").get() : path.get()});
+  PyErr_SetImportError(message.get(), module_name.get(), path.get());
+  throw ErrorSet{};
+}
+
+}  // namespace
+
 Imported::Imported(Module& module, const char* source, const char* name)
     : Global(module, name), source_(module) {
   source_ = Ref::steal(PyImport_ImportModule(source));
-  Global::operator=(get(source_, name_));
+  Global::operator=(import_from(source_, name_));
 }
 
 Ref Imported::now() const {
