@@ -279,3 +279,20 @@ def test_generating_leaves_the_model_as_it_was(build_story: Factory, post: Any) 
     model.generate_input_file()
     assert vars(model) == before
     assert post.document == first
+
+
+def test_a_failure_of_the_service_keeps_what_the_caller_was_handling(
+    new_model_1d: Factory, post: Any
+) -> None:
+    def generate_while_handling() -> None:
+        try:
+            raise KeyError("before")
+        except KeyError:
+            new_model_1d().generate_input_file()
+
+    post.error = InternalError("down")
+    with pytest.raises(Exception, match=r"^Input file could not be generated") as caught:
+        generate_while_handling()
+    assert caught.value.__cause__ is post.error
+    assert caught.value.__context__ is post.error
+    assert isinstance(post.error.__context__, KeyError)

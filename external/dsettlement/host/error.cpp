@@ -41,6 +41,11 @@ void raise_made(Handle exception) {
   throw ErrorSet{};
 }
 
+void raise_again(Ref exception) {
+  PyErr_SetRaisedException(exception.release());
+  throw ErrorSet{};
+}
+
 namespace {
 
 [[noreturn]] void raise_handling(Handle type, Handle message, Handle handled, bool as_cause) {
@@ -49,7 +54,9 @@ namespace {
   // hides the context.
   PyException_SetContext(exception.get(), share(handled).release());
   PyException_SetCause(exception.get(), as_cause ? share(handled).release() : nullptr);
-  raise_made(exception);
+  // Not by way of raising, which would put an exception that the caller is handling in place of the
+  // context; that one is the context of `handled` already.
+  raise_again(exception);
 }
 
 }  // namespace
@@ -66,13 +73,24 @@ Ref take_error() {
   return Ref::steal(PyErr_GetRaisedException());
 }
 
-bool is_of_class(Handle exception, Handle type) {
-  return PyErr_GivenExceptionMatches(exception, type) != 0;
+namespace {
+
+bool can_be_caught(PyObject* type) {
+  if (PyTuple_Check(type) == 0) return PyExceptionClass_Check(type);
+  for (Py_ssize_t i = 0; i < PyTuple_GET_SIZE(type); ++i) {
+    if (!PyExceptionClass_Check(PyTuple_GET_ITEM(type, i))) return false;
+  }
+  return true;
 }
 
-void raise_again(Ref exception) {
-  PyErr_SetRaisedException(exception.release());
-  throw ErrorSet{};
+}  // namespace
+
+bool is_of_class(Handle exception, Handle type) {
+  if (!can_be_caught(type)) {
+    raise(PyExc_TypeError,
+          "catching classes that do not inherit from BaseException is not allowed");
+  }
+  return PyErr_GivenExceptionMatches(exception, type) != 0;
 }
 
 }  // namespace dsettlement::host
