@@ -1,6 +1,7 @@
 #include "analysis/analysis_job.hpp"
 
 #include "host/class_body.hpp"
+#include "host/unpack.hpp"
 
 namespace dsettlement::analysis {
 
@@ -31,8 +32,7 @@ Ref handle_execution_error(State& state, Arguments arguments) {
   const Ref unknown = Ref::steal(Py_BuildValue("(sO)", "", Py_None));
   const Ref known =
       host::call_method(state.toolkit.exception_map.now(), state.names.get, message, unknown);
-  const Ref text = host::item(known, 0);
-  const Ref type = host::item(known, 1);
+  const auto [text, type] = host::unpack<2>(known);
   if (type.get() != Py_None) host::raise_made(host::call(type, text));
   return host::none();
 }
@@ -72,11 +72,12 @@ Ref get_sld_file(State& state, Arguments arguments) {
   const auto [self, as_file] = arguments.first<2>();
   const State::Names& names = state.names;
   Ref file = host::call_with(host::get(self, names.get_output_file), {},
-                                   {{names.extension, names.sld}, {names.as_file, as_file}});
+                             {{names.extension, names.sld}, {names.as_file, as_file}});
   if (!host::is_true(file)) host::raise(PyExc_ValueError, "sld file could not be obtained.");
   if (host::is_true(as_file)) return file;
+  const Ref make_stream = state.toolkit.string_io.now();
   const Ref bytes = host::call_method(file, names.getvalue);
-  return host::call(state.toolkit.string_io.now(), host::call_method(bytes, names.decode));
+  return host::call(make_stream, host::call_method(bytes, names.decode));
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ Ref init(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Py_ssize_t count = host::length(curves);
   for (Py_ssize_t i = 0; i < count - 1; ++i) {
-    const auto [curve, next_curve] = host::unpack_two(host::slice(curves, i, i + 2));
+    const auto [curve, next_curve] = host::unpack<2>(host::slice(curves, i, i + 2));
     if (state.has_assertions &&
         !host::compare(host::get(curve, names.p2), Py_EQ, host::get(next_curve, names.p1))) {
       host::raise(PyExc_AssertionError, "Curves must be connected");

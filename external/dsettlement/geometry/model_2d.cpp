@@ -56,7 +56,7 @@ void register_bottom(const State& state, Handle self, Handle boundary_bottom) {
   const State::Names& names = state.names;
   host::List points;
   host::for_each(boundary_bottom, [&](const Ref& point) {
-    const auto [x, y] = host::unpack_two(point);
+    const auto [x, y] = host::unpack<2>(point);
     points.append(host::call_method(self, names.create_point, x, y));
   });
   host::call_method(self, names.create_boundary, points.done());

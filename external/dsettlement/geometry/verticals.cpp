@@ -18,7 +18,7 @@ namespace {
 constexpr Parameter parameters[] = {host::self, {"x", "float"}};
 
 void check_limits(const State& state, Handle limits, Handle x) {
-  const auto [left, right] = host::unpack_two(limits);
+  const auto [left, right] = host::unpack<2>(limits);
   const Handle model_error = state.toolkit.model_error.original();
   if (host::compare(x, Py_LT, left)) {
     host::raise(model_error, host::text("Vertical with x-coordinate {} is smaller than left limit "

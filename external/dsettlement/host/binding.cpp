@@ -14,6 +14,11 @@ Binding::Binding(Module& module, std::span<const Parameter> parameters) {
     const std::size_t index = names_.size();
     names_.push_back(Ref::steal(PyUnicode_InternFromString(parameter.name)));
     defaults_.push_back(module.constant(parameter.value));
+    const bool is_named = parameter.passing == Passing::by_position_or_keyword ||
+                          parameter.passing == Passing::by_keyword;
+    if (is_named && (rest_ != absent || keyword_rest_ != absent)) {
+      raise(PyExc_SystemError, "parameters that collect the rest of a call come last in a table");
+    }
     switch (parameter.passing) {
       case Passing::by_position_or_keyword:
         positional_ = named_ = index + 1;

@@ -40,6 +40,10 @@ Ref call_with(Handle callable, std::initializer_list<Handle> positional,
 }
 
 Ref super(Handle type, Handle object, Handle name) {
+  // super(type, None) would be an unbound super, which no operation means.
+  if (object == Py_None) {
+    raise(PyExc_TypeError, "super(type, obj): obj must be an instance or subtype of type");
+  }
   return get(call(reinterpret_cast<PyObject*>(&PySuper_Type), type, object), name);
 }
 

@@ -25,27 +25,28 @@ Ref next(Handle iterator) {
   return Ref::steal(element);
 }
 
-Ref demand(Handle iterator, int position) {
-  Ref element = next(iterator);
-  if (!element) {
-    PyErr_Format(PyExc_ValueError, "not enough values to unpack (expected 2, got %d)", position);
-    throw ErrorSet{};
-  }
-  return element;
-}
-
 }  // namespace
 
-Pair unpack_two(Handle iterable) {
-  if (PyObject* pair = iterable; PyTuple_CheckExact(pair) != 0 && PyTuple_GET_SIZE(pair) == 2) {
-    return {share(PyTuple_GET_ITEM(pair, 0)), share(PyTuple_GET_ITEM(pair, 1))};
+void unpack_into(Handle iterable, std::span<Ref> places) {
+  const auto count = static_cast<Py_ssize_t>(places.size());
+  if (PyObject* tuple = iterable;
+      PyTuple_CheckExact(tuple) != 0 && PyTuple_GET_SIZE(tuple) == count) {
+    for (Py_ssize_t i = 0; i < count; ++i) {
+      places[static_cast<std::size_t>(i)] = share(PyTuple_GET_ITEM(tuple, i));
+    }
+    return;
   }
   const Ref iterator = iterator_of(iterable);
-  Pair pair;
-  pair.first = demand(iterator, 0);
-  pair.second = demand(iterator, 1);
-  if (next(iterator)) raise(PyExc_ValueError, "too many values to unpack (expected 2)");
-  return pair;
+  for (std::size_t i = 0; i < places.size(); ++i) {
+    places[i] = next(iterator);
+    if (places[i]) continue;
+    PyErr_Format(PyExc_ValueError, "not enough values to unpack (expected %zd, got %zu)", count, i);
+    throw ErrorSet{};
+  }
+  if (next(iterator)) {
+    PyErr_Format(PyExc_ValueError, "too many values to unpack (expected %zd)", count);
+    throw ErrorSet{};
+  }
 }
 
 }  // namespace dsettlement::host

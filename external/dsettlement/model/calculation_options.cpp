@@ -1,6 +1,7 @@
 #include "model/calculation_options.hpp"
 
 #include "host/containers.hpp"
+#include "host/unpack.hpp"
 
 namespace dsettlement::model {
 
@@ -70,10 +71,9 @@ void enter_default_materials(State& state, Handle self) {
   const State::Names& names = state.names;
   const Ref defaults = host::get(self, names.default_materials);
   host::for_each_item(defaults, [&](Handle name, Handle material) {
-    const Ref create = host::get(self, names.create_material);
-    static_cast<void>(host::call_with(create,
-                                      {name, host::item(material, 0), host::item(material, 1)},
-                                      {{names.color, host::item(material, 2)}}));
+    const auto [gam_dry, gam_wet, color] = host::unpack<3>(material);
+    static_cast<void>(host::call_with(host::get(self, names.create_material),
+                                      {name, gam_dry, gam_wet}, {{names.color, color}}));
   });
 }
 

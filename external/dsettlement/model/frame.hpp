@@ -7,7 +7,6 @@
 
 namespace dsettlement::model {
 
-void define_model(host::Module& module, State& state, soil::State& soil,
-                  analysis::State& analysis);
+void define_model(host::Module& module, State& state, soil::State& soil, analysis::State& analysis);
 
 }  // namespace dsettlement::model

@@ -29,7 +29,7 @@ constexpr Parameter parameters[] = {host::self,
 void check_ascending(const State& state, Handle points) {
   Py_ssize_t position = 0;
   host::for_each(host::slice_from(points, 1), [&](const Ref& point) {
-    const Ref x = host::unpack_two(point).first;
+    const Ref x = host::unpack<2>(point)[0];
     const Ref before = host::item(host::item(points, position++), 0);
     if (host::compare(x, Py_LT, before)) {
       host::raise(state.toolkit.model_error.original(),
