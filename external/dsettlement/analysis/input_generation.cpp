@@ -69,7 +69,8 @@ Ref make_file(State& state, Arguments arguments) {
   if (host::is_true(as_file)) {
     return host::call_method(state.toolkit.file.now(), names.from_data, text);
   }
-  return host::call(state.toolkit.bytes_io.now(), host::call_method(text, names.encode));
+  const Ref make_stream = state.toolkit.bytes_io.now();
+  return host::call(make_stream, host::call_method(text, names.encode));
 }
 
 }  // namespace

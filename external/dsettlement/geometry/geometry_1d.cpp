@@ -28,7 +28,11 @@ void check_layers(const State& state, Handle bottom_level, Handle layers) {
   long position = 0;
   host::for_each(layers, [&](const Ref& layer) {
     ++position;
-    if (above && host::compare(top_of(layer), Py_GE, top_of(above))) {
+    const auto is_below = [&] {
+      const Ref top = top_of(layer);
+      return !host::compare(top, Py_GE, top_of(above));
+    };
+    if (above && !is_below()) {
       host::raise(model_error,
                   host::text("Each layer should have a top level lower than the layer above it "
                              "(layer {})",

@@ -17,11 +17,7 @@ constexpr long largest_underpressure = 100000;
 
 class Checks {
  public:
-  Checks(const State& state, const DrainValues& drain) : state_(state), drain_(drain) {
-    const Ref types = state.drain_type.now();
-    is_strip_ = is_type(types, state.names.strip);
-    is_sand_wall_ = is_type(types, state.names.sand_wall);
-  }
+  Checks(const State& state, const DrainValues& drain) : state_(state), drain_(drain) {}
 
   void run() const {
     check_shape();
@@ -40,27 +36,32 @@ class Checks {
   }
 
  private:
-  [[nodiscard]] bool is_type(Handle types, const host::Name& member) const {
-    return host::compare(drain_.drain_type, Py_EQ, host::get(types, member));
+  // Asked anew for each rule, since the type may be any object with an equality of its own.
+  [[nodiscard]] bool type_compares(int operation, const host::Name& member) const {
+    const Ref type = host::get(state_.drain_type.now(), member);
+    return host::compare(drain_.drain_type, operation, type);
   }
+  [[nodiscard]] bool is_strip() const { return type_compares(Py_EQ, state_.names.strip); }
+  [[nodiscard]] bool is_sand_wall() const { return type_compares(Py_EQ, state_.names.sand_wall); }
 
   void demand(bool holds, const char* message, std::initializer_list<Handle> values = {}) const {
     if (!holds) host::raise(state_.toolkit.model_error.original(), host::text(message, values));
   }
 
   void check_shape() const {
-    if (is_strip_) {
+    if (is_strip()) {
       demand(host::is_true(drain_.thickness),
              "'thickness' must be set for vertical drain of type '{}'", {drain_.drain_type});
       // The message shows the distance and not the thickness; callers know it so.
       demand(host::between(least_size, drain_.thickness, largest_size),
              "'thickness' must be between 0.001 and 1000 ({})", {drain_.center_to_center});
     }
-    if (is_sand_wall_) {
+    if (is_sand_wall()) {
       demand(!host::is_true(drain_.schedule) || drain_.position_drain != Py_None,
              "'position_drain' must be set for vertical drain of type '{}' with schedule",
              {drain_.drain_type});
-    } else {
+    }
+    if (type_compares(Py_NE, state_.names.sand_wall)) {
       demand(host::is_true(drain_.grid), "'grid' must be set for vertical drain of type '{}'",
              {drain_.drain_type});
     }
@@ -76,18 +77,22 @@ class Checks {
 
   void check_simple_schedule() const {
     const State::Names& names = state_.names;
-    const auto value = [&](const host::Name& name) { return host::get(drain_.schedule, name); };
-    demand(host::between(0L, value(names.begin_time), largest_time),
-           "'schedule.begin_time' must be between 0 and 100000 ({})", {value(names.begin_time)});
-    demand(host::between(0L, value(names.end_time), largest_time),
-           "'schedule.end_time' must be between 0 and 100000 ({})", {value(names.end_time)});
-    demand(host::between(0L, value(names.underpressure), largest_underpressure),
-           "'schedule.underpressure' must be between 0 and 100000 ({})",
-           {value(names.underpressure)});
-    demand(host::between(-dewatering_limit(), value(names.dewatering), dewatering_limit()),
-           "'schedule.dewatering_head_or_pressure' must be between {} and {} ({})",
-           {host::integer(-dewatering_limit()), host::integer(dewatering_limit()),
-            value(names.dewatering)});
+    check_of_schedule(names.begin_time, 0, largest_time,
+                      "'schedule.begin_time' must be between {} and {} ({})");
+    check_of_schedule(names.end_time, 0, largest_time,
+                      "'schedule.end_time' must be between {} and {} ({})");
+    check_of_schedule(names.underpressure, 0, largest_underpressure,
+                      "'schedule.underpressure' must be between {} and {} ({})");
+    const long limit = dewatering_limit(is_sand_wall());
+    check_of_schedule(names.dewatering, -limit, limit,
+                      "'schedule.dewatering_head_or_pressure' must be between {} and {} ({})");
+  }
+
+  void check_of_schedule(const host::Name& name, long lower, long upper,
+                         const char* message) const {
+    if (host::between(lower, host::get(drain_.schedule, name), upper)) return;
+    demand(false, message,
+           {host::integer(lower), host::integer(upper), host::get(drain_.schedule, name)});
   }
 
   void check_detailed_schedule() const {
@@ -96,11 +101,13 @@ class Checks {
     demand(all_entries_between(1, 0, largest_underpressure),
            "Second entry (underpressure) of all entries in 'schedule' must be between 0 and "
            "100000");
+    const bool has_tube = is_sand_wall();
+    const long limit = dewatering_limit(has_tube);
     const Ref quantity =
-        Ref::steal(PyUnicode_FromString(is_sand_wall_ ? "tube pressure" : "water head"));
-    demand(all_entries_between(2, -dewatering_limit(), dewatering_limit()),
+        Ref::steal(PyUnicode_FromString(has_tube ? "tube pressure" : "water head"));
+    demand(all_entries_between(2, -limit, limit),
            "Third entry ({}) of all entries in 'schedule' must be between {} and {}",
-           {quantity, host::integer(-dewatering_limit()), host::integer(dewatering_limit())});
+           {quantity, host::integer(-limit), host::integer(limit)});
   }
 
   [[nodiscard]] bool all_entries_between(Py_ssize_t place, long lower, long upper) const {
@@ -112,13 +119,11 @@ class Checks {
     return all;
   }
 
-  // A tube pressure [kPa] for a sand wall, a water head [m] for the others.
-  [[nodiscard]] long dewatering_limit() const { return is_sand_wall_ ? 10000 : 100000; }
+  // A tube pressure [kPa] in a sand wall, a water head [m] in the others.
+  static constexpr long dewatering_limit(bool has_tube) { return has_tube ? 10000 : 100000; }
 
   const State& state_;
   const DrainValues& drain_;
-  bool is_strip_ = false;
-  bool is_sand_wall_ = false;
 };
 
 }  // namespace

@@ -11,26 +11,34 @@ using host::Ref;
 
 namespace {
 
-void check_range(const State& state, Handle limits, Handle value, const char* message) {
-  if (host::compare(host::item(limits, 0), Py_LE, value) &&
-      host::compare(value, Py_LE, host::item(limits, 1))) {
+// The values are read in the order in which they are compared, from the lower bound on.
+void check_range(const State& state, Handle limits, Handle drain, const host::Name& position,
+                 const char* message) {
+  const Ref lower = host::item(limits, 0);
+  const Ref value = host::get(drain, position);
+  if (host::compare(lower, Py_LE, value) && host::compare(value, Py_LE, host::item(limits, 1))) {
     return;
   }
   host::raise(state.toolkit.model_error.original(),
-              host::text(message, {value, host::item(limits, 0), host::item(limits, 1)}));
+              host::text(message, {host::get(drain, position), host::item(limits, 0),
+                                   host::item(limits, 1)}));
 }
 
 // The levels are properties of the concrete model, which may look them up in its geometry or
 // refuse.
-void check_level(const State& state, Handle model, Handle value, const char* message) {
+void check_level(const State& state, Handle model, Handle drain, const host::Name& position,
+                 const char* message) {
   const State::Names& names = state.names;
-  if (host::compare(host::get(model, names.min_vertical_drains), Py_LE, value) &&
+  const Ref lowest = host::get(model, names.min_vertical_drains);
+  const Ref value = host::get(drain, position);
+  if (host::compare(lowest, Py_LE, value) &&
       host::compare(value, Py_LE, host::get(model, names.max_vertical_drains))) {
     return;
   }
-  host::raise(state.toolkit.model_error.original(),
-              host::text(message, {value, host::get(model, names.min_vertical_drains),
-                                   host::get(model, names.max_vertical_drains)}));
+  host::raise(
+      state.toolkit.model_error.original(),
+      host::text(message, {host::get(drain, position), host::get(model, names.min_vertical_drains),
+                           host::get(model, names.max_vertical_drains)}));
 }
 
 Ref check_drains(State& state, Arguments arguments) {
@@ -38,18 +46,17 @@ Ref check_drains(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   if (!host::is_true(host::get(self, names.has_vertical_drains))) return host::none();
 
-  const Ref drain = host::get(self, names.vertical_drain);
   const Ref limits = host::get(self, names.limits);
-  check_range(state, limits, host::get(drain, names.range_to),
+  const Ref drain = host::get(self, names.vertical_drain);
+  check_range(state, limits, drain, names.range_to,
               "Vertical drains 'range_to' ({}) must be between model limits ({} - {})");
-  check_range(state, limits, host::get(drain, names.range_from),
+  check_range(state, limits, drain, names.range_from,
               "Vertical drains 'range_from' ({}) must be between model limits ({} - {})");
-  check_level(state, self, host::get(drain, names.bottom_position),
+  check_level(state, self, drain, names.bottom_position,
               "Vertical drains 'bottom_position' ({}) must be between top and bottom limits "
               "({} - {})");
-  const Ref position = host::get(drain, names.position_drain);
-  if (position.get() != Py_None) {
-    check_level(state, self, position,
+  if (host::get(drain, names.position_drain).get() != Py_None) {
+    check_level(state, self, drain, names.position_drain,
                 "Vertical drains 'position_drain' ({}) must be between top and bottom limits "
                 "({} - {})");
   }

@@ -53,17 +53,17 @@ Ref serialize(State& state, Arguments arguments) {
 
 }  // namespace
 
-Ref make_material(State& state, Handle gam_dry, Handle gam_wet, Handle color, Ref parameters) {
+Ref make_material(State& state, Handle gam_dry, Handle gam_wet, Handle color, Handle parameters) {
   const Ref type = state.material.now();
   if (state.material_constructor.is_still_that_of(type)) {
     Ref material = host::allocate(type);
     fill(state, material, gam_dry, gam_wet, color, parameters);
     return material;
   }
-  host::check(PyDict_SetItem(parameters.get(), Handle(state.names.color), color));
   const Ref positional =
       Ref::steal(PyTuple_Pack(2, static_cast<PyObject*>(gam_dry), static_cast<PyObject*>(gam_wet)));
-  return Ref::steal(PyObject_Call(type.get(), positional.get(), parameters.get()));
+  const Ref keywords = host::Mapping().put(state.names.color, color).update(parameters).done();
+  return Ref::steal(PyObject_Call(type.get(), positional.get(), keywords.get()));
 }
 
 void define_material(host::Module& module, State& state) {

@@ -8,7 +8,7 @@ namespace dsettlement::soil {
 // _Material(gam_dry, gam_wet, color=color, **parameters). The mapping of parameters is the object's
 // own from here on.
 [[nodiscard]] host::Ref make_material(State& state, host::Handle gam_dry, host::Handle gam_wet,
-                                      host::Handle color, host::Ref parameters);
+                                      host::Handle color, host::Handle parameters);
 
 void define_material(host::Module& module, State& state);
 

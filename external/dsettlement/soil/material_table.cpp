@@ -46,13 +46,13 @@ Ref enter_material(State& state, Arguments arguments) {
 
   // Most parameters are left to their defaults, so a copy of those and the few that differ is
   // quicker than entering them one by one.
-  Ref soil_parameters = Ref::steal(PyDict_Copy(state.default_vocabulary.get()));
+  const Ref soil_parameters = Ref::steal(PyDict_Copy(state.default_vocabulary.get()));
   for (std::size_t i = 0; i < vocabulary.size(); ++i) {
     const host::Handle value = arguments[first_of_vocabulary + i];
     if (value == state.vocabulary_defaults[i].get()) continue;
     host::check(PyDict_SetItem(soil_parameters.get(), state.vocabulary_keys[i].get(), value));
   }
-  const Ref material = make_material(state, gam_dry, gam_wet, color, std::move(soil_parameters));
+  const Ref material = make_material(state, gam_dry, gam_wet, color, soil_parameters);
   host::check(PyObject_SetItem(host::get(self, names.materials).get(), name, material.get()));
   return host::none();
 }
