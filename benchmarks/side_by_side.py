@@ -1,7 +1,7 @@
 """Two ways of doing the same, timed in turn in one run.
 
-The machine's speed drifts, so a figure counts only as the ratio of neighbours: each round times both
-ways one behind the other, and the median of the rounds' ratios is what is reported.
+The machine's speed drifts, so a figure counts only as the ratio of neighbours: each round times
+both ways one behind the other, and the median of the rounds' ratios is what is reported.
 """
 
 from __future__ import annotations
