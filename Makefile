@@ -47,7 +47,7 @@ lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type c
 	printf '%s\n' $(filter %.cpp,$(CXX_FILES)) | \
 	  xargs -P $(JOBS) -n 1 $(BIN)/clang-tidy -p build/lint --quiet
 
-demo: $(BUILT) $(STAMPS)/demo  ## tell the usage story, with files and pictures in demo/
+demo: $(BUILT) $(STAMPS)/demo  ## tell the usage stories, with files and pictures in demo/
 	$(BIN)/python -m examples.showcase demo
 
 bench: $(BUILT) $(STAMPS)/bench  ## measure against the plain-Python equivalents, as ratios with their bounds
