@@ -2,17 +2,16 @@
 
 #include "host/class_body.hpp"
 #include "host/text.hpp"
+#include "model/options.hpp"
 
 namespace dsettlement::geometry {
 
 using host::Arguments;
-using host::flag;
 using host::Handle;
-using host::keyword_only;
 using host::no_object;
-using host::number;
 using host::Parameter;
 using host::Ref;
+namespace options = model::options;
 
 namespace {
 
@@ -20,39 +19,27 @@ constexpr long one_dimensional = 0;
 
 constexpr Parameter init_parameters[] = {
     host::self,
-    {"calculation_model", "CalculationModel"},
-    {"consolidation_model", "ConsolidationModel"},
-    {"create_default_materials", "bool", flag(true)},
-    keyword_only("natural_strain", "bool", flag(false)),
-    keyword_only("water_unit_weight", "float", number(9.81)),
-    keyword_only("verticals_discretization", "int", number(100)),
-    keyword_only("verticals_z_coordinate", "float", number(0.0)),
-    keyword_only("maintain_profile", "bool", flag(false)),
-    keyword_only("profile_unit_weight_above_phreatic_level", "float", number(10.0)),
-    keyword_only("profile_unit_weight_below_phreatic_level", "float", number(10.0)),
-    keyword_only("end_of_settlement_calculation", "int", number(10000)),
-    keyword_only("vertical_drain", "VerticalDrain", no_object),
+    options::calculation_model,
+    options::consolidation_model,
+    options::create_default_materials,
+    options::natural_strain,
+    options::water_unit_weight,
+    options::verticals_discretization,
+    options::verticals_z_coordinate,
+    options::maintain_profile,
+    options::profile_unit_weight_above_phreatic_level,
+    options::profile_unit_weight_below_phreatic_level,
+    options::end_of_settlement_calculation,
+    options::vertical_drain,
 };
 
 Ref init(State& state, Arguments arguments) {
-  const auto [self, calculation_model, consolidation_model, create_default_materials,
-              natural_strain, water_unit_weight, verticals_discretization, verticals_z_coordinate,
-              maintain_profile, profile_unit_weight_above, profile_unit_weight_below,
-              end_of_settlement_calculation, vertical_drain] =
-      arguments.first<std::size(init_parameters)>();
+  const auto [self, calculation_model, consolidation_model, create_default_materials] =
+      arguments.first<4>();
   const State::Names& names = state.names;
-  static_cast<void>(
-      host::call_with(host::super(state.model_1d.original(), self, names.init),
-                      {calculation_model, consolidation_model, create_default_materials},
-                      {{names.natural_strain, natural_strain},
-                       {names.water_unit_weight, water_unit_weight},
-                       {names.verticals_discretization, verticals_discretization},
-                       {names.verticals_z_coordinate, verticals_z_coordinate},
-                       {names.maintain_profile, maintain_profile},
-                       {names.profile_unit_weight_above, profile_unit_weight_above},
-                       {names.profile_unit_weight_below, profile_unit_weight_below},
-                       {names.end_of_settlement_calculation, end_of_settlement_calculation},
-                       {names.vertical_drain, vertical_drain}}));
+  options::hand_on(host::super(state.model_1d.original(), self, names.init),
+                   {calculation_model, consolidation_model, create_default_materials},
+                   init_parameters, arguments);
 
   host::List layers;
   layers.append(Ref::steal(PyTuple_Pack(2, host::real(0.0).get(), names.undetermined.get())));

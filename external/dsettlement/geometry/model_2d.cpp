@@ -8,39 +8,37 @@
 #include "geometry/verticals.hpp"
 #include "host/class_body.hpp"
 #include "host/unpack.hpp"
+#include "model/options.hpp"
 #include "soil/non_uniform_load.hpp"
 
 namespace dsettlement::geometry {
 
 using host::Arguments;
-using host::flag;
 using host::Handle;
-using host::keyword_only;
-using host::no_object;
-using host::number;
 using host::Parameter;
 using host::Ref;
+namespace options = model::options;
 
 namespace {
 
 constexpr Parameter init_parameters[] = {
     host::self,
-    {"calculation_model", "CalculationModel"},
-    {"consolidation_model", "ConsolidationModel"},
+    options::calculation_model,
+    options::consolidation_model,
     {"boundary_bottom", "list[tuple[float, float]]"},
-    {"create_default_materials", "bool", flag(true)},
-    keyword_only("natural_strain", "bool", flag(false)),
-    keyword_only("limits", "tuple[float, float]", host::pair(0.0, 100.0)),
-    keyword_only("water_unit_weight", "float", number(9.81)),
-    keyword_only("verticals_discretization", "int", number(100)),
-    keyword_only("verticals_z_coordinate", "float", number(0.0)),
-    keyword_only("maintain_profile", "bool", flag(false)),
-    keyword_only("profile_time", "int", number(0)),
-    keyword_only("profile_unit_weight_above_phreatic_level", "float", number(10.0)),
-    keyword_only("profile_unit_weight_below_phreatic_level", "float", number(10.0)),
-    keyword_only("end_of_settlement_calculation", "int", number(10000)),
-    keyword_only("stress_distribution_loads", "bool", flag(false)),
-    keyword_only("vertical_drain", "VerticalDrain", no_object),
+    options::create_default_materials,
+    options::natural_strain,
+    options::limits,
+    options::water_unit_weight,
+    options::verticals_discretization,
+    options::verticals_z_coordinate,
+    options::maintain_profile,
+    options::profile_time,
+    options::profile_unit_weight_above_phreatic_level,
+    options::profile_unit_weight_below_phreatic_level,
+    options::end_of_settlement_calculation,
+    options::stress_distribution_loads,
+    options::vertical_drain,
 };
 
 void make_containers(const State& state, Handle self) {
@@ -64,27 +62,10 @@ void register_bottom(const State& state, Handle self, Handle boundary_bottom) {
 
 Ref init(State& state, Arguments arguments) {
   const auto [self, calculation_model, consolidation_model, boundary_bottom,
-              create_default_materials, natural_strain, limits, water_unit_weight,
-              verticals_discretization, verticals_z_coordinate, maintain_profile, profile_time,
-              profile_unit_weight_above, profile_unit_weight_below, end_of_settlement_calculation,
-              stress_distribution_loads, vertical_drain] =
-      arguments.first<std::size(init_parameters)>();
-  const State::Names& names = state.names;
-  static_cast<void>(
-      host::call_with(host::super(state.model_2d.original(), self, names.init),
-                      {calculation_model, consolidation_model, create_default_materials},
-                      {{names.natural_strain, natural_strain},
-                       {names.limits_option, limits},
-                       {names.water_unit_weight, water_unit_weight},
-                       {names.verticals_discretization, verticals_discretization},
-                       {names.verticals_z_coordinate, verticals_z_coordinate},
-                       {names.maintain_profile, maintain_profile},
-                       {names.profile_time, profile_time},
-                       {names.profile_unit_weight_above, profile_unit_weight_above},
-                       {names.profile_unit_weight_below, profile_unit_weight_below},
-                       {names.end_of_settlement_calculation, end_of_settlement_calculation},
-                       {names.stress_distribution_loads, stress_distribution_loads},
-                       {names.vertical_drain, vertical_drain}}));
+              create_default_materials] = arguments.first<5>();
+  options::hand_on(host::super(state.model_2d.original(), self, state.names.init),
+                   {calculation_model, consolidation_model, create_default_materials},
+                   init_parameters, arguments);
   make_containers(state, self);
   register_bottom(state, self, boundary_bottom);
   return host::none();

@@ -154,20 +154,6 @@ struct State {
     host::Name phreatic_line{"phreatic_line"};
     host::Name pl_top{"pl_top"};
     host::Name pl_bottom{"pl_bottom"};
-
-    // Options that a concrete model hands on.
-    host::Name natural_strain{"natural_strain"};
-    host::Name limits_option{"limits"};
-    host::Name profile_time{"profile_time"};
-    host::Name stress_distribution_loads{"stress_distribution_loads"};
-    host::Name water_unit_weight{"water_unit_weight"};
-    host::Name verticals_discretization{"verticals_discretization"};
-    host::Name verticals_z_coordinate{"verticals_z_coordinate"};
-    host::Name maintain_profile{"maintain_profile"};
-    host::Name profile_unit_weight_above{"profile_unit_weight_above_phreatic_level"};
-    host::Name profile_unit_weight_below{"profile_unit_weight_below_phreatic_level"};
-    host::Name end_of_settlement_calculation{"end_of_settlement_calculation"};
-    host::Name vertical_drain{"vertical_drain"};
   } names;
 };
 

@@ -25,7 +25,7 @@ bool between(double lower, Handle value, long upper) {
 }
 
 Ref call_with(Handle callable, std::initializer_list<Handle> positional,
-              std::initializer_list<Keyword> keywords) {
+              std::span<const Keyword> keywords) {
   std::vector<PyObject*> stack{nullptr};
   stack.reserve(1 + positional.size() + keywords.size());
   for (const Handle argument : positional) stack.push_back(argument);

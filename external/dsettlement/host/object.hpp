@@ -5,6 +5,7 @@
 
 #include <array>
 #include <initializer_list>
+#include <span>
 
 #include "host/ref.hpp"
 
@@ -85,7 +86,11 @@ struct Keyword {
 
 // callable(*positional, **keywords)
 [[nodiscard]] Ref call_with(Handle callable, std::initializer_list<Handle> positional,
-                            std::initializer_list<Keyword> keywords);
+                            std::span<const Keyword> keywords);
+[[nodiscard]] inline Ref call_with(Handle callable, std::initializer_list<Handle> positional,
+                                   std::initializer_list<Keyword> keywords) {
+  return call_with(callable, positional, std::span(keywords.begin(), keywords.size()));
+}
 
 // super(type, object).name, for an operation that runs the one it overrides first.
 [[nodiscard]] Ref super(Handle type, Handle object, Handle name);

@@ -2,6 +2,7 @@
 
 #include "host/containers.hpp"
 #include "host/unpack.hpp"
+#include "model/options.hpp"
 
 namespace dsettlement::model {
 
@@ -9,8 +10,6 @@ using host::Arguments;
 using host::flag;
 using host::Handle;
 using host::keyword_only;
-using host::no_object;
-using host::number;
 using host::Parameter;
 using host::Ref;
 
@@ -18,24 +17,24 @@ namespace {
 
 constexpr Parameter parameters[] = {
     host::self,
-    {"calculation_model", "CalculationModel"},
-    {"consolidation_model", "ConsolidationModel"},
-    {"create_default_materials", "bool", flag(true)},
-    keyword_only("natural_strain", "bool", flag(false)),
+    options::calculation_model,
+    options::consolidation_model,
+    options::create_default_materials,
+    options::natural_strain,
     keyword_only("reliability_analysis", "bool", flag(false)),
     keyword_only("fit_for_settlement_plate", "bool", flag(false)),
     keyword_only("horizontal_displacements", "bool", flag(false)),
-    keyword_only("limits", "tuple[float, float]", host::pair(0.0, 100.0)),
-    keyword_only("water_unit_weight", "float", number(9.81)),
-    keyword_only("verticals_discretization", "int", number(100)),
-    keyword_only("verticals_z_coordinate", "float", number(0.0)),
-    keyword_only("maintain_profile", "bool", flag(false)),
-    keyword_only("profile_time", "int", number(0)),
-    keyword_only("profile_unit_weight_above_phreatic_level", "float", number(10.0)),
-    keyword_only("profile_unit_weight_below_phreatic_level", "float", number(10.0)),
-    keyword_only("end_of_settlement_calculation", "int", number(10000)),
-    keyword_only("stress_distribution_loads", "bool", flag(false)),
-    keyword_only("vertical_drain", "VerticalDrain", no_object),
+    options::limits,
+    options::water_unit_weight,
+    options::verticals_discretization,
+    options::verticals_z_coordinate,
+    options::maintain_profile,
+    options::profile_time,
+    options::profile_unit_weight_above_phreatic_level,
+    options::profile_unit_weight_below_phreatic_level,
+    options::end_of_settlement_calculation,
+    options::stress_distribution_loads,
+    options::vertical_drain,
 };
 
 // Only NEN-Koppejan leaves the choice of strain to the caller. The lookup is what refuses a
