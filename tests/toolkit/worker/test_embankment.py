@@ -29,8 +29,7 @@ def embankment(
 
 
 def share(distribution: Distribution, left: float, right: float, depth: float) -> float:
-    arguments = (np.array([value]) for value in (left, right, depth))
-    return float(strip_share(distribution, *arguments)[0])
+    return float(strip_share(distribution, np.array([left]), np.array([right]), depth)[0])
 
 
 # Stress below the middle of a strip against depth over width, as tabulated for Boussinesq.
@@ -104,6 +103,25 @@ def test_no_stress_above_the_surface_below_the_load() -> None:
     assert load.stress(20.0, np.array([-3.1]))[0] > 50
 
 
+@pytest.mark.parametrize("slope", [-0.5, 0.003, 0.05, 0.2])
+@pytest.mark.parametrize("x", [50.0, 50.3])
+def test_on_a_slope_an_even_load_gives_all_of_its_weight(slope: float, x: float) -> None:
+    surface = Polyline(((0.0, 0.0), (100.0, -100.0 * slope)))
+    water = Polyline(((0.0, -200.0), (100.0, -200.0)))
+    (load,) = strip_loads(
+        [embankment((0.0, 2.0), (100.0, 2.0 - 100.0 * slope))], site(water, surface)
+    )
+    depths = np.array([1e-5, 0.1, 1.0, 5.0])
+    assert load.stress(x, surface.level(x) - depths) == pytest.approx([36.0] * 4, abs=0.02)
+
+
+def test_beside_a_load_on_higher_ground_the_surface_stays_free_of_stress() -> None:
+    surface = Polyline(((0.0, 0.0), (50.0, 0.0), (50.0, -4.0), (100.0, -4.0)))
+    (load,) = strip_loads([embankment((30.0, 0.0), (30.0, 2.0), (49.0, 2.0))], site(DEEP, surface))
+    assert load.stress(52.0, np.array([-4.0 - 1e-5])) == pytest.approx([0.0], abs=1e-6)
+    assert load.stress(52.0, np.array([-9.0]))[0] > 1.0
+
+
 def test_a_load_below_the_ground_is_refused() -> None:
     with pytest.raises(WorkerError, match=r'"Dike" lies below the ground .* at x = 19.75 m'):
         strip_loads([embankment((10.0, 0.0), (20.0, -1.0), (30.0, 0.0))], site())
@@ -149,6 +167,17 @@ def test_a_wide_load_settles_like_a_uniform_one() -> None:
     wide = settlements(with_embankment(without_uniform_load(two_dimensional())))
     assert wide[-1][-1] == pytest.approx(uniform[-1][-1], rel=1e-3)
     assert wide[-1][-1] < uniform[-1][-1]
+
+
+def test_a_wide_load_on_a_slope_settles_like_one_on_level_ground() -> None:
+    level = with_embankment(without_uniform_load(two_dimensional()))
+    slope = level.replace("  2        100.000          0.000", "  2        100.000         -5.000")
+    slope = slope.replace("  4        100.000         -4.000", "  4        100.000         -9.000")
+    slope = slope.replace("     100.000        2.000 = X", "     100.000       -3.000 = X")
+    slope = slope.replace("     100.000        0.000 = X", "     100.000       -5.000 = X")
+    found, expected = (verticals(calculated(text)) for text in (slope, level))
+    for ours, theirs in zip(found, expected, strict=True):
+        assert ours["per_load"][-1][-1] == pytest.approx(theirs["per_load"][-1][-1], abs=1e-6)
 
 
 def test_a_temporary_load_leaves_less() -> None:

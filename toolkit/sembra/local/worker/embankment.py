@@ -1,4 +1,8 @@
-"""Non-uniform loads: embankments of any shape, cut into upright strips of uniform pressure."""
+"""Non-uniform loads: embankments of any shape, cut into upright strips of uniform pressure.
+
+Stress spreads below each vertical as in a half-space with its surface at the ground level there:
+just below the ground it is the weight of what stands above it, however the ground slopes.
+"""
 
 from __future__ import annotations
 
@@ -35,43 +39,12 @@ class Embankment:
 
 @dataclass(frozen=True)
 class Strips:
-    """Uniform strip loads: edges, surface level and height in metres, pressures in kPa."""
+    """Uniform strip loads: edges and height in metres, pressures in kPa."""
 
     left: Floats
     right: Floats
-    level: Floats
     height: Floats
     pressure: Floats
-
-
-@dataclass(frozen=True)
-class StripLoad:
-    """Strips that come, or with negative pressures go, at one time."""
-
-    name: str
-    time: float
-    strips: Strips
-    distribution: Distribution
-
-    @property
-    def is_initial(self) -> bool:
-        """Whether the load belongs to the initial state."""
-        return self.time < 0
-
-    @property
-    def area(self) -> float:
-        """Cross-section of the load, in m²."""
-        strips = self.strips
-        return float(np.sum((strips.right - strips.left) * strips.height))
-
-    def stress(self, x: float, levels: Floats, /) -> Floats:
-        """Vertical stress at x and some levels; above the surface of a strip it gives none."""
-        strips = self.strips
-        left, right = strips.left - x, strips.right - x
-        shares = (
-            strip_share(self.distribution, left, right, strips.level - level) for level in levels
-        )
-        return np.array([float(share @ strips.pressure) for share in shares])
 
 
 @dataclass(frozen=True)
@@ -85,6 +58,37 @@ class Site:
     distribution: Distribution
 
 
+@dataclass(frozen=True)
+class StripLoad:
+    """Strips that come, or with negative pressures go, at one time."""
+
+    name: str
+    time: float
+    strips: Strips
+    site: Site
+
+    @property
+    def is_initial(self) -> bool:
+        """Whether the load belongs to the initial state."""
+        return self.time < 0
+
+    @property
+    def area(self) -> float:
+        """Cross-section of the load, in m²."""
+        strips = self.strips
+        return float(np.sum((strips.right - strips.left) * strips.height))
+
+    def stress(self, x: float, levels: Floats, /) -> Floats:
+        """Vertical stress at x and some levels; there is none at the surface and above."""
+        strips = self.strips
+        left, right = strips.left - x, strips.right - x
+        depths = self.site.surface.level(x) - levels
+        shares = (
+            strip_share(self.site.distribution, left, right, float(depth)) for depth in depths
+        )
+        return np.array([float(share @ strips.pressure) for share in shares])
+
+
 def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad]:
     """The loads of embankments, removals included, each on top of the ones before it.
 
@@ -95,10 +99,10 @@ def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad
     loads = []
     for index, embankment in enumerate(embankments):
         strips = _cut(embankment, embankments[:index], site)
-        loads.append(StripLoad(embankment.name, embankment.time, strips, site.distribution))
+        loads.append(StripLoad(embankment.name, embankment.time, strips, site))
         if embankment.removal is not None:
             taken = replace(strips, pressure=-strips.pressure)
-            loads.append(StripLoad(embankment.name, embankment.removal, taken, site.distribution))
+            loads.append(StripLoad(embankment.name, embankment.removal, taken, site))
     return loads
 
 
@@ -122,7 +126,6 @@ def _cut(embankment: Embankment, under: Sequence[Embankment], site: Site) -> Str
     return Strips(
         left=edges[:-1],
         right=edges[1:],
-        level=np.array([site.surface.level(x) for x in middles]),
         height=np.array(heights),
         pressure=np.array(
             [

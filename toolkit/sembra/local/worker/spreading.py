@@ -20,20 +20,19 @@ from .model import Distribution, Floats
 _LEVEL_TOLERANCE = 1e-9
 
 
-def strip_share(distribution: Distribution, left: Floats, right: Floats, depth: Floats) -> Floats:
-    """The part of a strip's pressure that reaches a point below; none at its level and above.
+def strip_share(distribution: Distribution, left: Floats, right: Floats, depth: float) -> Floats:
+    """The part of each strip's pressure that reaches a point below; none at their level and above.
 
     Args:
         distribution: how the stress spreads.
         left: horizontal distance from the point to the left edge, positive to the right, in metres.
         right: the same for the right edge.
-        depth: depth of the point below the strip, in metres.
+        depth: depth of the point below the strips, in metres.
     """
-    below = depth > _LEVEL_TOLERANCE
-    distance = np.where(below, depth, 1.0)
+    if depth <= _LEVEL_TOLERANCE:
+        return np.zeros_like(left)
     primitive = _buisman if distribution is Distribution.BUISMAN else _boussinesq
-    share = primitive(np.arctan2(right, distance)) - primitive(np.arctan2(left, distance))
-    return np.where(below, share, 0.0)
+    return primitive(np.arctan2(right, depth)) - primitive(np.arctan2(left, depth))
 
 
 def _boussinesq(angle: Floats) -> Floats:
