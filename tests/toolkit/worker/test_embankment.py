@@ -75,14 +75,6 @@ def test_the_last_strip_may_be_narrower() -> None:
     assert load.area == pytest.approx(1.2)
 
 
-def test_a_load_on_a_load() -> None:
-    lower = embankment((10.0, 0.0), (10.0, 1.0), (30.0, 1.0), (30.0, 0.0))
-    upper = embankment((10.0, 1.0), (10.0, 3.0), (30.0, 3.0), (30.0, 1.0), time=5)
-    first, second = strip_loads([lower, upper], site())
-    assert (first.area, second.area) == pytest.approx((20.0, 40.0))
-    assert (first.time, second.time) == (0, 5)
-
-
 def test_a_temporary_load_goes_again() -> None:
     come, gone = strip_loads([embankment((10.0, 2.0), (30.0, 2.0), removal=200)], site())
     levels = np.array([-1.0, -7.0])
@@ -132,23 +124,29 @@ def test_initial_loads_know_themselves() -> None:
     assert loads[0].is_initial
 
 
-LOADS = """[NON-UNIFORM LOADS]
-    1 = number of items
-Wide
-           0        15.00        15.00   {temporary}       {end} = Time, Gamma dry, Gamma wet, Te
+WIDE = """Wide
+           {time}        15.00        15.00   {temporary}       {end} = Time, Gamma dry, Gamma wet
     4 = Number of co-ordinates
        0.000        0.000 = X, Y
-       0.000        2.000 = X, Y
-     100.000        2.000 = X, Y
+       0.000        {top:.3f} = X, Y
+     100.000        {top:.3f} = X, Y
      100.000        0.000 = X, Y
-[END OF NON-UNIFORM LOADS]
 """
 
 
-def with_embankment(text: str, temporary: object = 0, end: object = 0) -> str:
+def wide(*, time: float = 0, temporary: object = 0, end: object = 0, top: float = 2.0) -> str:
+    return WIDE.format(time=time, temporary=temporary, end=end, top=top)
+
+
+def with_embankments(text: str, *loads: str) -> str:
     before, _, rest = text.partition("[NON-UNIFORM LOADS]\n")
     after = rest.partition("[END OF NON-UNIFORM LOADS]\n")[2]
-    return before + LOADS.format(temporary=temporary, end=end) + after
+    blocks = f"{len(loads)} = number of items\n{''.join(loads)}"
+    return f"{before}[NON-UNIFORM LOADS]\n{blocks}[END OF NON-UNIFORM LOADS]\n{after}"
+
+
+def with_embankment(text: str, temporary: object = 0, end: object = 0) -> str:
+    return with_embankments(text, wide(temporary=temporary, end=end))
 
 
 def settlements(text: str) -> list[list[float]]:

@@ -36,6 +36,11 @@ class Embankment:
     unit_weight_wet: float
     outline: Polyline
 
+    def lies(self, x: float, time: float) -> bool:
+        """Whether the load, once it has come, still lies at x at a time in days."""
+        points = self.outline.points
+        return points[0][0] <= x <= points[-1][0] and (self.removal is None or self.removal > time)
+
 
 @dataclass(frozen=True)
 class Strips:
@@ -90,7 +95,10 @@ class StripLoad:
 
 
 def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad]:
-    """The loads of embankments, removals included, each on top of the ones before it.
+    """The loads of embankments, removals included, in the order of the embankments.
+
+    Each rests on the loads that lie there when it comes. Of those that come at one time, the lower
+    lies under the higher; where they have the same top, the first lies under the others.
 
     Raises:
         WorkerError: an embankment lies below the ground or the loads under it, or has too many
@@ -98,7 +106,7 @@ def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad
     """
     loads = []
     for index, embankment in enumerate(embankments):
-        strips = _cut(embankment, embankments[:index], site)
+        strips = _cut(embankments, index, site)
         loads.append(StripLoad(embankment.name, embankment.time, strips, site))
         if embankment.removal is not None:
             taken = replace(strips, pressure=-strips.pressure)
@@ -106,15 +114,16 @@ def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad
     return loads
 
 
-def _cut(embankment: Embankment, under: Sequence[Embankment], site: Site) -> Strips:
+def _cut(embankments: Sequence[Embankment], index: int, site: Site) -> Strips:
     """Strips from the left end on; the height of each is that in its middle."""
+    embankment = embankments[index]
     start, end = embankment.outline.points[0][0], embankment.outline.points[-1][0]
     count = math.ceil((end - start) / site.strip_width - 1e-9)
     if count > _MOST_STRIPS:
         raise WorkerError(f'The load "{embankment.name}" has too many columns.')
     edges = np.append(start + site.strip_width * np.arange(count, dtype=np.float64), end)
     middles = [float(middle) for middle in (edges[:-1] + edges[1:]) / 2]
-    grounds = [_ground(under, site, x) for x in middles]
+    grounds = [max([site.surface.level(x), *_tops(embankments, index, x)]) for x in middles]
     heights = [
         embankment.outline.level(x) - ground for x, ground in zip(middles, grounds, strict=True)
     ]
@@ -136,14 +145,18 @@ def _cut(embankment: Embankment, under: Sequence[Embankment], site: Site) -> Str
     )
 
 
-def _ground(under: Sequence[Embankment], site: Site, x: float) -> float:
-    """Level that an embankment rests on: the surface, or a load that came before it."""
-    levels = [
-        lower.outline.level(x)
-        for lower in under
-        if lower.outline.points[0][0] <= x <= lower.outline.points[-1][0]
-    ]
-    return max([site.surface.level(x), *levels])
+def _tops(embankments: Sequence[Embankment], index: int, x: float) -> list[float]:
+    """Levels at x of the tops of the loads that an embankment rests on."""
+    upper = embankments[index]
+    top = upper.outline.level(x)
+    tops = []
+    for position, lower in enumerate(embankments):
+        if position != index and lower.time <= upper.time and lower.lies(x, upper.time):
+            level = lower.outline.level(x)
+            same = abs(top - level) <= _HEIGHT_TOLERANCE
+            if lower.time < upper.time or (position < index if same else level < top):
+                tops.append(level)
+    return tops
 
 
 def _pressure(
