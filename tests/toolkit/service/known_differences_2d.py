@@ -8,7 +8,6 @@ DATE_AND_TIME = "the metadata give today's date and time or a dummy, never anoth
 NOT_IN_DOCUMENT = "the document of a model has no key for it"
 NO_KIND_OF_MODEL = "neither kind of model offers the option"
 SWITCHED_OFF = "the drains are off: the model then sends its own default drain"
-OTHER_TYPE = "the document gives the pressure for one type of drain alone, here for columns"
 OTHER_SCHEDULE = "the document of a simple schedule has a placeholder for the detailed one"
 SORTED = "the document has the materials sorted by name"
 OWN_NUMBERS = (
@@ -178,7 +177,6 @@ KNOWN = (
         SWITCHED_OFF,
         ("bm3-15d",),
     ),
-    Known("VERTICAL DRAIN", ("Tube pressure during dewatering",), OTHER_TYPE, EVERY),
     Known(
         "VERTICAL DRAIN",
         ("Time, Under pressure, Water level, Tube pressure",),

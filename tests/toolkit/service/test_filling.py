@@ -174,7 +174,7 @@ def test_width_or_diameter(fill: Fill, kind: int, diameter: str, width: str) -> 
 
 @pytest.mark.parametrize(
     ("kind", "head", "pressure"),
-    [(0, "-2.000", "0.00"), (1, "-2.000", "0.00"), (2, "0.000", "-2.00")],
+    [(0, "-2.000", "10.00"), (1, "-2.000", "10.00"), (2, "0.000", "-2.00")],
 )
 def test_simple_schedule(fill: Fill, kind: int, head: str, pressure: str) -> None:
     schedule = {"begin_time": 1.5, "end_time": 20, "underpressure": 35.0}

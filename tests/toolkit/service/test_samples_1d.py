@@ -48,7 +48,6 @@ EXPECTED = {
         "Grid": SWITCHED_OFF,
         "Under pressure for strips and columns": SWITCHED_OFF,
         "Phreatic level in drain": SWITCHED_OFF,
-        "Tube pressure during dewatering": SWITCHED_OFF,
     },
     "PROBABILISTIC DEFAULTS": {
         f"ProbDef{stem}Cor": NOT_IN_DOCUMENT

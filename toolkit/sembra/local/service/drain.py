@@ -15,6 +15,9 @@ SAND_WALL = 2
 UNUSED_SIZE = 0.1
 """What D-Settlement itself writes for the width or diameter that the type of drain doesn't have."""
 
+UNUSED_TUBE_PRESSURE = 10.0
+"""What D-Settlement itself writes for the tube pressure [kPa] of strips and columns."""
+
 LABELS = ("Radial", "Plane", "Sand wall")
 """What stands behind the type. D-Settlement calls a strip radial and a column plane, although the
 water flows radially to both; it reads the number alone."""
@@ -60,3 +63,8 @@ class VerticalDrain(Strict):
     def width(self) -> float:
         """Width of a strip or a sand wall."""
         return UNUSED_SIZE if self.type == COLUMN else self.width_diameter
+
+    @property
+    def tube_pressure(self) -> float:
+        """Pressure in the drain pipe of a sand wall during dewatering by a simple schedule."""
+        return self.dewatering_head_or_pressure if self.is_sand_wall else UNUSED_TUBE_PRESSURE
