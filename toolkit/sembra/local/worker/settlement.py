@@ -25,6 +25,7 @@ from .model import Column, Floats
 from .preconsolidation import preconsolidation_pressure
 from .project import Project
 from .stresses import initial_effective_stress, middle_effective_stress, pore_pressures
+from .swelling import check_swelling
 from .timesteps import calculation_times
 
 
@@ -60,8 +61,8 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
         report: is told the fraction done, from 0 to 1, after each column.
 
     Raises:
-        WorkerError: an effective stress isn't positive, a layer can't consolidate, or a result is
-            no finite number.
+        WorkerError: an effective stress isn't positive, a layer can't consolidate, a material
+            swells whose swelling constants aren't stated, or a result is no finite number.
     """
     results = []
     for number, column in enumerate(project.columns, 1):
@@ -77,7 +78,8 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
     """Stresses and settlements of a column.
 
     Raises:
-        WorkerError: an effective stress isn't positive, or a layer can't consolidate.
+        WorkerError: an effective stress isn't positive, a layer can't consolidate, or a material
+            swells whose swelling constants aren't stated.
     """
     options = project.options
     drains = project.drains_around(column)
@@ -87,6 +89,7 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
     lowered = drawdowns(column, drains, options) if drains else []
     steps = load_steps(column, mesh, initial, project.loads, lowered)
     pressure, paths = _stress_paths(column, mesh, initial, steps, project)
+    check_swelling(column, mesh, steps, paths)
     starts = [step.time for step in steps] + ([drains.start] if drains else [])
     times = calculation_times(starts, options.end, project.residual_times)
 
