@@ -17,8 +17,9 @@ inline constexpr host::Parameter other_parameters[] = {host::self, {"other", "ob
 [[nodiscard]] inline host::Ref both_equal(host::Handle left, host::Handle right, host::Handle first,
                                           host::Handle second) {
   const auto equal = [&](host::Handle field) {
+    const host::Ref value = host::get(left, field);
     return host::Ref::steal(
-        PyObject_RichCompare(host::get(left, field).get(), host::get(right, field).get(), Py_EQ));
+        PyObject_RichCompare(value.get(), host::get(right, field).get(), Py_EQ));
   };
   host::Ref result = equal(first);
   return host::is_true(result) ? equal(second) : result;

@@ -17,7 +17,7 @@ namespace {
 
 // The first match of a pattern of the class; an empty Ref if there is none.
 Ref search(const State& state, Handle cls, Pattern pattern, Handle text) {
-  Ref match = host::call_method(state.patterns.of(cls, pattern), state.names.search, text);
+  const Ref match = host::call_method(state.patterns.of(cls, pattern), state.names.search, text);
   return host::is_true(match) ? match : Ref();
 }
 
@@ -40,7 +40,7 @@ Ref whole_match(const State& state, Handle match) {
 // match is no text, and the call of `splitlines` says so.
 template <typename Visit>
 auto with_lines_of(const State& state, Handle match, const Name& name, Visit&& visit) {
-  Ref text = group(state, match, name);
+  const Ref text = group(state, match, name);
   if (PyUnicode_Check(text.get()) == 0) {
     static_cast<void>(host::call_method(text, state.names.splitlines));
     host::raise(PyExc_TypeError, "a result text must be of type str");

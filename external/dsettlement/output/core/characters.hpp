@@ -47,7 +47,7 @@ inline constexpr std::array<std::uint32_t, 67> zeros = {
 // Decimal digits of any script: `\d`.
 constexpr bool is_decimal(std::uint32_t c) noexcept {
   if (c < detail::zeros.front()) return is_ascii_digit(c);
-  const auto* above = std::upper_bound(detail::zeros.begin(), detail::zeros.end(), c);
+  const auto* above = std::ranges::upper_bound(detail::zeros, c);
   return c - *(above - 1) < 10;
 }
 

@@ -49,7 +49,11 @@ class Scanner {
     return true;
   }
 
-  bool space() noexcept { return place_ != end_ && is_space(*place_++); }
+  bool space() noexcept {
+    if (place_ == end_ || !is_space(*place_)) return false;
+    ++place_;
+    return true;
+  }
 
   // Any run of white space; the number of characters that were taken.
   std::size_t spaces() noexcept {
