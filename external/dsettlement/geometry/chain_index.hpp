@@ -1,37 +1,31 @@
 // Finds a boundary or a pl-line by its curves.
 #pragma once
 
-#include <optional>
-#include <unordered_map>
-
+#include "geometry/hashed_list.hpp"
 #include "geometry/plain.hpp"
 
 namespace dsettlement::geometry {
 
-// A hash of a chain's curves that is the same for equal chains; nothing for a chain that is not
-// plain throughout.
-[[nodiscard]] std::optional<std::size_t> hash_of_chain(const State& state, host::Handle chain);
-
-// Plain chains with their positions; of equal ones the one that was entered first.
+// Plain chains with their positions; of equal ones the one that was entered first. The chains
+// belong to somebody who keeps them for as long as they are in the index.
 class ChainIndex {
  public:
   struct Entry {
-    host::Ref chain;
+    PyObject* chain;
     Py_ssize_t position;
   };
 
-  // Enters a chain with its hash, unless an equal one is there.
-  void enter(std::size_t hash, host::Handle chain, Py_ssize_t position) {
-    if (find(hash, chain) == nullptr) entries_.emplace(hash, Entry{host::share(chain), position});
+  // Enters a chain by its key, unless an equal one is there; returns the entry that is there now.
+  const Entry& enter(const ChainKey& key, host::Handle chain, Py_ssize_t position) {
+    if (const Entry* known = find(key, chain)) return *known;
+    return entries_.add(HashOf()(key), Entry{chain, position});
   }
 
   // The entry that is the chain or equals it, or null.
-  [[nodiscard]] const Entry* find(std::size_t hash, host::Handle chain) const;
-
-  int traverse(visitproc visit, void* argument) const;
+  [[nodiscard]] const Entry* find(const ChainKey& key, host::Handle chain) const;
 
  private:
-  std::unordered_multimap<std::size_t, Entry> entries_;
+  HashedList<Entry> entries_;
 };
 
 }  // namespace dsettlement::geometry

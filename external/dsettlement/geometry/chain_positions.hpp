@@ -10,8 +10,9 @@ namespace dsettlement::geometry {
 // out of an index as long as all objects met are plain, by a search from the first other one on.
 class ChainPositions {
  public:
-  // `list` is the attribute of the model that the list stands in.
-  ChainPositions(const State& state, host::Handle model, host::Handle list);
+  // Without `twins` all entries are known to be plain, and no two of them to be equal.
+  ChainPositions(const State& state, host::Handle model, const host::WatchedField& list,
+                 bool twins);
 
   // The position counted from 0. Raises ValueError if there is no equal entry.
   [[nodiscard]] host::Ref of(host::Handle chain);
@@ -21,14 +22,16 @@ class ChainPositions {
 
  private:
   void enter(host::Handle chain, Py_ssize_t position);
-  [[nodiscard]] const ChainIndex::Entry* find(host::Handle chain);
+  [[nodiscard]] std::optional<Py_ssize_t> find(host::Handle chain);
 
   const State& state_;
   host::Handle model_;
   host::Handle attribute_;
+  bool twins_;
   host::Ref list_;
   bool is_certain_;
-  ChainIndex index_;
+  HashedMap<PyObject*, Py_ssize_t, HashOf> by_object_;
+  ChainIndex by_key_;
 };
 
 }  // namespace dsettlement::geometry

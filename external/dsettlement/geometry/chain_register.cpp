@@ -17,21 +17,11 @@ bool has_one_owner(PyObject* container) {
   return Py_REFCNT(container) == 1;
 }
 
-// The same for the dictionary with an object's attributes.
-bool has_dictionary_alone(Handle object) {
-  const Ref fields = Ref::steal(PyObject_GenericGetDict(object, nullptr));
-  return Py_REFCNT(fields.get()) == 2;  // the object and this function
-}
-
 // Whether nobody but the chain can reach its curves.
 bool keeps_its_curves(const State& state, Handle chain) {
-  return has_dictionary_alone(chain) && has_one_owner(curves_of_plain_chain(state, chain));
-}
-
-// The area of a plain boundary, which may be no number.
-double area_of(const State& state, Handle boundary) {
-  const Ref area = host::call_method(boundary, state.names.area_above_horizontal);
-  return PyFloat_CheckExact(area.get()) != 0 ? PyFloat_AS_DOUBLE(area.get()) : std::nan("");
+  const Ref fields = Ref::steal(PyObject_GenericGetDict(chain, nullptr));
+  const bool has_fields_alone = Py_REFCNT(fields.get()) == 2;  // the chain and this function
+  return has_fields_alone && has_one_owner(curves_of_plain_chain(state, chain));
 }
 
 }  // namespace
@@ -44,29 +34,38 @@ bool ChainRegister::holds(const State& state, Lists lists) {
     return false;
   }
   lists_ = lists;
-  pl_line_count_ = PyList_GET_SIZE(lists.pl_lines);
   changes_ = state.changes.count;
   is_certain_ = true;
   return true;
 }
 
-PyObject* ChainRegister::curve(const CurveKey& key) const {
-  const auto found = curves_.find(key);
-  return found == curves_.end() ? nullptr : found->second.get();
+PyObject* ChainRegister::curve(const State& state, const CurveKey& key) const {
+  const Place* place = curves_.find(HashOf()(key), [&](Place candidate) {
+    PyObject* curve = curve_at(state, candidate);
+    return curve != nullptr && key_of_curve(state, curve) == key;
+  });
+  return place == nullptr ? nullptr : curve_at(state, *place);
 }
 
-PyObject* ChainRegister::boundary(std::size_t hash, Handle boundary) const {
-  const ChainIndex::Entry* entry = boundaries_.find(hash, boundary);
-  return entry == nullptr ? nullptr : entry->chain.get();
+PyObject* ChainRegister::curve_at(const State& state, Place place) const {
+  PyObject* curves = curves_of_plain_chain(state, chains_[place.chain]);
+  const auto position = static_cast<Py_ssize_t>(place.position);
+  if (curves == nullptr || position >= PyList_GET_SIZE(curves)) return nullptr;
+  return PyList_GET_ITEM(curves, position);
 }
 
-PyObject* ChainRegister::pl_line(std::size_t hash, Handle pl_line) const {
-  const ChainIndex::Entry* entry = pl_lines_.find(hash, pl_line);
-  return entry == nullptr ? nullptr : entry->chain.get();
+PyObject* ChainRegister::boundary(const ChainKey& key, Handle boundary) const {
+  const ChainIndex::Entry* entry = boundaries_.find(key, boundary);
+  return entry == nullptr ? nullptr : entry->chain;
 }
 
-bool ChainRegister::add_boundary(const State& state, std::size_t hash, Handle boundary) {
-  const double area = area_of(state, boundary);
+PyObject* ChainRegister::pl_line(const ChainKey& key, Handle pl_line) const {
+  const ChainIndex::Entry* entry = pl_lines_.find(key, pl_line);
+  return entry == nullptr ? nullptr : entry->chain;
+}
+
+bool ChainRegister::add_boundary(const State& state, const ChainKey& key, Handle boundary) {
+  const double area = area_of(key);
   if (std::isnan(area) || !keeps_its_curves(state, boundary)) return false;
   is_certain_ = false;  // until list and register agree again
   // Where a stable sort puts the last of a list that was sorted before.
@@ -74,36 +73,37 @@ bool ChainRegister::add_boundary(const State& state, std::size_t hash, Handle bo
   const auto position = place - areas_.begin();
   areas_.insert(place, area);
   host::check(PyList_Insert(lists_.boundaries, position, boundary));
-  boundaries_.enter(hash, boundary, position);
-  enter_curves(state, boundary);
+  enter(state, boundaries_, key, boundary);
   is_certain_ = true;
   return true;
 }
 
-bool ChainRegister::add_pl_line(const State& state, std::size_t hash, Handle pl_line) {
+bool ChainRegister::add_pl_line(const State& state, const ChainKey& key, Handle pl_line) {
   if (!keeps_its_curves(state, pl_line)) return false;
   is_certain_ = false;  // until list and register agree again
   host::check(PyList_Append(lists_.pl_lines, pl_line));
-  pl_lines_.enter(hash, pl_line, PyList_GET_SIZE(lists_.pl_lines) - 1);
-  enter_curves(state, pl_line);
+  enter(state, pl_lines_, key, pl_line);
   ++pl_line_count_;
   is_certain_ = true;
   return true;
 }
 
 int ChainRegister::traverse(visitproc visit, void* arg) const {
-  for (const auto& [key, curve] : curves_) Py_VISIT(curve.get());
-  if (const int stop = boundaries_.traverse(visit, arg); stop != 0) return stop;
-  return pl_lines_.traverse(visit, arg);
+  for (const Ref& chain : chains_) Py_VISIT(chain.get());
+  return 0;
 }
 
 void ChainRegister::clear() noexcept {
   is_certain_ = false;
+  has_twins_ = false;
+  shares_curves_ = false;
   areas_.clear();
-  // Letting go of an object can run code that comes back here, so what is let go is out of sight.
-  const auto curves = std::exchange(curves_, {});
-  const auto boundaries = std::exchange(boundaries_, {});
-  const auto pl_lines = std::exchange(pl_lines_, {});
+  pl_line_count_ = 0;
+  boundaries_ = {};
+  pl_lines_ = {};
+  curves_ = {};
+  // Letting go of a chain can run code that comes back here, so the chains are out of sight then.
+  const auto chains = std::exchange(chains_, {});
 }
 
 bool ChainRegister::is_seen(const State& state, Lists lists) const {
@@ -116,32 +116,45 @@ bool ChainRegister::is_seen(const State& state, Lists lists) const {
 bool ChainRegister::read(const State& state, Lists lists) {
   if (!has_one_owner(lists.boundaries) || !has_one_owner(lists.pl_lines)) return false;
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(lists.boundaries); ++i) {
-    const Handle boundary = PyList_GET_ITEM(lists.boundaries, i);
-    if (!read_chain(state, boundaries_, boundary)) return false;
-    const double area = area_of(state, boundary);
-    if (std::isnan(area) || (!areas_.empty() && area < areas_.back())) return false;
-    areas_.push_back(area);
+    if (!read_boundary(state, PyList_GET_ITEM(lists.boundaries, i))) return false;
   }
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(lists.pl_lines); ++i) {
-    if (!read_chain(state, pl_lines_, PyList_GET_ITEM(lists.pl_lines, i))) return false;
+    if (!read_pl_line(state, PyList_GET_ITEM(lists.pl_lines, i))) return false;
   }
   return true;
 }
 
-bool ChainRegister::read_chain(const State& state, ChainIndex& index, Handle chain) {
-  const std::optional<std::size_t> hash = hash_of_chain(state, chain);
-  if (!hash || !keeps_its_curves(state, chain)) return false;
-  index.enter(*hash, chain, 0);
-  enter_curves(state, chain);
+bool ChainRegister::read_boundary(const State& state, Handle boundary) {
+  const std::optional<ChainKey> key = key_of_chain(state, boundary);
+  if (!key || !keeps_its_curves(state, boundary)) return false;
+  const double area = area_of(*key);
+  if (std::isnan(area) || (!areas_.empty() && area < areas_.back())) return false;
+  areas_.push_back(area);
+  enter(state, boundaries_, *key, boundary);
   return true;
 }
 
-void ChainRegister::enter_curves(const State& state, Handle chain) {
-  PyObject* curves = curves_of_plain_chain(state, chain);
-  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(curves); ++i) {
-    PyObject* curve = PyList_GET_ITEM(curves, i);
-    const std::optional<CurveKey> key = key_of_curve(state, curve);
-    if (key && equals_something(*key)) curves_.try_emplace(*key, host::share(curve));
+bool ChainRegister::read_pl_line(const State& state, Handle pl_line) {
+  const std::optional<ChainKey> key = key_of_chain(state, pl_line);
+  if (!key || !keeps_its_curves(state, pl_line)) return false;
+  ++pl_line_count_;
+  enter(state, pl_lines_, *key, pl_line);
+  return true;
+}
+
+void ChainRegister::enter(const State& state, ChainIndex& index, const ChainKey& key,
+                          Handle chain) {
+  const auto number = static_cast<std::uint32_t>(chains_.size());
+  chains_.push_back(host::share(chain));
+  if (index.enter(key, chain, number).position != number) has_twins_ = true;
+  for (std::uint32_t i = 0; i < key.size(); ++i) {
+    PyObject* known = curve(state, key[i]);
+    const Place place{number, i};
+    if (known == nullptr) {
+      curves_.add(HashOf()(key[i]), place);
+    } else {
+      (known == curve_at(state, place) ? shares_curves_ : has_twins_) = true;
+    }
   }
 }
 

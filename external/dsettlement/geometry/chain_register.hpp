@@ -1,7 +1,6 @@
 // What boundaries and pl-lines a model has, with their curves, found without searching.
 #pragma once
 
-#include <unordered_map>
 #include <vector>
 
 #include "geometry/chain_index.hpp"
@@ -23,17 +22,23 @@ class ChainRegister {
 
   void doubt() noexcept { is_certain_ = false; }
 
+  // Whether there are equal curves, or equal chains, that are different objects.
+  [[nodiscard]] bool has_twins() const noexcept { return has_twins_; }
+
+  // Whether a curve occurs more than once.
+  [[nodiscard]] bool shares_curves() const noexcept { return shares_curves_; }
+
   // The first curve of the model with this key, or null; borrowed.
-  [[nodiscard]] PyObject* curve(const CurveKey& key) const;
+  [[nodiscard]] PyObject* curve(const State& state, const CurveKey& key) const;
 
   // Of equal chains the one that was registered; borrowed, or null.
-  [[nodiscard]] PyObject* boundary(std::size_t hash, host::Handle boundary) const;
-  [[nodiscard]] PyObject* pl_line(std::size_t hash, host::Handle pl_line) const;
+  [[nodiscard]] PyObject* boundary(const ChainKey& key, host::Handle boundary) const;
+  [[nodiscard]] PyObject* pl_line(const ChainKey& key, host::Handle pl_line) const;
 
   // Adds a new boundary at its place by area, or a new pl-line at the end. The answer is no, and
   // nothing has happened, if the register would not hold with it.
-  [[nodiscard]] bool add_boundary(const State& state, std::size_t hash, host::Handle boundary);
-  [[nodiscard]] bool add_pl_line(const State& state, std::size_t hash, host::Handle pl_line);
+  [[nodiscard]] bool add_boundary(const State& state, const ChainKey& key, host::Handle boundary);
+  [[nodiscard]] bool add_pl_line(const State& state, const ChainKey& key, host::Handle pl_line);
 
   int traverse(visitproc visit, void* argument) const;
   void clear() noexcept;
@@ -41,13 +46,25 @@ class ChainRegister {
  private:
   [[nodiscard]] bool is_seen(const State& state, Lists lists) const;
   [[nodiscard]] bool read(const State& state, Lists lists);
-  [[nodiscard]] bool read_chain(const State& state, ChainIndex& index, host::Handle chain);
-  void enter_curves(const State& state, host::Handle chain);
+  [[nodiscard]] bool read_boundary(const State& state, host::Handle boundary);
+  [[nodiscard]] bool read_pl_line(const State& state, host::Handle pl_line);
+  void enter(const State& state, ChainIndex& index, const ChainKey& key, host::Handle chain);
+
+  // Where a curve stands. It is looked at there again each time, so that the register need not own
+  // every curve.
+  struct Place {
+    std::uint32_t chain;  // in the order in which the chains were entered
+    std::uint32_t position;
+  };
+  [[nodiscard]] PyObject* curve_at(const State& state, Place place) const;
 
   bool is_certain_ = false;
+  bool has_twins_ = false;
+  bool shares_curves_ = false;
   Lists lists_{};
   std::uint64_t changes_ = 0;
-  std::unordered_map<CurveKey, host::Ref, HashOf> curves_;
+  std::vector<host::Ref> chains_;
+  HashedList<Place> curves_;
   ChainIndex boundaries_;
   ChainIndex pl_lines_;
   std::vector<double> areas_;  // of the boundaries, in their order

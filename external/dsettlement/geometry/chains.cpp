@@ -1,6 +1,9 @@
 #include "geometry/chains.hpp"
 
-#include "geometry/register.hpp"
+#include <tuple>
+#include <utility>
+
+#include "geometry/drawing.hpp"
 #include "host/containers.hpp"
 #include "host/sequence.hpp"
 #include "host/text.hpp"
@@ -23,8 +26,8 @@ Ref list_curves(State& state, Arguments arguments) {
     const Ref more = host::get(chain, names.curves);
     host::check(PyList_SetSlice(curves.get(), PY_SSIZE_T_MAX, PY_SSIZE_T_MAX, more.get()));
   };
-  host::for_each(host::get(self, names.private_boundaries), extend);
-  host::for_each(host::get(self, names.private_pl_lines), extend);
+  host::for_each(state.boundaries.read(self), extend);
+  host::for_each(state.pl_lines.read(self), extend);
   return curves;
 }
 
@@ -65,12 +68,6 @@ constexpr Parameter curve_parameters[] = {host::self, {"p1", "_Point"}, {"p2", "
 Ref make_curve(State& state, Arguments arguments) {
   const auto [self, p1, p2] = arguments.first<3>();
   const Ref curve = host::call(state.curve.now(), p1, p2);
-  if (const ChainRegister* chains = chain_register(state, self)) {
-    if (const std::optional<CurveKey> key = key_of_curve(state, curve)) {
-      PyObject* known = chains->curve(*key);
-      return known != nullptr ? host::share(known) : curve;
-    }
-  }
   const Ref known = first_equal(host::get(self, state.names.private_curves), curve);
   return known ? known : curve;
 }
@@ -91,15 +88,10 @@ Ref make_chain(const State& state, const host::Global& chain_class, Handle curve
 Ref register_boundary(State& state, Arguments arguments) {
   const auto [self, points] = arguments.first<2>();
   const State::Names& names = state.names;
+  if (const Ref drawn = draw_boundary(state, self, points)) return drawn;
   const Ref boundary =
       make_chain(state, state.boundary, host::call_method(self, names.create_curves, points),
                  "Points of the boundary must be ascending in X-direction");
-  if (ChainRegister* chains = chain_register(state, self)) {
-    if (const std::optional<std::size_t> hash = hash_of_chain(state, boundary)) {
-      if (PyObject* known = chains->boundary(*hash, boundary)) return host::share(known);
-      if (chains->add_boundary(state, *hash, boundary)) return boundary;
-    }
-  }
   if (const Ref known = first_equal(host::get(self, names.private_boundaries), boundary)) {
     return known;
   }
@@ -109,37 +101,35 @@ Ref register_boundary(State& state, Arguments arguments) {
   return boundary;
 }
 
-// Enters a new pl-line; if there is an equal one, returns that instead.
-Ref enter_pl_line(State& state, Handle self, Handle pl_line) {
-  if (ChainRegister* chains = chain_register(state, self)) {
-    if (const std::optional<std::size_t> hash = hash_of_chain(state, pl_line)) {
-      if (PyObject* known = chains->pl_line(*hash, pl_line)) return host::share(known);
-      if (chains->add_pl_line(state, *hash, pl_line)) return {};
-    }
-  }
-  const Handle name = state.names.private_pl_lines;
-  if (const Ref known = first_equal(host::get(self, name), pl_line)) return known;
-  host::call_method(host::get(self, name), state.names.append, pl_line);
-  return {};
-}
-
 constexpr Parameter pl_line_parameters[] = {
     host::self, {"points", "list[_Point]"}, {"is_phreatic", "bool", host::flag(false)}};
+
+// The pl-line through the points, and whether it was there or has been added now.
+std::pair<Ref, bool> search_pl_line(const State& state, Handle self, Handle points) {
+  const State::Names& names = state.names;
+  Ref pl_line =
+      make_chain(state, state.pl_line, host::call_method(self, names.create_curves, points),
+                 "Points of the pl-line must be ascending in X-direction");
+  if (Ref known = first_equal(host::get(self, names.private_pl_lines), pl_line)) {
+    return {std::move(known), true};
+  }
+  host::call_method(host::get(self, names.private_pl_lines), names.append, pl_line);
+  return {std::move(pl_line), false};
+}
 
 Ref register_pl_line(State& state, Arguments arguments) {
   const auto [self, points, is_phreatic] = arguments.first<3>();
   const State::Names& names = state.names;
-  const Ref pl_line =
-      make_chain(state, state.pl_line, host::call_method(self, names.create_curves, points),
-                 "Points of the pl-line must be ascending in X-direction");
-  if (const Ref known = enter_pl_line(state, self, pl_line)) return known;
+  auto [pl_line, is_known] = draw_pl_line(state, self, points);
+  if (!pl_line) std::tie(pl_line, is_known) = search_pl_line(state, self, points);
+  if (is_known) return pl_line;
   if (host::is_true(is_phreatic)) {
     const Ref phreatic_line = host::get(self, names.private_phreatic_line);
     if (host::compare(phreatic_line, Py_NE, host::integer(0))) {
       host::raise(state.toolkit.model_error.original(),
                   host::text("Phreatic line is already set: {}", {phreatic_line}));
     }
-    const Py_ssize_t number = host::length(host::get(self, names.private_pl_lines));
+    const Py_ssize_t number = host::length(state.pl_lines.read(self));
     host::set(self, names.private_phreatic_line, Ref::steal(PyLong_FromSsize_t(number)));
   }
   return pl_line;

@@ -24,8 +24,9 @@ Ref init(State& state, Arguments arguments) {
   const Py_ssize_t count = host::length(curves);
   for (Py_ssize_t i = 0; i < count - 1; ++i) {
     const auto [curve, next_curve] = host::unpack<2>(host::slice(curves, i, i + 2));
-    if (state.has_assertions &&
-        !host::compare(host::get(curve, names.p2), Py_EQ, host::get(next_curve, names.p1))) {
+    if (!state.has_assertions) continue;
+    const Ref end = host::get(curve, names.p2);
+    if (!host::compare(end, Py_EQ, host::get(next_curve, names.p1))) {
       host::raise(PyExc_AssertionError, "Curves must be connected");
     }
   }
@@ -33,14 +34,8 @@ Ref init(State& state, Arguments arguments) {
   return host::none();
 }
 
-// Reading its own curves is nothing that a chain has to give notice of.
-Ref own_curves(const State& state, Handle curve_list) {
-  PyObject* curves = state.chain_curves.peek(curve_list);
-  return curves != nullptr ? host::share(curves) : host::get(curve_list, state.chain_curves.name());
-}
-
 Ref as_tuple(const State& state, Handle curve_list) {
-  return Ref::steal(PySequence_Tuple(own_curves(state, curve_list).get()));
+  return Ref::steal(PySequence_Tuple(state.chain_curves.read(curve_list).get()));
 }
 
 // By the curves alone: a boundary and a pl-line along the same curves are equal.
@@ -56,12 +51,12 @@ Ref hash(State& state, Arguments arguments) {
 }
 
 Ref curves(State& state, Arguments arguments) {
-  return host::list_of(own_curves(state, arguments[0]));
+  return host::list_of(state.chain_curves.read(arguments[0]));
 }
 
 Ref points(State& state, Arguments arguments) {
   const State::Names& names = state.names;
-  const Ref curves = own_curves(state, arguments[0]);
+  const Ref curves = state.chain_curves.read(arguments[0]);
   host::List points;
   host::for_each(curves, [&](const Ref& curve) { points.append(host::get(curve, names.p1)); });
   points.append(host::get(host::item(curves, -1), names.p2));
@@ -76,7 +71,7 @@ Ref area_above_horizontal(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Ref two = host::integer(2);
   Ref area = host::real(0.0);
-  host::for_each(own_curves(state, self), [&, y = y](const Ref& curve) {
+  host::for_each(state.chain_curves.read(self), [&, y = y](const Ref& curve) {
     const auto coordinate = [&](Handle point, Handle axis) {
       return host::get(host::get(curve, point), axis);
     };

@@ -2,6 +2,7 @@
 
 #include "geometry/chain_positions.hpp"
 #include "geometry/numbering.hpp"
+#include "geometry/register.hpp"
 #include "host/arithmetic.hpp"
 #include "host/containers.hpp"
 
@@ -30,6 +31,12 @@ Ref make_document(State& state, Arguments arguments) {
       .done();
 }
 
+// Spares the garbage collector a tuple of numbers, which can be part of no cycle. It would find
+// that out by itself, at the cost of a few passes through everything there is.
+void leave_to_its_count(Handle numbers) {
+  PyObject_GC_UnTrack(numbers);
+}
+
 Ref list_points(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Ref zero = host::integer(0);
@@ -37,7 +44,9 @@ Ref list_points(State& state, Arguments arguments) {
   host::for_each(host::get(arguments[0], names.private_points), [&](const Ref& point) {
     const Ref x = host::get(point, names.x);
     const Ref y = host::get(point, names.y);
-    points.append(Ref::steal(PyTuple_Pack(3, x.get(), y.get(), zero.get())));
+    const Ref triple = Ref::steal(PyTuple_Pack(3, x.get(), y.get(), zero.get()));
+    if (plain_number(x) && plain_number(y)) leave_to_its_count(triple);
+    points.append(triple);
   });
   return points.done();
 }
@@ -52,14 +61,35 @@ Ref list_curves(State& state, Arguments arguments) {
     if (!state.made.curve.is_class_of(curve)) points.doubt();
     const Ref p1 = points.number_of(host::get(curve, names.p1));
     const Ref p2 = points.number_of(host::get(curve, names.p2));
-    curves.append(Ref::steal(PyTuple_Pack(2, p1.get(), p2.get())));
+    const Ref pair = Ref::steal(PyTuple_Pack(2, p1.get(), p2.get()));
+    leave_to_its_count(pair);
+    curves.append(pair);
   });
   return curves.done();
 }
 
-Ref list_chains(const State& state, Handle self, Handle chains) {
+// What the register knows of the curves of the model.
+Entries known_of_curves(State& state, Handle self) {
+  const ChainRegister* chains = chain_register(state, self);
+  if (chains == nullptr || chains->has_twins()) return Entries::any;
+  return chains->shares_curves() ? Entries::same_where_equal : Entries::all_different;
+}
+
+Py_ssize_t count_curves(const State& state, Handle chains) {
+  Py_ssize_t count = 0;
+  host::for_each(chains, [&](const Ref& chain) {
+    PyObject* curves = curves_of_plain_chain(state, chain);
+    if (curves != nullptr) count += PyList_GET_SIZE(curves);
+  });
+  return count;
+}
+
+Ref list_chains(State& state, Handle self, const host::WatchedField& field) {
   const State::Names& names = state.names;
-  Numbering<CurveKey> curves(state, self, names.private_curves, key_of_curve);
+  const Entries known = known_of_curves(state, self);
+  const Ref chains = field.read(self);
+  Numbering<CurveKey> curves(state, self, names.private_curves, key_of_curve, known);
+  if (&field == &state.pl_lines) curves.expect(-count_curves(state, chains));
   host::List list;
   host::for_each(chains, [&](const Ref& chain) {
     if (curves_of_plain_chain(state, chain) == nullptr) curves.doubt();
@@ -72,18 +102,21 @@ Ref list_chains(const State& state, Handle self, Handle chains) {
 }
 
 Ref list_boundaries(State& state, Arguments arguments) {
-  return list_chains(state, arguments[0], host::get(arguments[0], state.names.private_boundaries));
+  return list_chains(state, arguments[0], state.boundaries);
 }
 
+// Their curves come last among those of the model.
 Ref list_pl_lines(State& state, Arguments arguments) {
-  return list_chains(state, arguments[0], host::get(arguments[0], state.names.private_pl_lines));
+  return list_chains(state, arguments[0], state.pl_lines);
 }
 
 Ref list_layers(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  ChainPositions boundaries(state, self, names.private_boundaries);
-  ChainPositions pl_lines(state, self, names.private_pl_lines);
+  const ChainRegister* register_ = chain_register(state, self);
+  const bool twins = register_ == nullptr || register_->has_twins();
+  ChainPositions boundaries(state, self, state.boundaries, twins);
+  ChainPositions pl_lines(state, self, state.pl_lines, twins);
   // Boundaries alone are counted from 0.
   const auto boundary_number = [&](Ref boundary) {
     if (host::is_instance(boundary, reinterpret_cast<PyObject*>(&PyLong_Type))) return boundary;

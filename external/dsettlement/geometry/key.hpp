@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 namespace dsettlement::geometry {
 
@@ -22,11 +23,8 @@ struct CurveKey {
   bool operator==(const CurveKey&) const = default;
 };
 
-// A key with a coordinate that is not a number equals nothing, itself included.
-template <typename Key>
-[[nodiscard]] bool equals_something(const Key& key) {
-  return key == key;  // NOLINT(misc-redundant-expression)
-}
+// The curves of a chain, in its order.
+using ChainKey = std::vector<CurveKey>;
 
 // Takes in one value after the other, so that equal sequences end in equal hashes.
 class Hash {
@@ -43,8 +41,13 @@ class Hash {
   Hash& add(double value) { return add(std::bit_cast<std::uint64_t>(value + 0.0)); }
   Hash& add(const PointKey& key) { return add(key.x).add(key.y); }
   Hash& add(const CurveKey& key) { return add(key.p1).add(key.p2); }
+  Hash& add(const void* object) { return add(std::bit_cast<std::uintptr_t>(object)); }
+  Hash& add(const ChainKey& key) {
+    for (const CurveKey& curve : key) add(curve);
+    return *this;
+  }
 
-  [[nodiscard]] std::size_t value() const { return state_; }
+  [[nodiscard]] std::uint64_t value() const { return state_; }
 
  private:
   std::uint64_t state_ = 0;
@@ -52,7 +55,7 @@ class Hash {
 
 struct HashOf {
   template <typename Key>
-  std::size_t operator()(const Key& key) const {
+  std::uint64_t operator()(const Key& key) const {
     return Hash().add(key).value();
   }
 };

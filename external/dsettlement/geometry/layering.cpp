@@ -48,9 +48,8 @@ Ref stack_layer(State& state, Arguments arguments) {
 
   const Ref top = host::call_method(self, names.create_boundary, points);
   const Ref layers = host::get(self, names.private_layers);
-  const Ref bottom = host::is_true(layers)
-                         ? host::get(host::item(layers, -1), names.boundary_top)
-                         : host::item(host::get(self, names.private_boundaries), 0);
+  const Ref bottom = host::is_true(layers) ? host::get(host::item(layers, -1), names.boundary_top)
+                                           : host::item(state.boundaries.read(self), 0);
   if (host::compare(top, Py_EQ, bottom)) {
     host::raise(model_error, "Boundary top is similar to boundary bottom.");
   }

@@ -3,6 +3,7 @@
 #include "geometry/chains.hpp"
 #include "geometry/document_2d.hpp"
 #include "geometry/layering.hpp"
+#include "geometry/make.hpp"
 #include "geometry/register.hpp"
 #include "geometry/validation_2d.hpp"
 #include "geometry/verticals.hpp"
@@ -75,8 +76,13 @@ constexpr Parameter point_parameters[] = {host::self, {"x", "float"}, {"y", "flo
 
 Ref create_point(State& state, Arguments arguments) {
   const auto [self, x, y] = arguments.first<3>();
-  const Ref point = host::call(state.point.now(), x, y);
-  host::call_method(host::get(self, state.names.private_points), state.names.append, point);
+  Ref point = make_point(state, x, y);
+  const Ref points = host::get(self, state.names.private_points);
+  if (PyList_CheckExact(points.get()) != 0) {
+    host::check(PyList_Append(points.get(), point.get()));
+  } else {
+    host::call_method(points, state.names.append, point);
+  }
   return point;
 }
 

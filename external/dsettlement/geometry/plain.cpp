@@ -1,5 +1,7 @@
 #include "geometry/plain.hpp"
 
+#include <cmath>
+
 #include "host/object.hpp"
 
 namespace dsettlement::geometry {
@@ -22,17 +24,25 @@ std::optional<PointKey> key_of_end(const State& state, Handle curve, Handle name
   return point ? key_of_point(state, point) : std::nullopt;
 }
 
+std::optional<double> plain_integer(PyObject* number) {
+  // Up to here a float holds an integer and the sum of two.
+  constexpr long long most = 1LL << 52;
+  int overflow = 0;
+  const long long value = PyLong_AsLongLongAndOverflow(number, &overflow);
+  if (overflow != 0 || value > most || value < -most) return std::nullopt;
+  return static_cast<double>(value);
+}
+
 }  // namespace
 
 std::optional<double> plain_number(Handle coordinate) {
   PyObject* number = coordinate;
-  if (PyFloat_CheckExact(number) != 0) return PyFloat_AS_DOUBLE(number);
+  if (PyFloat_CheckExact(number) != 0) {
+    const double value = PyFloat_AS_DOUBLE(number);
+    return std::isnan(value) ? std::nullopt : std::optional(value);
+  }
   if (PyLong_CheckExact(number) == 0 && PyBool_Check(number) == 0) return std::nullopt;
-  constexpr long long most_exact = 1LL << 53;  // from here on a float leaves integers out
-  int overflow = 0;
-  const long long value = PyLong_AsLongLongAndOverflow(number, &overflow);
-  if (overflow != 0 || value > most_exact || value < -most_exact) return std::nullopt;
-  return static_cast<double>(value);
+  return plain_integer(number);
 }
 
 std::optional<double> plain_field(Handle object, Handle name) {
@@ -64,6 +74,20 @@ std::optional<CurveKey> key_of_curve(const State& state, Handle curve) {
   return CurveKey{*p1, *p2};
 }
 
+std::optional<ChainKey> key_of_chain(const State& state, Handle chain) {
+  PyObject* curves = curves_of_plain_chain(state, chain);
+  if (curves == nullptr) return std::nullopt;
+  ChainKey key;
+  const Py_ssize_t count = PyList_GET_SIZE(curves);
+  key.reserve(static_cast<std::size_t>(count));
+  for (Py_ssize_t i = 0; i < count; ++i) {
+    const std::optional<CurveKey> curve = key_of_curve(state, PyList_GET_ITEM(curves, i));
+    if (!curve) return std::nullopt;
+    key.push_back(*curve);
+  }
+  return key;
+}
+
 PyObject* curves_of_plain_chain(const State& state, Handle chain) {
   if (!state.made.boundary.is_class_of(chain) && !state.made.pl_line.is_class_of(chain)) {
     return nullptr;
@@ -73,6 +97,16 @@ PyObject* curves_of_plain_chain(const State& state, Handle chain) {
   if (PyDict_GET_SIZE(fields.get()) != 1) return nullptr;
   PyObject* curves = state.chain_curves.peek(chain);
   return curves != nullptr && PyList_CheckExact(curves) != 0 ? curves : nullptr;
+}
+
+double area_of(const ChainKey& chain) {
+  double area = 0.0;
+  for (const auto& [p1, p2] : chain) {
+    // Rounded on its own: a compiler may not fuse the product with the sum.
+    const volatile double strip = (p2.x - p1.x) * ((p1.y + p2.y) / 2.0);
+    area += strip;
+  }
+  return area;
 }
 
 }  // namespace dsettlement::geometry

@@ -2,8 +2,8 @@
 //
 // An object is plain if comparing it runs nothing but this module's own operations on plain
 // numbers: it is of the very class of this module and not of a subclass, the class is as it was
-// made, and each coordinate is a float, or an integer that a float holds exactly. For plain objects
-// equality is equality of their keys.
+// made, and each coordinate is a float, or an integer for which a float does as well. For plain
+// objects equality is equality of their keys.
 #pragma once
 
 #include <optional>
@@ -13,7 +13,8 @@
 
 namespace dsettlement::geometry {
 
-// The number that a plain coordinate is; nothing for any other object.
+// The number that a plain coordinate is; nothing for any other object, and nothing for what is not
+// a number, which equals nothing.
 [[nodiscard]] std::optional<double> plain_number(host::Handle coordinate);
 
 // The same for a field of an object whose class has no say in how it is read.
@@ -23,12 +24,17 @@ namespace dsettlement::geometry {
 // plain, and the functions below must not be asked.
 [[nodiscard]] bool are_classes_as_made(const State& state);
 
-// The keys of plain objects; nothing for any other object.
+// The keys of plain objects; nothing for any other object. A chain is plain if it has nothing but a
+// list of plain curves.
 [[nodiscard]] std::optional<PointKey> key_of_point(const State& state, host::Handle point);
 [[nodiscard]] std::optional<CurveKey> key_of_curve(const State& state, host::Handle curve);
+[[nodiscard]] std::optional<ChainKey> key_of_chain(const State& state, host::Handle chain);
 
-// The list of curves of a boundary or pl-line that has nothing but its curves; null for any other
-// object. The curves need not be plain.
+// The list of curves of a chain that has nothing else; null for any other object. The curves need
+// not be plain.
 [[nodiscard]] PyObject* curves_of_plain_chain(const State& state, host::Handle chain);
+
+// The area between a plain chain and y = 0, to the last bit what the chain itself says.
+[[nodiscard]] double area_of(const ChainKey& chain);
 
 }  // namespace dsettlement::geometry

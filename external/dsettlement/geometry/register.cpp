@@ -133,6 +133,8 @@ void add_registers(host::Module& module, State& state, host::ClassBody& body) {
 void remember_for_registers(State& state, Handle model_class) {
   state.register_slot = host::get(model_class, state.names.register_slot);
   state.curves_property = host::get(model_class, state.names.private_curves);
+  state.create_curves = host::get(model_class, state.names.create_curves);
+  state.create_curve = host::get(model_class, state.names.create_curve);
 }
 
 }  // namespace dsettlement::geometry

@@ -72,7 +72,11 @@ struct State {
   host::WatchedField pl_lines{module_, "_pl_lines"};
   host::WatchedField verticals{module_, "_verticals"};
   host::Slot register_slot{module_};
+
+  // Operations of a model that need not be called as long as they are these.
   host::Slot curves_property{module_};
+  host::Slot create_curves{module_};
+  host::Slot create_curve{module_};
 
   host::Slot field_type{module_};
   host::Slot box_type{module_};

@@ -96,6 +96,11 @@ PyObject* WatchedField::peek(Handle object) const {
   return value;
 }
 
+Ref WatchedField::read(Handle object) const {
+  PyObject* value = peek(object);
+  return value != nullptr ? share(value) : get(object, name_);
+}
+
 void WatchedField::initialize(Handle object, Handle value) const {
   PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(object));
   if (_PyType_Lookup(type, Handle(name_)) != descriptor_.get()) return set(object, name_, value);

@@ -27,6 +27,9 @@ class WatchedField {
   // class of the object has something else under the name.
   [[nodiscard]] PyObject* peek(Handle object) const;
 
+  // What the attribute is, for a reader that neither changes it nor hands it on.
+  [[nodiscard]] Ref read(Handle object) const;
+
   // Puts a value there as the attribute would, but without notice if there was none before.
   void initialize(Handle object, Handle value) const;
 
