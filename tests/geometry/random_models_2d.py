@@ -393,16 +393,16 @@ class Pair:
 
     def step(self) -> None:
         roll = self.rng.random()
-        if roll < 0.34:
+        if self.taste.interferes and self.rng.random() < 0.3:
+            self.interfere() if roll < 0.9 else self.copy_models()
+        elif roll < 0.38:
             self.create_layer()
-        elif roll < 0.58:
+        elif roll < 0.64:
             self.create_pl_line()
-        elif roll < 0.78:
+        elif roll < 0.87:
             self.create_vertical()
-        elif roll < 0.90:
+        else:
             self.create_non_uniform_load()
-        elif self.taste.interferes:
-            self.interfere() if roll < 0.97 else self.copy_models()
 
 
 def compare_random_model(rng: random.Random, what: str) -> None:
@@ -410,7 +410,7 @@ def compare_random_model(rng: random.Random, what: str) -> None:
     pair = Pair(rng, Taste(rng), what)
     if not pair.construct():
         return
-    for _ in range(rng.randrange(3, 12)):
+    for _ in range(rng.randrange(3, 14)):
         pair.step()
     pair.compare_state()
     pair.compare_documents()

@@ -27,7 +27,9 @@ bool ClassSnapshot::holds() const {
 bool ClassSnapshot::is_unchanged() const {
   const PyTypeObject* type = as_type(type_);
   if (type->tp_bases != bases_.get()) return false;
-  if (PyDict_GET_SIZE(type->tp_dict) != PyDict_GET_SIZE(members_.get())) return false;
+  const int copied = PyDict_Contains(type->tp_dict, Handle(slot_names_));
+  check(copied);
+  if (PyDict_GET_SIZE(type->tp_dict) != PyDict_GET_SIZE(members_.get()) + copied) return false;
   PyObject* name = nullptr;
   PyObject* value = nullptr;
   for (Py_ssize_t place = 0; PyDict_Next(members_.get(), &place, &name, &value) != 0;) {

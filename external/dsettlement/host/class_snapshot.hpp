@@ -25,6 +25,9 @@ class ClassSnapshot {
  private:
   [[nodiscard]] bool is_unchanged() const;
 
+  // Left behind in a class when an object of it is copied or pickled for the first time.
+  Name slot_names_{"__slotnames__"};
+
   Slot type_;
   Slot members_;
   Slot bases_;
