@@ -10,6 +10,7 @@ PIP := $(BIN)/python -m pip --disable-pip-version-check --quiet
 PYTHON312 = $(shell scripts/find-python)
 FUZZ_TEXTS ?= 200000
 FUZZ_SECONDS ?= 60
+FUZZ_SEED ?=
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 export CMAKE_BUILD_PARALLEL_LEVEL ?= $(JOBS)
 
@@ -45,7 +46,7 @@ lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type c
 	  -DPython_EXECUTABLE=$(abspath $(BIN)/python) -DCMAKE_BUILD_TYPE=Debug -DDSETTLEMENT_WERROR=ON
 	$(BIN)/cmake --build build/lint
 	printf '%s\n' $(filter %.cpp,$(CXX_FILES)) | \
-	  xargs -P $(JOBS) -n 1 $(BIN)/clang-tidy -p build/lint --quiet
+	  xargs -P $(JOBS) -n 1 sh -c '$(BIN)/clang-tidy -p build/lint --quiet "$$1" 2>/dev/null' tidy
 
 demo: $(BUILT) $(STAMPS)/demo  ## tell the usage stories, with files and pictures in demo/
 	$(BIN)/python -m examples.showcase demo
@@ -54,7 +55,7 @@ bench: $(BUILT) $(STAMPS)/bench  ## measure against the plain-Python equivalents
 	$(BIN)/python -m benchmarks $(SUBJECTS)
 
 fuzz: $(BUILT) $(STAMPS)/test  ## compare readers on FUZZ_TEXTS generated texts, fuzz the core for FUZZ_SECONDS
-	$(BIN)/python -m fuzz.compare_readers --texts $(FUZZ_TEXTS)
+	$(BIN)/python -m fuzz.compare_readers --texts $(FUZZ_TEXTS) --seed "$(FUZZ_SEED)"
 	FUZZ_SECONDS=$(FUZZ_SECONDS) scripts/fuzz-core
 
 sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the interpreter's debugging allocator
