@@ -113,6 +113,40 @@ def many_headers_above_short_rows(size: int) -> str:
     )
 
 
+def empty_times_of(headers: Callable[[int], str], times: Callable[[int], str]) -> Maker:
+    """As many headers as times, and no rows under any of them."""
+
+    def make(size: int) -> str:
+        header_lines, blocks, number = [], [], 0
+        while size > 0:
+            header_lines.append(headers(number) + "\n")
+            blocks.append(
+                f"[Vertical Data at Time]\n{times(number)} = Time in days\n\n"
+                "[End of Vertical Data at Time]\n"
+            )
+            size -= len(header_lines[-1]) + len(blocks[-1])
+            number += 1
+        return _vertical(
+            "[Time-dependent Data]\n[Column Indication]\n"
+            + "".join(header_lines)
+            + "[End of Column Indication]\n"
+            + "".join(blocks)
+            + "[End of Time dependent Data]"
+        )
+
+    return make
+
+
+def equal_headers_above_no_rows(size: int) -> str:
+    """Nothing but header lines, all of them empty."""
+    return _vertical(
+        "[Stresses]\n[Column Indication]\n"
+        + "\n" * size
+        + "[End of Column Indication]\n[Stress Data]\n1 = Depth step count\n\n"
+        + "[End of Stress Data]\n[End of Stresses]"
+    )
+
+
 def long_row_above_short_rows(size: int) -> str:
     """A first row with as many fields as there are rows of one field."""
     half = max(1, size // 4)
@@ -164,6 +198,10 @@ MAKERS: dict[str, Maker] = {
     "one line of axes": one_line(" =  X"),
     "white space behind a count": white_space_behind_count,
     "many headers, short rows": many_headers_above_short_rows,
+    "equal headers, distinct times": empty_times_of(lambda _: "", lambda number: f"{number}.0"),
+    "equal headers, equal times": empty_times_of(lambda _: "", lambda _: "1.0"),
+    "distinct headers, equal times": empty_times_of(lambda number: f"{number:x}", lambda _: "1.0"),
+    "equal headers, no rows": equal_headers_above_no_rows,
     "long row, short rows": long_row_above_short_rows,
     "one numeral": one_numeral,
     "residuals in turn": residual_rows_of_many_verticals,

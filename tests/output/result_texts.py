@@ -57,6 +57,7 @@ NO_NUMERALS = (
 INTEGERS = ("0", "1", "2", "12", "049", "-1", "+3", "1_0", "\u0663", "1.0", TOO_MANY_DIGITS)
 STEP_COUNTS = ("3", "33", "\u0663")
 TIMES = ("0.0", "1.50", "1.5", "10.000000000000", "\u0663.\u0665", "1", "-1.0")
+MANY_TIMES = (("1.0",), ("1.0", "1.00", "2.5"), ("0.0", "1.50", "3.0", "4.0", "5.0"))
 HEADERS = (
     "Settlement",
     "Loading",
@@ -222,14 +223,22 @@ class ResultTexts:
         return [*tokens, "[End of Stress Data]", self._end(), "[End of Stresses]"]
 
     def _time_dependent(self) -> Tokens:
-        headers = self._random.randint(0, 3)
+        headers, blocks, times = self._random.randint(0, 3), self._random.randint(0, 3), TIMES
+        if self._chance(0.1):  # many columns and many times that take each other's place
+            headers, blocks, times = self._random.randint(4, 12), 8, self._pick(MANY_TIMES)
         tokens: Tokens = ["[Time-dependent Data]", self._end(), *self._headers(headers)]
-        for _ in range(self._random.randint(0, 3)):
+        for _ in range(blocks):
             tokens += [self._end(), "[Vertical Data at Time]", self._end(), self._many_spaces()]
             tokens += [
-                self._pick(("0.0", "1.50", "1.5", "10.000000000000", "\u0663.\u0665", "1", "-1.0"))
+                self._pick(times),
+                self._space(),
+                "=",
+                self._space(),
+                "Time",
+                self._gap(),
+                "in",
+                self._gap(),
             ]
-            tokens += [self._space(), "=", self._space(), "Time", self._gap(), "in", self._gap()]
             tokens += ["days", self._odd_spaces(), self._end()]
             tokens += self._rows(self._random.randint(0, 3), headers)
             tokens += [self._end(), "[End of Vertical Data at Time]"]

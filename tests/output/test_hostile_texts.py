@@ -1,6 +1,7 @@
 """Texts on which a backtracking reader takes quadratic time."""
 
 import time
+import tracemalloc
 
 import pytest
 from sembra.external.dsettlement import OutputFileParser
@@ -27,3 +28,15 @@ def test_a_large_hostile_text_is_read_in_no_time(name: str) -> None:
     outcome_of(lambda: OutputFileParser._parse_residual_settlements(text) and None)
     # A quadratic reader takes minutes; this one takes hundredths of a second.
     assert time.process_time() - start < 5.0
+
+
+def test_equal_headers_take_no_room() -> None:
+    text = MAKERS["equal headers, no rows"](500_000)
+    tracemalloc.start()
+    try:
+        assert OutputFileParser._parse_verticals(text)[1]["stresses"] == {"": []}
+        _, peak = tracemalloc.get_traced_memory()
+    finally:
+        tracemalloc.stop()
+    # A list for each of them would take thirty million bytes.
+    assert peak < 100_000

@@ -125,6 +125,27 @@ def test_of_equal_headers_the_later_column_wins_in_the_first_place() -> None:
     assert list(read_vertical(block)["vertical_data"][1.0].items()) == [("A", [3.0]), ("B", [2.0])]
 
 
+def test_a_later_block_wins_with_and_without_rows() -> None:
+    for rows, column in ((("", "1"), [1.0]), (("1", ""), []), (("1", "", "2"), [2.0])):
+        block = time_dependent(("A",), *(at_time("1.0", row) for row in rows))
+        assert read_vertical(block)["vertical_data"] == {1.0: {"A": column}}
+
+
+def test_equal_headers_of_blocks_without_rows_share_nothing() -> None:
+    block = time_dependent(("A", "B", "A"), at_time("1.0", ""), at_time("2.0", ""))
+    data = read_vertical(block)["vertical_data"]
+    assert data == {1.0: {"A": [], "B": []}, 2.0: {"A": [], "B": []}}
+    lists = [column for table in data.values() for column in table.values()]
+    assert len({id(column) for column in lists}) == 4
+
+
+def test_a_column_that_another_takes_the_place_of_is_read_all_the_same() -> None:
+    with pytest.raises(ValueError, match="'first'"):
+        read_vertical(time_dependent(("A", "A"), at_time("1.0", "1 late", "first 2")))
+    with pytest.raises(ValueError, match="'early'"):
+        read_vertical(time_dependent(("A",), at_time("1.0", "early"), at_time("1.0", "1")))
+
+
 @pytest.mark.parametrize("time", ["1", "-1.0", "1.0e1", "1.", ".5", "x"])
 def test_a_block_with_a_time_of_another_form_is_skipped(time: str) -> None:
     block = time_dependent(("A",), at_time("1.0", "1"), at_time(time, "2"), at_time("3.0", "3"))

@@ -9,6 +9,7 @@
 
 #include "host/object.hpp"
 #include "output/core/rows.hpp"
+#include "output/headers.hpp"
 #include "output/python_numbers.hpp"
 
 namespace dsettlement::output {
@@ -97,46 +98,53 @@ class FirstFailure {
   host::Ref error_;
 };
 
-// Reads the first fields of all rows and calls put(column, row, number) for each of them. Raises
-// what `[float(row.split()[column]) for row in rows]` raises, column by column.
+// Reads the first `count` fields of all rows, and calls put(i, row, number) for those in column
+// `columns[i]`. Raises what `[float(row.split()[column]) for row in rows]` raises, for one column
+// of the `count` after the other.
 template <typename Character, typename Put>
-void read_columns(Text<Character> rows, std::size_t columns, Put&& put) {
-  FirstFailure failure(columns);
+void read_columns(Text<Character> rows, std::size_t count, std::span<const std::size_t> columns,
+                  Put&& put) {
+  FirstFailure failure(count);
   RowReader<Character> reader(rows);
   double number = 0.0;
   Text<Character> text;
   for (std::size_t row = 0; reader.has_row() && failure.column() > 0; ++row, reader.end_row()) {
+    std::size_t i = 0;
     for (std::size_t column = 0; column < failure.column(); ++column) {
+      const bool is_kept = i < columns.size() && columns[i] == column;
       try {
         const Field field = reader.next(number, text);
         if (field == Field::number) [[likely]] {
-          put(column, row, number);
+          if (is_kept) put(i, row, number);
         } else if (field == Field::other) {
-          put(column, row, real_by_host(text));
+          host::Ref value = real_by_host(text);
+          if (is_kept) put(i, row, std::move(value));
         } else {
           raise_missing_element();
         }
       } catch (const host::ErrorSet&) {
         failure.take(column);
       }
+      if (is_kept) ++i;
     }
   }
   failure.raise_if_any();
 }
 
-// The first columns of a table as lists, one number per row. `pattern` holds the columns of an
-// earlier table, in which numbers are likely to recur.
+// The columns of a table that its headers leave standing, as lists with one number per row.
+// `pattern` holds those of an earlier table, in which numbers are likely to recur.
 template <typename Character>
-[[nodiscard]] std::vector<host::Ref> build_columns(Text<Character> rows, std::size_t columns,
+[[nodiscard]] std::vector<host::Ref> build_columns(Text<Character> rows, const Headers& headers,
                                                    std::span<const host::Ref> pattern = {}) {
-  if (columns == 0) return {};
+  const std::size_t count = headers.column_count();
+  if (count == 0) return {};
   const std::size_t row_count = count_lines(rows);
-  if (!has_room_for(rows, row_count, columns)) {
-    read_columns(rows, columns, [](std::size_t, std::size_t, const auto&) {});
+  if (!has_room_for(rows, row_count, count)) {
+    read_columns(rows, count, {}, [](std::size_t, std::size_t, const auto&) {});
   }
-  Columns lists(columns, row_count, pattern);
-  read_columns(rows, columns, [&](std::size_t column, std::size_t row, auto&& number) {
-    lists.put(column, row, std::forward<decltype(number)>(number));
+  Columns lists(headers.columns().size(), row_count, pattern);
+  read_columns(rows, count, headers.columns(), [&](std::size_t i, std::size_t row, auto&& number) {
+    lists.put(i, row, std::forward<decltype(number)>(number));
   });
   return lists.done();
 }

@@ -4,6 +4,7 @@
 #include "output/residuals.hpp"
 #include "output/tables.hpp"
 #include "output/time_settlement.hpp"
+#include "output/time_tables.hpp"
 #include "output/vertical.hpp"
 
 namespace dsettlement::output {
@@ -48,6 +49,10 @@ auto with_lines_of(const State& state, Handle match, const Name& name, Visit&& v
   return with_text_of(text, visit);
 }
 
+Headers headers_of(const State& state, Handle match) {
+  return with_lines_of(state, match, state.names.headers, [](auto text) { return Headers(text); });
+}
+
 std::vector<Ref> lines_of(const State& state, Handle match, const Name& name) {
   return with_lines_of(state, match, name, [](auto text) { return split_lines(text); });
 }
@@ -72,10 +77,9 @@ Ref match_coordinates(const State& state, Handle cls, Handle vertical) {
 
 Ref build_stresses(const State& state, const Ref& match) {
   if (!match) return Mapping().done();
-  const std::vector<Ref> headers = lines_of(state, match, state.names.headers);
-  return with_lines_of(state, match, state.names.data, [&](auto rows) {
-    return table_of(headers, build_columns(rows, headers.size()));
-  });
+  const Headers headers = headers_of(state, match);
+  return with_lines_of(state, match, state.names.data,
+                       [&](auto rows) { return headers.table(build_columns(rows, headers)); });
 }
 
 Ref build_time_settlement(const State& state, const Ref& match) {
@@ -91,20 +95,13 @@ Ref build_time_settlement(const State& state, const Ref& match) {
 }
 
 Ref build_vertical_data(const State& state, Handle cls, const Ref& match) {
-  std::vector<Ref> headers;
-  Ref data = Ref::steal(PyUnicode_New(0, 0));
-  if (match) {
-    headers = lines_of(state, match, state.names.headers);
-    data = group(state, match, state.names.data);
-  }
-  Mapping mapping;
+  TimeTables tables{match ? headers_of(state, match) : Headers(Text<Narrow>{})};
+  const Ref data = match ? group(state, match, state.names.data) : Ref::steal(PyUnicode_New(0, 0));
   find_all(state, cls, Pattern::vertical_data_at_time, data, [&](const Ref& block) {
     const Ref time = real_of_group(state, block, state.names.time);
-    mapping.put(time, with_lines_of(state, block, state.names.data, [&](auto rows) {
-                  return table_of(headers, build_columns(rows, headers.size()));
-                }));
+    with_lines_of(state, block, state.names.data, [&](auto rows) { tables.add(time, rows); });
   });
-  return mapping.done();
+  return tables.done();
 }
 
 Ref build_lines(const State& state, const Ref& match) {

@@ -1,11 +1,10 @@
-// The containers that the blocks of a result text turn into.
+// The lists that the lines of a result text turn into.
 #pragma once
 
 #include <algorithm>
 #include <vector>
 
 #include "host/containers.hpp"
-#include "output/columns.hpp"
 #include "output/core/lines.hpp"
 #include "output/python_numbers.hpp"
 
@@ -32,14 +31,6 @@ template <typename Character>
     ++index;
   });
   return numbers;
-}
-
-// A mapping of header to column. Of equal headers the later column wins, in the place of the first.
-[[nodiscard]] inline host::Ref table_of(const std::vector<host::Ref>& headers,
-                                        const std::vector<host::Ref>& columns) {
-  host::Mapping table;
-  for (std::size_t i = 0; i < headers.size(); ++i) table.put(headers[i], columns[i]);
-  return table.done();
 }
 
 }  // namespace dsettlement::output

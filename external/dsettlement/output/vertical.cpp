@@ -3,6 +3,7 @@
 #include "output/core/find_marks.hpp"
 #include "output/tables.hpp"
 #include "output/time_settlement.hpp"
+#include "output/time_tables.hpp"
 
 namespace dsettlement::output {
 
@@ -25,8 +26,8 @@ Ref build_coordinates(const State& state,
 template <typename Character>
 Ref build_stresses(const std::optional<TableMarks<Character>>& stresses) {
   if (!stresses) return Mapping().done();
-  const std::vector<Ref> headers = split_lines(stresses->headers);
-  return table_of(headers, build_columns(stresses->rows, headers.size()));
+  const Headers headers(stresses->headers);
+  return headers.table(build_columns(stresses->rows, headers));
 }
 
 template <typename Character>
@@ -42,16 +43,10 @@ Ref build_time_settlement(const State& state,
 
 template <typename Character>
 Ref build_vertical_data(const VerticalMarks<Character>& marks) {
-  Mapping mapping;
-  if (!marks.time_dependent_headers) return mapping.done();
-  const std::vector<Ref> headers = split_lines(*marks.time_dependent_headers);
-  std::vector<Ref> columns;
-  for (const auto& block : marks.times) {
-    const Ref time = real_of(block.time);
-    columns = build_columns(block.rows, headers.size(), columns);
-    mapping.put(time, table_of(headers, columns));
-  }
-  return mapping.done();
+  if (!marks.time_dependent_headers) return Mapping().done();
+  TimeTables tables{Headers(*marks.time_dependent_headers)};
+  for (const auto& block : marks.times) tables.add(real_of(block.time), block.rows);
+  return tables.done();
 }
 
 template <typename Character>
