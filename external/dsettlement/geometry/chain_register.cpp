@@ -69,7 +69,7 @@ bool ChainRegister::add_boundary(const State& state, const ChainKey& key, Handle
   if (std::isnan(area) || !keeps_its_curves(state, boundary)) return false;
   is_certain_ = false;  // until list and register agree again
   // Where a stable sort puts the last of a list that was sorted before.
-  const auto place = std::upper_bound(areas_.begin(), areas_.end(), area);
+  const auto place = std::ranges::upper_bound(areas_, area);
   const auto position = place - areas_.begin();
   areas_.insert(place, area);
   host::check(PyList_Insert(lists_.boundaries, position, boundary));

@@ -113,8 +113,7 @@ Ref list_pl_lines(State& state, Arguments arguments) {
 Ref list_layers(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  const ChainRegister* register_ = chain_register(state, self);
-  const bool twins = register_ == nullptr || register_->has_twins();
+  const bool twins = known_of_curves(state, self) == Entries::any;
   ChainPositions boundaries(state, self, state.boundaries, twins);
   ChainPositions pl_lines(state, self, state.pl_lines, twins);
   // Boundaries alone are counted from 0.

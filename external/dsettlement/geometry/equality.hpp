@@ -22,7 +22,8 @@ inline constexpr host::Parameter other_parameters[] = {host::self, {"other", "ob
         PyObject_RichCompare(value.get(), host::get(right, field).get(), Py_EQ));
   };
   host::Ref result = equal(first);
-  return host::is_true(result) ? equal(second) : result;
+  if (host::is_true(result)) result = equal(second);
+  return result;
 }
 
 [[nodiscard]] inline host::Ref hash_of(host::Handle object) {

@@ -30,14 +30,14 @@ bool VerticalRegister::holds(const State& state, PyObject* verticals) {
 }
 
 PyObject* VerticalRegister::at(double x) const {
-  const auto place = std::lower_bound(x_.begin(), x_.end(), x);
+  const auto place = std::ranges::lower_bound(x_, x);
   if (place == x_.end() || *place != x) return nullptr;
   return PyList_GET_ITEM(verticals_, place - x_.begin());
 }
 
 void VerticalRegister::add(double x, Handle vertical) {
   is_certain_ = false;  // until list and register agree again
-  const auto place = std::upper_bound(x_.begin(), x_.end(), x);
+  const auto place = std::ranges::upper_bound(x_, x);
   const auto position = place - x_.begin();
   x_.insert(place, x);
   host::check(PyList_Insert(verticals_, position, vertical));

@@ -32,13 +32,23 @@ void check_limits(const State& state, Handle limits, Handle x) {
   }
 }
 
-Ref vertical_at(const State& state, Handle verticals, Handle x) {
+Ref search_vertical(const State& state, Handle verticals, Handle x) {
   Ref found;
   host::for_each_while(verticals, [&](const Ref& vertical) {
     if (host::compare(host::get(vertical, state.names.x), Py_EQ, x)) found = vertical;
     return !found;
   });
   return found;
+}
+
+// The first vertical at x, or an empty Ref.
+Ref find_vertical(State& state, Handle self, Handle x) {
+  if (const std::optional<double> number = plain_number(x)) {
+    if (const VerticalRegister* verticals = vertical_register(state, self)) {
+      return Ref::borrow(verticals->at(*number));
+    }
+  }
+  return search_vertical(state, host::get(self, state.names.verticals), x);
 }
 
 void enter(State& state, Handle self, Handle vertical) {
@@ -57,13 +67,7 @@ Ref register_vertical(State& state, Arguments arguments) {
   const auto [self, x] = arguments.first<2>();
   const State::Names& names = state.names;
   check_limits(state, host::get(self, names.limits), x);
-  const std::optional<double> number = plain_number(x);
-  const VerticalRegister* known = number ? vertical_register(state, self) : nullptr;
-  if (known != nullptr) {
-    if (PyObject* vertical = known->at(*number)) return host::share(vertical);
-  } else if (const Ref vertical = vertical_at(state, host::get(self, names.verticals), x)) {
-    return vertical;
-  }
+  if (const Ref known = find_vertical(state, self, x)) return known;
   const Ref vertical = host::call(state.model.vertical.now(), x);
   enter(state, self, vertical);
   return vertical;
