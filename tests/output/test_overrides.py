@@ -97,6 +97,41 @@ def test_a_group_that_took_no_part_raises_what_none_raises() -> None:
         Other._parse_vertical("[Depths]")
 
 
+@pytest.mark.parametrize(
+    "name", ["_DEPTHS_PATTERN", "_LEAKAGES_PATTERN", "_DRAINED_LAYERS_PATTERN"]
+)
+@pytest.mark.parametrize("parser_class", [PlainOutputFileParser, OutputFileParser])
+def test_lines_are_taken_as_they_are_found_and_read_last(name: str, parser_class: Any) -> None:
+    text = vertical(stresses(("A",), "wrong"))
+
+    class WithoutLines(parser_class):  # type: ignore[misc]
+        pass
+
+    setattr(WithoutLines, name, re.compile(r"\[Vertical\](?P<data>never)?"))
+    with pytest.raises(AttributeError, match="'NoneType' object has no attribute 'splitlines'"):
+        WithoutLines._parse_vertical(text)
+
+    class WrongLines(parser_class):  # type: ignore[misc]
+        pass
+
+    setattr(WrongLines, name, re.compile(r"\[Vertical\](?P<data>.*)", re.DOTALL))
+    with pytest.raises(ValueError, match="'wrong'"):
+        WrongLines._parse_vertical(text)
+
+
+@pytest.mark.parametrize("parser_class", [PlainOutputFileParser, OutputFileParser])
+def test_without_headers_the_rows_of_a_time_are_not_looked_at(parser_class: Any) -> None:
+    class Other(parser_class):  # type: ignore[misc]
+        _VERTICAL_DATA_AT_TIME = re.compile(r"(?P<time>\d\.\d) = Time(?P<data>never)?")
+
+    def text(*headers: str) -> str:
+        return vertical(time_dependent(headers, "1.0 = Time"))
+
+    assert Other._parse_vertical(text(""))["vertical_data"] == {1.0: {}}
+    with pytest.raises(AttributeError, match="'NoneType' object has no attribute 'splitlines'"):
+        Other._parse_vertical(text("A"))
+
+
 def test_an_overridden_vertical_is_called_for_each_block() -> None:
     texts = []
 

@@ -71,9 +71,7 @@ Ref read_residual_settlements(Handle results) {
     const std::vector<TagMark> tags = index_tags(text);
     const auto block = find_residual_settlements(Section<Character>(text, tags));
     if (!block) return Mapping().done();
-    std::vector<Ref> headers = split_lines(block->headers);
-    if (!headers.empty()) headers.erase(headers.begin());
-    return build_residuals(headers, block->rows);
+    return build_residuals(but_first(split_lines(block->headers)), block->rows);
   });
 }
 

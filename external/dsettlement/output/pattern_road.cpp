@@ -99,15 +99,22 @@ Ref build_vertical_data(const State& state, Handle cls, const Ref& match) {
   const Ref data = match ? group(state, match, state.names.data) : Ref::steal(PyUnicode_New(0, 0));
   find_all(state, cls, Pattern::vertical_data_at_time, data, [&](const Ref& block) {
     const Ref time = real_of_group(state, block, state.names.time);
+    if (!tables.reads_rows()) return tables.add_without_rows(time);
     with_lines_of(state, block, state.names.data, [&](auto rows) { tables.add(time, rows); });
   });
   return tables.done();
 }
 
-Ref build_lines(const State& state, const Ref& match) {
-  if (!match) return Ref::steal(PyList_New(0));
-  return with_lines_of(state, match, state.names.data,
-                       [](auto text) { return build_numbers(text); });
+// The lines of a block, less the first, as they are found; they are read last of all.
+std::vector<Ref> number_lines_of(const State& state, const Ref& match) {
+  if (!match) return {};
+  return but_first(lines_of(state, match, state.names.data));
+}
+
+Ref numbers_of(const std::vector<Ref>& lines) {
+  host::List numbers;
+  for (const Ref& line : lines) numbers.append(Ref::steal(PyFloat_FromString(line.get())));
+  return numbers.done();
 }
 
 }  // namespace
@@ -126,9 +133,8 @@ Ref match_verticals(const State& state, Handle cls, Handle results) {
   Mapping verticals;
   long number = 0;
   find_all(state, cls, Pattern::vertical, results, [&](const Ref& match) {
-    const Ref vertical =
-        host::call_method(cls, state.names.parse_vertical, whole_match(state, match));
-    verticals.put(host::integer(++number), vertical);
+    const Ref parse = host::get(cls, state.names.parse_vertical);
+    verticals.put(host::integer(++number), host::call(parse, whole_match(state, match)));
   });
   return verticals.done();
 }
@@ -136,25 +142,25 @@ Ref match_verticals(const State& state, Handle cls, Handle results) {
 Ref match_vertical(const State& state, Handle cls, Handle vertical) {
   VerticalParts parts;
   parts.coordinates = match_coordinates(state, cls, vertical);
-  const Ref depths = search(state, cls, Pattern::depths, vertical);
-  const Ref leakages = search(state, cls, Pattern::leakages, vertical);
-  const Ref drained_layers = search(state, cls, Pattern::drained_layers, vertical);
+  const auto depths = number_lines_of(state, search(state, cls, Pattern::depths, vertical));
+  const auto leakages = number_lines_of(state, search(state, cls, Pattern::leakages, vertical));
+  const auto drained_layers =
+      number_lines_of(state, search(state, cls, Pattern::drained_layers, vertical));
   parts.stresses = build_stresses(state, search(state, cls, Pattern::stresses, vertical));
   parts.time_settlement_per_load =
       build_time_settlement(state, search(state, cls, Pattern::time_settlement_per_load, vertical));
   parts.vertical_data =
       build_vertical_data(state, cls, search(state, cls, Pattern::time_dependent_data, vertical));
-  parts.depths = build_lines(state, depths);
-  parts.leakages = build_lines(state, leakages);
-  parts.drained_layers = build_lines(state, drained_layers);
+  parts.depths = numbers_of(depths);
+  parts.leakages = numbers_of(leakages);
+  parts.drained_layers = numbers_of(drained_layers);
   return assemble_vertical(state, parts);
 }
 
 Ref match_residual_settlements(const State& state, Handle cls, Handle results) {
   const Ref match = search(state, cls, Pattern::residual_settlements, results);
   if (!match) return Mapping().done();
-  std::vector<Ref> headers = lines_of(state, match, state.names.headers);
-  if (!headers.empty()) headers.erase(headers.begin());
+  const std::vector<Ref> headers = but_first(lines_of(state, match, state.names.headers));
   return with_lines_of(state, match, state.names.data,
                        [&](auto rows) { return build_residuals(headers, rows); });
 }

@@ -19,6 +19,12 @@ template <typename Character>
   return lines;
 }
 
+// lines[1:]
+[[nodiscard]] inline std::vector<host::Ref> but_first(std::vector<host::Ref> lines) {
+  if (!lines.empty()) lines.erase(lines.begin());
+  return lines;
+}
+
 // [float(line) for line in text.splitlines()[1:]]: the first line says how many there are, and is
 // not read.
 template <typename Character>
