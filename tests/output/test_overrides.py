@@ -184,6 +184,78 @@ def test_the_constructor_calls_the_overridden_operation() -> None:
     assert Other(StringIO(FULL)).raw_results.startswith("[RESULTS]")
 
 
+class Lookups(type):
+    """A class that notes the names looked up in it, and refuses some."""
+
+    refused: dict[str, Exception]
+    seen: list[str]
+
+    def __getattribute__(cls, name: str) -> Any:
+        if name.startswith("_parse") or name.isupper():
+            type.__getattribute__(cls, "seen").append(name)
+            refused = type.__getattribute__(cls, "refused")
+            if name in refused:
+                raise refused[name]
+        return super().__getattribute__(name)
+
+
+def watched(parser_class: Any, **refused: Exception) -> Any:
+    return Lookups("Watched", (parser_class,), {"refused": refused, "seen": []})
+
+
+@pytest.mark.parametrize("parser_class", [PlainOutputFileParser, OutputFileParser])
+def test_nothing_is_looked_up_for_verticals_that_are_not_there(parser_class: Any) -> None:
+    refused = {"_parse_vertical": RuntimeError(), "_DEPTHS_PATTERN": RuntimeError()}
+    cls = watched(parser_class, **refused)
+    assert cls._parse_verticals(results("")) == {}
+    assert cls.seen == ["_parse_verticals", "_VERTICAL_PATTERN"]
+
+
+@pytest.mark.parametrize("error", [RuntimeError("no"), KeyboardInterrupt(), AttributeError("no")])
+@pytest.mark.parametrize("parser_class", [PlainOutputFileParser, OutputFileParser])
+def test_a_failure_to_look_up_a_pattern_is_raised(parser_class: Any, error: Any) -> None:
+    cls = watched(parser_class, _STRESSES_PATTERN=error)
+    with pytest.raises(type(error)) as raised:
+        cls._parse_verticals(FULL)
+    assert raised.value is error
+    # Once is enough, but for an absence, which has to show where the pattern is needed.
+    if not isinstance(error, AttributeError):
+        assert cls.seen.count("_STRESSES_PATTERN") == 1
+
+
+def test_an_operation_that_puts_itself_back_is_called_once(
+    monkeypatch: pytest.MonkeyPatch,
+) -> None:
+    def parse_once(text: str) -> Any:
+        monkeypatch.undo()
+        return "once"
+
+    monkeypatch.setattr(OutputFileParser, "_parse_vertical", parse_once)
+    verticals: Any = OutputFileParser._parse_verticals(FULL)
+    assert verticals[1] == "once"
+    assert verticals[2]["coordinates"] == {"z": 2.0}
+
+
+@pytest.mark.parametrize("parser_class", [PlainOutputFileParser, OutputFileParser])
+def test_the_constructor_looks_for_the_operation_before_it_asks_for_the_text(
+    parser_class: Any,
+) -> None:
+    steps = []
+
+    class Other(parser_class):  # type: ignore[misc]
+        def __getattribute__(self, name: str) -> Any:
+            steps.append(name)
+            return super().__getattribute__(name)
+
+    class Source:
+        def getvalue(self) -> str:
+            steps.append("getvalue")
+            return FULL
+
+    Other(Source())
+    assert steps == ["_parse_results", "getvalue"]
+
+
 @pytest.mark.parametrize("value", [b"bytes", 1, None])
 @pytest.mark.parametrize(
     "operation",

@@ -27,6 +27,12 @@ Ref for_each_vertical(Text<Character> results, Make&& make) {
   return verticals.done();
 }
 
+// True if `method` is the operation that the class was made with.
+bool is_original(const State& state, Handle cls, Handle method) {
+  return PyMethod_Check(method) != 0 && PyMethod_GET_SELF(method) == cls &&
+         PyMethod_GET_FUNCTION(method) == state.parse_vertical.get();
+}
+
 }  // namespace
 
 Ref find_results_text(Handle file) {
@@ -50,18 +56,17 @@ Ref read_vertical(const State& state, Handle vertical) {
   });
 }
 
-Ref read_verticals(const State& state, Handle results) {
-  return with_text_of(results, [&]<typename Character>(Text<Character> text) {
-    return for_each_vertical(
-        text, [&](const Section<Character>& vertical) { return build_vertical(state, vertical); });
-  });
-}
-
-Ref read_verticals_with(const State& state, Handle cls, Handle results) {
+Ref read_verticals(const State& state, Handle cls, Handle results) {
+  bool is_native = false;
   return with_text_of(results, [&]<typename Character>(Text<Character> text) {
     return for_each_vertical(text, [&](const Section<Character>& vertical) {
-      return host::call_method(cls, state.names.parse_vertical,
-                               python_text(results, vertical.text()));
+      // Between two verticals that are read natively nothing runs that could change the class.
+      if (!is_native) {
+        const Ref parse = host::get(cls, state.names.parse_vertical);
+        is_native = is_original(state, cls, parse) && state.patterns.are_original_for_vertical(cls);
+        if (!is_native) return host::call(parse, python_text(results, vertical.text()));
+      }
+      return build_vertical(state, vertical);
     });
   });
 }

@@ -19,11 +19,9 @@ namespace dsettlement::output {
 
 [[nodiscard]] host::Ref read_vertical(const State& state, host::Handle vertical);
 
-// The mappings of all verticals. Where `parse_vertical` of the class is another than the one it was
-// made with, each vertical goes through that.
-[[nodiscard]] host::Ref read_verticals(const State& state, host::Handle results);
-[[nodiscard]] host::Ref read_verticals_with(const State& state, host::Handle cls,
-                                            host::Handle results);
+// The mappings of all verticals. While `_parse_vertical` of the class, or one of its patterns, is
+// another than the one it was made with, each vertical goes through that operation.
+[[nodiscard]] host::Ref read_verticals(const State& state, host::Handle cls, host::Handle results);
 
 [[nodiscard]] host::Ref read_residual_settlements(host::Handle results);
 

@@ -21,8 +21,9 @@ constexpr Parameter vertical_parameters[] = {host::cls, {"vertical", "str"}};
 Ref init(State& state, Arguments arguments) {
   const auto [self, sld_file] = arguments.first<2>();
   const State::Names& names = state.names;
-  const Ref file = host::call_method(sld_file, names.getvalue);
-  host::set(self, names.private_results, host::call_method(self, names.parse_results, file));
+  const Ref parse = host::get(self, names.parse_results);
+  host::set(self, names.private_results,
+            host::call(parse, host::call_method(sld_file, names.getvalue)));
   return host::none();
 }
 
@@ -64,21 +65,10 @@ Ref parse_results(State& state, Arguments arguments) {
               host::text("{} contains no [Results]", {name_of_file(state, cls, file)}));
 }
 
-// True if the class reads a vertical with the operation and the patterns it was made with.
-bool reads_verticals_natively(const State& state, Handle cls) {
-  const Ref method = host::get(cls, state.names.parse_vertical);
-  return PyMethod_Check(method.get()) != 0 && PyMethod_GET_SELF(method.get()) == cls &&
-         PyMethod_GET_FUNCTION(method.get()) == state.parse_vertical.get() &&
-         state.patterns.are_original_for_vertical(cls);
-}
-
 Ref parse_verticals(State& state, Arguments arguments) {
   const auto [cls, results] = arguments.first<2>();
-  if (!is_native(state, cls, Pattern::vertical, results)) {
-    return match_verticals(state, cls, results);
-  }
-  if (reads_verticals_natively(state, cls)) return read_verticals(state, results);
-  return read_verticals_with(state, cls, results);
+  return is_native(state, cls, Pattern::vertical, results) ? read_verticals(state, cls, results)
+                                                           : match_verticals(state, cls, results);
 }
 
 Ref parse_vertical(State& state, Arguments arguments) {

@@ -47,6 +47,7 @@ bool Patterns::is_original(Handle cls, Pattern pattern) const {
   try {
     return of(cls, pattern).get() == compiled_[static_cast<std::size_t>(pattern)].get();
   } catch (const host::ErrorSet&) {
+    if (PyErr_ExceptionMatches(PyExc_AttributeError) == 0) throw;
     PyErr_Clear();  // It fails again, and then for good, where the pattern is needed.
     return false;
   }

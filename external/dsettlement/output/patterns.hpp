@@ -18,7 +18,8 @@ class Patterns {
   // The pattern that stands in a class now; a subclass or a test may have put another one there.
   [[nodiscard]] host::Ref of(host::Handle cls, Pattern pattern) const;
 
-  // True if the class has the pattern that was defined.
+  // True if the class has the pattern that was defined; false as well if it has none. Any other
+  // failure to look it up is raised.
   [[nodiscard]] bool is_original(host::Handle cls, Pattern pattern) const;
 
   // True if the class has all the patterns that were defined for a vertical.
