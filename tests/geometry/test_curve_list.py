@@ -150,7 +150,7 @@ def test_the_text_form_is_that_of_any_object() -> None:
 
 
 def test_pl_lines_and_boundaries_add_nothing() -> None:
-    for cls, text in ((_PlLine, "Piezometric level line."), (_Boundary, "Boundary.")):
+    for cls, text in ((_PlLine, " Piezometric level line. "), (_Boundary, " Boundary. ")):
         assert cls.__bases__ == (_CurveList,)
         assert cls.__doc__ == text
         assert {name for name in vars(cls) if not name.startswith("__")} == set()

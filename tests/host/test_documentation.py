@@ -107,6 +107,28 @@ def test_the_page_says(place: str, sentence: str) -> None:
     assert sentence in words(shown)
 
 
+@pytest.mark.parametrize(
+    ("thing", "beginning"),
+    [
+        (dsettlement._CurveList, " Boundaries and Pl-lines are curve lists. "),
+        (
+            dsettlement._CurveList.__init__,
+            " Consist of only unique curves; guaranteed upon creation of _Boundary and _PlLine. ",
+        ),
+        (
+            dsettlement._CurveList.area_above_horizontal,
+            " Area above horizontal line defined by y-coordinate. ",
+        ),
+        (
+            dsettlement.Model1D.update_geometry,
+            " Overwrite the current (default if not updated before) geometry with the given data.",
+        ),
+    ],
+)
+def test_known_texts_begin_to_the_letter(thing: Any, beginning: str) -> None:
+    assert thing.__doc__.startswith(beginning)
+
+
 def test_the_page_of_a_model_reads_like_a_page_of_a_manual() -> None:
     text = page(Model1D)
     assert text.startswith(

@@ -92,11 +92,11 @@ void note_change(State& state, Handle /*curve_list*/) {
 }  // namespace
 
 void define_curve_lists(host::Module& module, State& state) {
-  host::ClassBody curve_list(module, "_CurveList", "Boundaries and Pl-lines are curve lists.");
+  host::ClassBody curve_list(module, "_CurveList", " Boundaries and Pl-lines are curve lists. ");
   curve_list.add(state,
                  host::method<init>("__init__", init_parameters,
-                                    "Consist of only unique curves; guaranteed upon creation of "
-                                    "_Boundary and _PlLine.\n\n"
+                                    " Consist of only unique curves; guaranteed upon creation of "
+                                    "_Boundary and _PlLine. \n\n"
                                     "curves: the chain from left to right; the list is kept, not "
                                     "copied.\n\n"
                                     "Raises AssertionError if a curve does not begin where the one "
@@ -115,7 +115,7 @@ void define_curve_lists(host::Module& module, State& state) {
                             .returning("list[_Point]"));
   curve_list.add(state, host::method<area_above_horizontal>(
                             "area_above_horizontal", area_parameters,
-                            "Area above horizontal line defined by y-coordinate.\n\n"
+                            " Area above horizontal line defined by y-coordinate. \n\n"
                             "y: level of the line [m].\n\n"
                             "Returns the area by the trapezium rule [m²]; what lies below the line "
                             "counts negative.")
@@ -127,11 +127,11 @@ void define_curve_lists(host::Module& module, State& state) {
   state.curve_list = curve_list.make();
   state.made.curve_list.take(state.curve_list.original());
 
-  host::ClassBody pl_line(module, "_PlLine", "Piezometric level line.");
+  host::ClassBody pl_line(module, "_PlLine", " Piezometric level line. ");
   state.pl_line = pl_line.make({state.curve_list.original()});
   state.made.pl_line.take(state.pl_line.original());
 
-  host::ClassBody boundary(module, "_Boundary", "Boundary.");
+  host::ClassBody boundary(module, "_Boundary", " Boundary. ");
   state.boundary = boundary.make({state.curve_list.original()});
   state.made.boundary.take(state.boundary.original());
 }

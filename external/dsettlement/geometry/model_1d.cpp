@@ -145,7 +145,7 @@ constexpr const char* init_documentation =
     "member of CalculationModel.";
 
 constexpr const char* update_documentation =
-    "Overwrite the current (default if not updated before) geometry with the given data.\n\n"
+    " Overwrite the current (default if not updated before) geometry with the given data.\n\n"
     "bottom_level: bottom level of the bottom-most layer [m].\n"
     "layers: list of layers defined by top level [m] and material name, defined from top to "
     "bottom.\n"
