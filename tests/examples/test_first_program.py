@@ -30,3 +30,10 @@ def test_it_runs_when_pasted(run_example: Run) -> None:
 
 def test_it_has_at_most_twenty_lines() -> None:
     assert len(Path(PROGRAM).read_text(encoding="utf-8").splitlines()) <= 20
+
+
+def test_the_readme_shows_this_program() -> None:
+    program = PROGRAM.read_text(encoding="utf-8")
+    readme = (ROOT / "README.md").read_text(encoding="utf-8")
+    shown = readme.split("```python\n")[1].split("```")[0]
+    assert shown == program.split('"""\n\n', 1)[1]
