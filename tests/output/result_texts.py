@@ -223,9 +223,11 @@ class ResultTexts:
         return [*tokens, "[End of Stress Data]", self._end(), "[End of Stresses]"]
 
     def _time_dependent(self) -> Tokens:
-        headers, blocks, times = self._random.randint(0, 3), self._random.randint(0, 3), TIMES
+        headers, blocks = self._random.randint(0, 3), self._random.randint(0, 3)
+        times: Sequence[str] = TIMES
         if self._chance(0.1):  # many columns and many times that take each other's place
-            headers, blocks, times = self._random.randint(4, 12), 8, self._pick(MANY_TIMES)
+            headers, blocks = self._random.randint(4, 12), 8
+            times = self._pick(MANY_TIMES)
         tokens: Tokens = ["[Time-dependent Data]", self._end(), *self._headers(headers)]
         for _ in range(blocks):
             tokens += [self._end(), "[Vertical Data at Time]", self._end(), self._many_spaces()]
