@@ -19,6 +19,7 @@ from typing import Any
 from sembra.external.dsettlement import CalculationModel, ConsolidationModel
 
 from benchmarks.peak_memory import resident
+from benchmarks.plain import geometry as plain
 from benchmarks.side_by_side import Row, compare
 
 NATIVE = "sembra.external.dsettlement"
@@ -92,19 +93,34 @@ def seconds(work: Callable[[], object], times: int) -> float:
     return (time.process_time() - start) / times
 
 
-def linearity(what: str, work: Callable[[int], object]) -> Row:
+def linearity(what: str, work: Callable[[int], object], at_most: float | None = 2.3) -> Row:
     """Return how much longer twice the size takes.
 
     Half the size is worked on twice against all of it once, in turn, so that both spans are as long
-    and meet the same disturbances; the least of each counts, since those only add.
+    and meet the same disturbances; the least of each counts, since those only add. Where there is a
+    bound, the garbage collector rests meanwhile, as under `timeit`: how many of its passes go
+    through everything between two sizes is a matter of its thresholds, for any program.
     """
-    spans = [
-        (seconds(lambda: work(CURVES), 1), seconds(lambda: work(CURVES // 2), 2)) for _ in range(5)
-    ]
+    if at_most is not None:
+        gc.disable()
+    try:
+        spans = [
+            (seconds(lambda: work(CURVES), 1), seconds(lambda: work(CURVES // 2), 2))
+            for _ in range(5)
+        ]
+    finally:
+        gc.enable()
     longer, shorter = min(span[0] for span in spans), min(span[1] for span in spans)
     note = f"{longer * 1e3:.0f} ms : {shorter * 1e3:.0f} ms"
     title = f"{what}: {CURVES} : {CURVES // 2}"
-    return Row(title, longer / shorter, at_most=2.3, note=note)
+    return Row(title, longer / shorter, at_most=at_most, note=note)
+
+
+def list_objects(count: int) -> object:
+    """Make as many plain objects as a chain has, which nobody calls anything but linear."""
+    points = [plain._Point(float(i), 1.0) for i in range(count)]
+    table = {(point.x, point.y): point for point in points}
+    return [(point.x, point.y, 0) for point in table.values()]
 
 
 def bytes_each(module: str, count: int) -> tuple[float, float]:
@@ -156,6 +172,12 @@ def rows() -> list[Row]:
         linearity("curves in one layer", lambda n: build_and_serialize(NATIVE, 1, n)),
         linearity("layers of one curve", lambda n: build_and_serialize(NATIVE, n, 1)),
         linearity("verticals", create_verticals),
+        linearity(
+            "curves in 100 layers, with garbage collection",
+            lambda n: build_and_serialize(NATIVE, 100, n // 100),
+            at_most=None,
+        ),
+        linearity("objects in a list, with garbage collection", list_objects, at_most=None),
         *memory(),
     ]
 
