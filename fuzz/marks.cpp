@@ -134,8 +134,36 @@ const std::vector<Expression>& expressions() {
   return all;
 }
 
+// How many texts were compared, and how many not with all patterns because the matcher would have
+// taken too long; shown at the end, so that the latter can't become the rule unseen.
+class Tally {
+ public:
+  Tally() = default;
+  Tally(const Tally&) = delete;
+  Tally& operator=(const Tally&) = delete;
+  ~Tally() {
+    std::fprintf(stderr, "%zu texts compared, %zu of them not with all patterns\n", texts_,
+                 incomplete_);
+  }
+
+  void add(bool is_complete) {
+    ++texts_;
+    if (!is_complete) ++incomplete_;
+  }
+
+ private:
+  std::size_t texts_ = 0;
+  std::size_t incomplete_ = 0;
+};
+
+Tally& tally() {
+  static Tally the;
+  return the;
+}
+
 template <typename Character>
 void compare(Text<Character> text) {
+  bool is_complete = true;
   const std::vector<TagMark> tags = index_tags(text);
   const Section<Character> section(text, tags);
   for (std::size_t i = 0; i < pattern_count; ++i) {
@@ -144,11 +172,13 @@ void compare(Text<Character> text) {
     try {
       if (are_equal(native, find_by_matching(pattern, expressions()[i], text))) continue;
     } catch (const TooManySteps&) {
+      is_complete = false;
       continue;
     }
     std::fprintf(stderr, "the marks differ from the pattern %s\n", pattern_definitions[i].name);
     std::abort();
   }
+  tally().add(is_complete);
 }
 
 }  // namespace
