@@ -22,7 +22,9 @@ bool Constructor::is_still_that_of(Handle type) const {
 }
 
 Ref allocate(Handle type) {
-  return Ref::steal(as_type(type)->tp_alloc(as_type(type), 0));
+  // By way of the constructor of `object`, which lays the attributes out within the object.
+  const Ref no_arguments = Ref::steal(PyTuple_New(0));
+  return Ref::steal(PyBaseObject_Type.tp_new(as_type(type), no_arguments.get(), nullptr));
 }
 
 }  // namespace dsettlement::host
