@@ -5,16 +5,17 @@ namespace dsettlement::geometry {
 using host::Handle;
 using host::Ref;
 
-ChainPositions::ChainPositions(const State& state, Handle model, const host::WatchedField& list,
-                               bool twins)
+ChainPositions::ChainPositions(const State& state, Handle model, const host::WatchedField& list)
     : state_(state),
       model_(model),
       attribute_(list.name()),
-      twins_(twins),
-      list_(list.read(model)),
-      is_certain_(PyList_CheckExact(list_.get()) != 0 && are_classes_as_made(state)) {
-  const Py_ssize_t count = is_certain_ ? PyList_GET_SIZE(list_.get()) : 0;
-  for (Py_ssize_t i = 0; i < count && is_certain_; ++i) enter(PyList_GET_ITEM(list_.get(), i), i);
+      is_certain_(reads_attribute_plainly(model, list.name(), list.descriptor())) {
+  PyObject* chains = is_certain_ ? list.peek(model) : nullptr;
+  is_certain_ = chains != nullptr && PyList_CheckExact(chains) != 0 && are_classes_as_made(state);
+  if (!is_certain_) return;
+  entries_ = Ref::steal(PyList_AsTuple(chains));
+  const Py_ssize_t count = PyTuple_GET_SIZE(entries_.get());
+  for (Py_ssize_t i = 0; i < count && is_certain_; ++i) enter(PyTuple_GET_ITEM(entries_.get(), i), i);
 }
 
 Ref ChainPositions::of(Handle chain) {
@@ -25,12 +26,9 @@ Ref ChainPositions::of(Handle chain) {
 }
 
 void ChainPositions::enter(Handle chain, Py_ssize_t position) {
-  if (twins_) {
-    const std::optional<ChainKey> key = key_of_chain(state_, chain);
-    if (!key) return doubt();
-    position = by_key_.enter(*key, chain, position).position;
-  }
-  by_object_.try_add(chain, position);
+  const std::optional<ChainKey> key = key_of_chain(state_, chain);
+  if (!key) return doubt();
+  by_object_.try_add(chain, by_key_.enter(*key, chain, position).position);
 }
 
 std::optional<Py_ssize_t> ChainPositions::find(Handle chain) {

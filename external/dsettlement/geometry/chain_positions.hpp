@@ -10,14 +10,12 @@ namespace dsettlement::geometry {
 // out of an index as long as all objects met are plain, by a search from the first other one on.
 class ChainPositions {
  public:
-  // Without `twins` all entries are known to be plain, and no two of them to be equal.
-  ChainPositions(const State& state, host::Handle model, const host::WatchedField& list,
-                 bool twins);
+  ChainPositions(const State& state, host::Handle model, const host::WatchedField& list);
 
   // The position counted from 0. Raises ValueError if there is no equal entry.
   [[nodiscard]] host::Ref of(host::Handle chain);
 
-  // To be told when an object was met that is not plain.
+  // To be told before anything is met that is not plain: what it does can change the list.
   void doubt() { is_certain_ = false; }
 
  private:
@@ -27,9 +25,8 @@ class ChainPositions {
   const State& state_;
   host::Handle model_;
   host::Handle attribute_;
-  bool twins_;
-  host::Ref list_;
   bool is_certain_;
+  host::Ref entries_;  // owns the chains, whatever becomes of the list
   HashedMap<PyObject*, Py_ssize_t, HashOf> by_object_;
   ChainIndex by_key_;
 };

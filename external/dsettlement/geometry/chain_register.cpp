@@ -21,7 +21,8 @@ bool has_one_owner(PyObject* container) {
 bool keeps_its_curves(const State& state, Handle chain) {
   const Ref fields = Ref::steal(PyObject_GenericGetDict(chain, nullptr));
   const bool has_fields_alone = Py_REFCNT(fields.get()) == 2;  // the chain and this function
-  return has_fields_alone && has_one_owner(curves_of_plain_chain(state, chain));
+  const Ref curves = curves_of_plain_chain(state, chain);
+  return has_fields_alone && curves && Py_REFCNT(curves.get()) == 2;  // the chain and this one
 }
 
 }  // namespace
@@ -48,10 +49,10 @@ PyObject* ChainRegister::curve(const State& state, const CurveKey& key) const {
 }
 
 PyObject* ChainRegister::curve_at(const State& state, Place place) const {
-  PyObject* curves = curves_of_plain_chain(state, chains_[place.chain]);
+  const Ref curves = curves_of_plain_chain(state, chains_[place.chain]);
   const auto position = static_cast<Py_ssize_t>(place.position);
-  if (curves == nullptr || position >= PyList_GET_SIZE(curves)) return nullptr;
-  return PyList_GET_ITEM(curves, position);
+  if (!curves || position >= PyList_GET_SIZE(curves.get())) return nullptr;
+  return PyList_GET_ITEM(curves.get(), position);
 }
 
 PyObject* ChainRegister::boundary(const ChainKey& key, Handle boundary) const {

@@ -51,48 +51,53 @@ Ref list_points(State& state, Arguments arguments) {
   return points.done();
 }
 
+bool is_plain_list(Handle object) {
+  return PyList_CheckExact(static_cast<PyObject*>(object)) != 0;
+}
+
+bool is_number(Handle object) {
+  return PyLong_CheckExact(static_cast<PyObject*>(object)) != 0;
+}
+
 Ref list_curves(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   const Ref curves_of_model = host::get(self, names.private_curves);
-  Numbering<PointKey> points(state, self, names.private_points, key_of_point);
+  Numbering<PointKey> points(state, self, names.private_points, nullptr, key_of_point);
+  if (!is_plain_list(curves_of_model)) points.doubt();
   host::List curves;
   host::for_each(curves_of_model, [&](const Ref& curve) {
     if (!state.made.curve.is_class_of(curve)) points.doubt();
     const Ref p1 = points.number_of(host::get(curve, names.p1));
     const Ref p2 = points.number_of(host::get(curve, names.p2));
     const Ref pair = Ref::steal(PyTuple_Pack(2, p1.get(), p2.get()));
-    leave_to_its_count(pair);
+    if (is_number(p1) && is_number(p2)) leave_to_its_count(pair);
     curves.append(pair);
   });
   return curves.done();
 }
 
-// What the register knows of the curves of the model.
-Entries known_of_curves(State& state, Handle self) {
-  const ChainRegister* chains = chain_register(state, self);
-  if (chains == nullptr || chains->has_twins()) return Entries::any;
-  return chains->shares_curves() ? Entries::same_where_equal : Entries::all_different;
-}
-
-Py_ssize_t count_curves(const State& state, Handle chains) {
-  Py_ssize_t count = 0;
-  host::for_each(chains, [&](const Ref& chain) {
-    PyObject* curves = curves_of_plain_chain(state, chain);
-    if (curves != nullptr) count += PyList_GET_SIZE(curves);
-  });
-  return count;
+// Whether nothing of an application runs when the curves of all chains are asked for.
+bool are_chains_plain(const State& state, Handle chains) {
+  if (!is_plain_list(chains)) return false;
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(static_cast<PyObject*>(chains)); ++i) {
+    const Ref chain = host::share(PyList_GET_ITEM(static_cast<PyObject*>(chains), i));
+    if (!curves_of_plain_chain(state, chain)) return false;
+  }
+  return true;
 }
 
 Ref list_chains(State& state, Handle self, const host::WatchedField& field) {
   const State::Names& names = state.names;
-  const Entries known = known_of_curves(state, self);
   const Ref chains = field.read(self);
-  Numbering<CurveKey> curves(state, self, names.private_curves, key_of_curve, known);
-  if (&field == &state.pl_lines) curves.expect(-count_curves(state, chains));
+  Numbering<CurveKey> curves(state, self, names.private_curves, state.curves_property.get(),
+                             key_of_curve);
+  if (!are_chains_plain(state, state.boundaries.read(self)) ||
+      !are_chains_plain(state, state.pl_lines.read(self)) || !are_chains_plain(state, chains)) {
+    curves.doubt();
+  }
   host::List list;
   host::for_each(chains, [&](const Ref& chain) {
-    if (curves_of_plain_chain(state, chain) == nullptr) curves.doubt();
     host::List numbers;
     host::for_each(host::get(chain, names.curves),
                    [&](const Ref& curve) { numbers.append(curves.number_of(curve)); });
@@ -105,32 +110,43 @@ Ref list_boundaries(State& state, Arguments arguments) {
   return list_chains(state, arguments[0], state.boundaries);
 }
 
-// Their curves come last among those of the model.
 Ref list_pl_lines(State& state, Arguments arguments) {
   return list_chains(state, arguments[0], state.pl_lines);
+}
+
+// Whether asking the object for its class runs nothing of an application.
+bool tells_its_class_plainly(const State& state, Handle object) {
+  PyObject* of = object;
+  return of == Py_None || PyLong_CheckExact(of) != 0 || PyBool_Check(of) != 0 ||
+         PyFloat_CheckExact(of) != 0 || PyUnicode_CheckExact(of) != 0 ||
+         curves_of_plain_chain(state, object);
 }
 
 Ref list_layers(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  const bool twins = known_of_curves(state, self) == Entries::any;
-  ChainPositions boundaries(state, self, state.boundaries, twins);
-  ChainPositions pl_lines(state, self, state.pl_lines, twins);
+  ChainPositions boundaries(state, self, state.boundaries);
+  ChainPositions pl_lines(state, self, state.pl_lines);
+  const auto doubt = [&] {
+    boundaries.doubt();
+    pl_lines.doubt();
+  };
   // Boundaries alone are counted from 0.
   const auto boundary_number = [&](Ref boundary) {
+    if (!tells_its_class_plainly(state, boundary)) doubt();
     if (host::is_instance(boundary, reinterpret_cast<PyObject*>(&PyLong_Type))) return boundary;
     return boundaries.of(boundary);
   };
   const auto pl_line_number = [&](Ref pl_line) {
+    if (!tells_its_class_plainly(state, pl_line)) doubt();
     if (!host::is_instance(pl_line, state.pl_line.original())) return pl_line;
     return host::sum(pl_lines.of(pl_line), host::integer(1));
   };
+  const Ref list = host::get(self, names.private_layers);
+  if (!is_plain_list(list) || !state.made.layer.holds()) doubt();
   host::List layers;
-  host::for_each(host::get(self, names.private_layers), [&](const Ref& layer) {
-    if (!state.made.layer.is_class_of(layer) || !state.made.layer.holds()) {
-      boundaries.doubt();
-      pl_lines.doubt();
-    }
+  host::for_each(list, [&](const Ref& layer) {
+    if (!state.made.layer.is_class_of(layer)) doubt();
     const auto get = [&](Handle name) { return host::get(layer, name); };
     layers.append(host::Mapping()
                       .put(names.material, get(names.material))

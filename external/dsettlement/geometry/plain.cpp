@@ -75,28 +75,32 @@ std::optional<CurveKey> key_of_curve(const State& state, Handle curve) {
 }
 
 std::optional<ChainKey> key_of_chain(const State& state, Handle chain) {
-  PyObject* curves = curves_of_plain_chain(state, chain);
-  if (curves == nullptr) return std::nullopt;
+  const Ref curves = curves_of_plain_chain(state, chain);
+  if (!curves) return std::nullopt;
   ChainKey key;
-  const Py_ssize_t count = PyList_GET_SIZE(curves);
-  key.reserve(static_cast<std::size_t>(count));
-  for (Py_ssize_t i = 0; i < count; ++i) {
-    const std::optional<CurveKey> curve = key_of_curve(state, PyList_GET_ITEM(curves, i));
-    if (!curve) return std::nullopt;
-    key.push_back(*curve);
+  key.reserve(static_cast<std::size_t>(PyList_GET_SIZE(curves.get())));
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(curves.get()); ++i) {
+    const Ref curve = host::share(PyList_GET_ITEM(curves.get(), i));
+    const std::optional<CurveKey> curve_key = key_of_curve(state, curve);
+    if (!curve_key) return std::nullopt;
+    key.push_back(*curve_key);
   }
   return key;
 }
 
-PyObject* curves_of_plain_chain(const State& state, Handle chain) {
-  if (!state.made.boundary.is_class_of(chain) && !state.made.pl_line.is_class_of(chain)) {
-    return nullptr;
-  }
+Ref curves_of_plain_chain(const State& state, Handle chain) {
+  if (!state.made.boundary.is_class_of(chain) && !state.made.pl_line.is_class_of(chain)) return {};
   // An operation can be shadowed by an attribute of the object, so there may be no other.
   const Ref fields = Ref::steal(PyObject_GenericGetDict(chain, nullptr));
-  if (PyDict_GET_SIZE(fields.get()) != 1) return nullptr;
+  if (PyDict_GET_SIZE(fields.get()) != 1) return {};
   PyObject* curves = state.chain_curves.peek(chain);
-  return curves != nullptr && PyList_CheckExact(curves) != 0 ? curves : nullptr;
+  if (curves == nullptr || PyList_CheckExact(curves) == 0) return {};
+  return host::share(curves);
+}
+
+bool reads_attribute_plainly(Handle object, Handle name, PyObject* descriptor) {
+  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(object));
+  return type->tp_getattro == PyObject_GenericGetAttr && _PyType_Lookup(type, name) == descriptor;
 }
 
 double area_of(const ChainKey& chain) {

@@ -30,9 +30,14 @@ namespace dsettlement::geometry {
 [[nodiscard]] std::optional<CurveKey> key_of_curve(const State& state, host::Handle curve);
 [[nodiscard]] std::optional<ChainKey> key_of_chain(const State& state, host::Handle chain);
 
-// The list of curves of a chain that has nothing else; null for any other object. The curves need
+// The list of curves of a chain that has nothing else; empty for any other object. The curves need
 // not be plain.
-[[nodiscard]] PyObject* curves_of_plain_chain(const State& state, host::Handle chain);
+[[nodiscard]] host::Ref curves_of_plain_chain(const State& state, host::Handle chain);
+
+// Whether reading the attribute of an object runs nothing of an application: its class has under
+// that name what this module has put there, `descriptor`, or null for nothing.
+[[nodiscard]] bool reads_attribute_plainly(host::Handle object, host::Handle name,
+                                           PyObject* descriptor);
 
 // The area between a plain chain and y = 0, to the last bit what the chain itself says.
 [[nodiscard]] double area_of(const ChainKey& chain);

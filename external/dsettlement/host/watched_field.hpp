@@ -35,6 +35,9 @@ class WatchedField {
 
   [[nodiscard]] Handle name() const noexcept { return name_; }
 
+  // What stands in the class under the name.
+  [[nodiscard]] PyObject* descriptor() const noexcept { return descriptor_.get(); }
+
  private:
   Handle watch_with(Handle field_type, Handle module, void* state, Notice notice);
 
