@@ -184,6 +184,19 @@ def test_the_constructor_calls_the_overridden_operation() -> None:
     assert Other(StringIO(FULL)).raw_results.startswith("[RESULTS]")
 
 
+def test_patterns_of_bytes_are_refused() -> None:
+    class OfBytes(OutputFileParser):
+        pass
+
+    for name in PATTERNS:
+        original = getattr(OutputFileParser, name)
+        flags = original.flags & ~re.UNICODE
+        setattr(OfBytes, name, re.compile(original.pattern.encode(), flags))
+    text: Any = vertical("[Depths]", "1 = count", "1.0", "[End of Depths]").encode()
+    with pytest.raises(TypeError, match="a result text must be of type str"):
+        OfBytes._parse_vertical(text)
+
+
 class Lookups(type):
     """A class that notes the names looked up in it, and refuses some."""
 
