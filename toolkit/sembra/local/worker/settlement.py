@@ -25,8 +25,8 @@ from .model import Column, Floats
 from .preconsolidation import preconsolidation_pressure
 from .project import Project
 from .stresses import initial_effective_stress, middle_effective_stress, pore_pressures
-from .swelling import check_swelling
 from .timesteps import calculation_times
+from .unstated_constants import check_constants
 
 
 @dataclass(frozen=True)
@@ -89,7 +89,7 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
     lowered = drawdowns(column, drains, options) if drains else []
     steps = load_steps(column, mesh, initial, project.loads, lowered)
     pressure, paths = _stress_paths(column, mesh, initial, steps, project)
-    check_swelling(column, mesh, steps, paths)
+    check_constants(column, mesh, steps, paths)
     starts = [step.time for step in steps] + ([drains.start] if drains else [])
     times = calculation_times(starts, options.end, project.residual_times)
 

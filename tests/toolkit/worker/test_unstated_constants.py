@@ -1,4 +1,4 @@
-"""Swelling with constants that nobody has stated."""
+"""Settlement and swelling with constants that nobody has stated."""
 
 import pytest
 
@@ -13,7 +13,7 @@ UNSTATED = {"SoilAp": 1.0, "SoilAsec": 1.0}
 UP = ("up", 0, 10.0, 5.0, 0.0)
 OFF = ("off", 30, -10.0, 4.0, 0.0)
 MESSAGE = (
-    "The material Clay is unloaded at {time} days. It would heave far too much, since its swelling "
+    "The material Clay is unloaded at {time} days. It would heave far too much, since its "
     "constants Ap and Asec are both 1, their value where none is stated. State them, or have them "
     "follow Cp and Cs."
 )
@@ -67,3 +67,24 @@ def test_without_unloading_nobody_needs_them() -> None:
 def test_constants_that_follow_those_of_compression_are_stated() -> None:
     soil = UNSTATED | {"SoilApAsApproximationByCpCs": 1}
     assert calculated(input_text(loads=[UP, OFF], soils={"Clay": soil}))
+
+
+@pytest.mark.parametrize(
+    ("constants", "names"),
+    [
+        ({"SoilCp": 1.0, "SoilCp1": 1.0}, "Cp and Cp'"),
+        ({"SoilCs": 1.0, "SoilCs1": 1.0}, "Cs and Cs'"),
+    ],
+)
+def test_loading_names_the_material_and_the_constants(
+    constants: dict[str, float], names: str
+) -> None:
+    assert refused(input_text(loads=[UP], soils={"Clay": constants})) == (
+        "The material Clay is loaded at 0 days. It would settle far too much, since its constants "
+        f"{names} are both 1, their value where none is stated. State them."
+    )
+
+
+@pytest.mark.parametrize("stated", [{"SoilCp": 1.0}, {"SoilCs1": 1.0}])
+def test_one_stated_constant_of_compression_is_a_choice(stated: dict[str, float]) -> None:
+    assert calculated(input_text(loads=[UP], soils={"Clay": stated}))
