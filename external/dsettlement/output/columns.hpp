@@ -117,8 +117,8 @@ void read_columns(Text<Character> rows, std::size_t count, std::span<const std::
         if (field == Field::number) [[likely]] {
           if (is_kept) put(i, row, number);
         } else if (field == Field::other) {
-          host::Ref value = real_by_host(text);
-          if (is_kept) put(i, row, std::move(value));
+          const host::Ref value = real_by_host(text);  // which may fail, kept or not
+          if (is_kept) put(i, row, value);
         } else {
           raise_missing_element();
         }
@@ -143,9 +143,9 @@ template <typename Character>
     read_columns(rows, count, {}, [](std::size_t, std::size_t, const auto&) {});
   }
   Columns lists(headers.columns().size(), row_count, pattern);
-  read_columns(rows, count, headers.columns(), [&](std::size_t i, std::size_t row, auto&& number) {
-    lists.put(i, row, std::forward<decltype(number)>(number));
-  });
+  read_columns(
+      rows, count, headers.columns(),
+      [&](std::size_t i, std::size_t row, const auto& number) { lists.put(i, row, number); });
   return lists.done();
 }
 
