@@ -1,8 +1,10 @@
 """Reading result files: against the plain reader, against the floor, and on hostile texts."""
 
 import ctypes
+import math
 import os
 import time
+from collections.abc import Sequence
 from io import StringIO
 from pathlib import Path
 
@@ -17,8 +19,24 @@ from benchmarks.tight_pass import exactly
 
 ROOT = Path(__file__).resolve().parents[1]
 SAMPLES = Path(os.environ.get("SEMBRA_SAMPLES", ROOT.parent / "shared" / "samples"))
-HOSTILE_SIZE = 5_000_000
+# Where the caches end, or the allocator takes to asking the kernel, a doubling costs more than
+# twice, once. What isn't linear shows at the next doubling as well, and at four instead of two.
+HOSTILE_SIZES = (1_000_000, 10_000_000)
+MOST_GROWTH = 2.2
+SPAN = 0.2  # seconds: shorter ones waver with whatever else the machine does
+ROUNDS = 4
 COPIES = 60
+
+# A character that makes Python take two or four bytes for each of a text, and some of the hostile
+# texts to read in these widths.
+WIDENING = {2: "\u0101", 4: "\U0001f4a7"}
+WIDENED = (
+    "bare CR",
+    "unclosed depths",
+    "one line of equals signs",
+    "equal headers, equal times",
+    "residuals in turn",
+)
 
 
 class Source(StringIO):
@@ -33,17 +51,30 @@ class Source(StringIO):
         return self._text
 
 
-def read_hostile(source: Source) -> None:
-    """Read a text in every way; a refusal is as good as a result."""
+def parser_of(source: Source) -> OutputFileParser | None:
+    """Return a parser of a text, or None for a text that is refused."""
     try:
-        parser = OutputFileParser(source)
+        return OutputFileParser(source)
     except ParsingError:
-        return
+        return None
+
+
+def read(parser: OutputFileParser | None, name: str) -> object:
+    """Read one property; a refusal is as good as a result."""
+    try:
+        return getattr(parser, name, None)
+    except (ValueError, IndexError):
+        return None
+
+
+def read_all(sources: Sequence[Source]) -> None:
+    """Read all texts in every way, each way for one text after the other, and then drop it all.
+
+    So several texts take their way through as much memory as one of their total size.
+    """
+    parsers = [parser_of(source) for source in sources]
     for name in ("vertical_results", "residual_times"):
-        try:
-            getattr(parser, name)
-        except (ValueError, IndexError):
-            continue
+        _results = [read(parser, name) for parser in parsers]
 
 
 def against_plain_and_floor(path: Path) -> list[Row]:
@@ -84,11 +115,11 @@ def memory(path: Path) -> Row:
     return Row(f"{path.stem}: peak memory : result", peak / size, at_most=1.1, note=note)
 
 
-def _seconds(source: Source, times: int) -> float:
+def _seconds(sources: Sequence[Source], times: int) -> float:
     start = time.process_time()
     for _ in range(times):
-        read_hostile(source)
-    return time.process_time() - start
+        read_all(sources)
+    return (time.process_time() - start) / times
 
 
 def _keep_freed_memory() -> None:
@@ -103,18 +134,37 @@ def _keep_freed_memory() -> None:
     libc.mallopt(trim_threshold, 2**31 - 1)
 
 
-def linearity(name: str) -> Row:
+def widened(text: str, width: int) -> str:
+    """Return a text in characters of so many bytes, the widening one inside the results."""
+    return text.replace("[Results]", f"[Results]\n{WIDENING[width]}", 1) if width > 1 else text
+
+
+def growth(name: str, width: int, size: int) -> Row:
     """Return how much longer a hostile text of twice the size takes.
 
-    The smaller text is read twice against the larger once, in turn, so that both spans are as long
-    and meet the same disturbances; the least of each counts, since those only add.
+    Two texts of the smaller size are read against one of the larger, in turn, so that both spans
+    are as long, sweep through as much memory (one smaller text might fit into a cache), and meet
+    the same disturbances; the least of each counts, since those only add.
     """
-    once, twice = (Source(MAKERS[name](HOSTILE_SIZE * factor)) for factor in (1, 2))
-    spans = [(_seconds(twice, 1), _seconds(once, 2) / 2) for _ in range(7)]
+    one, other, large = (
+        Source(widened(MAKERS[name](size * factor), width)) for factor in (1, 1, 2)
+    )
+    times = math.ceil(SPAN / max(_seconds([large], 1), 1e-4))
+    spans = [(_seconds([large], times), _seconds([one, other], times) / 2) for _ in range(ROUNDS)]
     longer, shorter = min(span[0] for span in spans), min(span[1] for span in spans)
-    title = f"{name}: {2 * HOSTILE_SIZE / 1e6:.0f} MB : {HOSTILE_SIZE / 1e6:.0f} MB"
-    note = f"{longer * 1e3:.1f} ms : {shorter * 1e3:.1f} ms"
-    return Row(title, longer / shorter, at_most=2.2, note=note)
+    characters = f", {width} bytes each" if width > 1 else ""
+    title = f"{name}{characters}: {2 * size / 1e6:.0f} M characters : {size / 1e6:.0f} M"
+    note = f"{longer * 1e3:.2f} ms : {shorter * 1e3:.2f} ms"
+    return Row(title, longer / shorter, at_most=MOST_GROWTH, note=note)
+
+
+def linearity(name: str, width: int = 1) -> Row:
+    """Return the growth at the first size at which it is linear, or else at the last."""
+    for size in HOSTILE_SIZES:
+        row = growth(name, width, size)
+        if row.holds:
+            break
+    return row
 
 
 def rows() -> list[Row]:
@@ -123,4 +173,5 @@ def rows() -> list[Row]:
     for path in sorted(SAMPLES.glob("*.sld")):
         report += [*against_plain_and_floor(path), memory(path)]
     _keep_freed_memory()
-    return report + [linearity(name) for name in MAKERS]
+    report += [linearity(name) for name in MAKERS]
+    return report + [linearity(name, width) for name in WIDENED for width in WIDENING]
