@@ -7,7 +7,6 @@ SHELL := /bin/sh
 VENV := .venv
 BIN := $(VENV)/bin
 PIP := $(BIN)/python -m pip --disable-pip-version-check --quiet
-PYTHON312 = $(shell scripts/find-python)
 FUZZ_TEXTS ?= 200000
 FUZZ_SECONDS ?= 60
 FUZZ_SEED ?=
@@ -46,7 +45,7 @@ lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type c
 	  -DPython_EXECUTABLE=$(abspath $(BIN)/python) -DCMAKE_BUILD_TYPE=Debug -DDSETTLEMENT_WERROR=ON
 	$(BIN)/cmake --build build/lint
 	printf '%s\n' $(filter %.cpp,$(CXX_FILES)) | \
-	  xargs -P $(JOBS) -n 1 sh -c '$(BIN)/clang-tidy -p build/lint --quiet "$$1" 2>/dev/null' tidy
+	  xargs -P $(JOBS) -n 1 scripts/tidy
 
 demo: $(BUILT) $(STAMPS)/demo  ## tell the usage stories, with files and pictures in demo/
 	$(BIN)/python -m examples.showcase demo
@@ -63,17 +62,20 @@ sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the int
 
 docs: $(STAMPS)/docs  ## build the documentation into site/
 	$(BIN)/python -m mkdocs build --quiet
-	@echo "Open site/index.html"
+	@test -f site/index.html && echo "Open site/index.html"
 
 clean:  ## remove all that the other targets made
 	rm -rf $(VENV) build demo site fuzz-findings
 
 $(ENVIRONMENT): scripts/find-python
-	@test -n "$(PYTHON312)"
 	@command -v c++ >/dev/null || command -v g++ >/dev/null || command -v clang++ >/dev/null || \
 	  { echo "No C++ compiler was found; on Debian: apt-get install g++" >&2; exit 1; }
-	@echo "Making the virtual environment with $(PYTHON312)"
-	@test -x $(BIN)/python || $(PYTHON312) -m venv $(VENV)
+	@python=$$(PYTHON='$(PYTHON)' scripts/find-python) || exit 1; \
+	if ! test -x $(BIN)/python; then \
+	  echo "Making the virtual environment with $$python"; "$$python" -m venv $(VENV); \
+	elif ! $(BIN)/python -c 'import sys; sys.exit(sys.version_info[:2] != (3, 12))'; then \
+	  echo "$(VENV) is there already, and not of Python 3.12; remove it: make clean" >&2; exit 1; \
+	fi
 	@$(PIP) install --upgrade "pip>=25.1"
 	@mkdir -p $(STAMPS)
 	@touch $@
@@ -86,7 +88,7 @@ $(STAMPS)/%: pyproject.toml $(ENVIRONMENT)
 	@touch $@
 
 $(STAMPS)/module: $(MODULE) pyproject.toml | $(STAMPS)/build
-	@echo "Building the module"
+	@echo "Building the module (a minute or two)"
 	@$(PIP) install --no-build-isolation --no-deps .
 	@touch $@
 

@@ -2,8 +2,11 @@
 
 Below the meadow lie a crust of silty clay, peat and organic clay, on Pleistocene sand in which the
 water stands higher than in the meadow. The sand is placed in two stages; a surcharge on top of them
-presses out of the ground what would settle later, and is taken off when the road opens. The surface
-settles most at the axis, less at the toes, and hardly any more in the meadow.
+brings settlement forward, and is taken off when the road opens. The surface settles most at the
+axis, less at the toes, and hardly any more in the meadow.
+
+Koppejan's method superposes load steps: the creep of the surcharge goes on after its removal, less
+the swelling. So it shows less of the benefit of a surcharge than other models would.
 
 Levels are in m NAP (the Dutch datum), times in days. Run it: python examples/two_dimensional.py
 """

@@ -1,6 +1,8 @@
 """The snippets of the guide that make up a whole program."""
 
+import json
 import re
+from pathlib import Path
 
 from .conftest import ROOT, Run
 
@@ -13,6 +15,31 @@ def snippets(heading: str) -> str:
     section = GUIDE.partition(f"\n## {heading}\n")[2].partition("\n## ")[0]
     found: list[str] = re.findall(r"^```python\n(.*?)^```$", section, re.DOTALL | re.MULTILINE)
     return "\n".join(found)
+
+
+def test_the_one_dimensional_model_runs_and_its_files_can_be_kept(
+    run_example: Run, tmp_path: Path
+) -> None:
+    before, after = snippets("From a model to its results").split("\n...\n")
+    sections = ("Materials", "One-dimensional geometry", "Loads", "Calculation times")
+    program = "\n".join(
+        [
+            f"{PREAMBLE}import os\nos.chdir({str(tmp_path)!r})",
+            before,
+            *(snippets(section) for section in sections),
+            after,
+            snippets("Keeping and reading files"),
+            "analysis.execute(timeout=60)",
+            "print(parser.residual_times[1]['Settlement'])",
+            "print(analysis.get_sld_file().getvalue() == Path('road.sld').read_bytes().decode())",
+        ]
+    )
+    printed = run_example("-", given=program).splitlines()
+    settlements = json.loads(printed[0])
+    assert len(settlements) == 5
+    assert settlements == sorted(settlements)
+    assert 0.3 < settlements[-1] < 1.5
+    assert printed[1] == "True"
 
 
 def test_the_two_dimensional_model_runs_and_prints_its_settlements(run_example: Run) -> None:
