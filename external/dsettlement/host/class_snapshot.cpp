@@ -1,5 +1,9 @@
 #include "host/class_snapshot.hpp"
 
+#include <algorithm>
+#include <array>
+#include <string_view>
+
 namespace dsettlement::host {
 
 namespace {
@@ -24,20 +28,43 @@ bool ClassSnapshot::holds() const {
   return true;
 }
 
-bool ClassSnapshot::is_unchanged() const {
-  const PyTypeObject* type = as_type(type_);
-  if (type->tp_bases != bases_.get()) return false;
-  const int copied = PyDict_Contains(type->tp_dict, Handle(slot_names_));
-  check(copied);
-  if (PyDict_GET_SIZE(type->tp_dict) != PyDict_GET_SIZE(members_.get()) + copied) return false;
+namespace {
+
+// What Python leaves behind in a class by itself, or what says nothing of how its objects behave.
+constexpr std::array<std::string_view, 4> harmless{"__slotnames__", "__annotations__", "__doc__",
+                                                   "__module__"};
+
+bool matters(PyObject* name) {
+  Py_ssize_t length = 0;
+  const char* text =
+      PyUnicode_CheckExact(name) != 0 ? PyUnicode_AsUTF8AndSize(name, &length) : nullptr;
+  if (text == nullptr) {
+    PyErr_Clear();
+    return true;
+  }
+  const std::string_view view(text, static_cast<std::size_t>(length));
+  return std::ranges::find(harmless, view) == harmless.end();
+}
+
+// Whether all members of one class that matter are members of the other.
+bool has_all_of(PyObject* members, PyObject* others) {
   PyObject* name = nullptr;
   PyObject* value = nullptr;
-  for (Py_ssize_t place = 0; PyDict_Next(members_.get(), &place, &name, &value) != 0;) {
-    PyObject* now = PyDict_GetItemWithError(type->tp_dict, name);
-    if (now == nullptr && PyErr_Occurred() != nullptr) throw ErrorSet{};
-    if (now != value) return false;
+  for (Py_ssize_t place = 0; PyDict_Next(others, &place, &name, &value) != 0;) {
+    if (!matters(name)) continue;
+    PyObject* found = PyDict_GetItemWithError(members, name);
+    if (found == nullptr && PyErr_Occurred() != nullptr) throw ErrorSet{};
+    if (found != value) return false;
   }
   return true;
+}
+
+}  // namespace
+
+bool ClassSnapshot::is_unchanged() const {
+  const PyTypeObject* type = as_type(type_);
+  return type->tp_bases == bases_.get() && has_all_of(type->tp_dict, members_.get()) &&
+         has_all_of(members_.get(), type->tp_dict);
 }
 
 }  // namespace dsettlement::host

@@ -14,7 +14,7 @@ class ClassSnapshot {
   // Remembers a class that has just been made.
   void take(Handle type);
 
-  // Whether the class has the members and the bases that it was made with.
+  // Whether the class has the members that matter and the bases that it was made with.
   [[nodiscard]] bool holds() const;
 
   // Whether the object is of this very class, and of no class derived from it.
@@ -24,9 +24,6 @@ class ClassSnapshot {
 
  private:
   [[nodiscard]] bool is_unchanged() const;
-
-  // Left behind in a class when an object of it is copied or pickled for the first time.
-  Name slot_names_{"__slotnames__"};
 
   Slot type_;
   Slot members_;
