@@ -23,7 +23,7 @@ void put(Handle object, Handle name, Handle value) {
 }  // namespace
 
 bool is_as_made(const host::Global& type, const host::ClassSnapshot& made) {
-  return type.now().get() == static_cast<PyObject*>(type.original()) && made.holds();
+  return type.is_original() && made.holds();
 }
 
 Ref make_point(const State& state, Handle x, Handle y) {

@@ -17,6 +17,12 @@ Ref Global::now() const {
   raise(PyExc_NameError, text("name '{}' is not defined", {name_}));
 }
 
+bool Global::is_original() const {
+  PyObject* object = PyDict_GetItemWithError(module_.names(), Handle(name_));
+  if (object == nullptr && PyErr_Occurred() != nullptr) throw ErrorSet{};
+  return object == original_.get();
+}
+
 namespace {
 
 // `from module import name`.

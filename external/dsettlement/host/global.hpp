@@ -18,6 +18,9 @@ class Global {
   // What stands under the name now; NameError if nothing does.
   [[nodiscard]] Ref now() const;
 
+  // Whether what was entered still stands under the name.
+  [[nodiscard]] bool is_original() const;
+
   // What was entered, whatever stands there now: for deriving, raising and type checks that must
   // not change.
   [[nodiscard]] Handle original() const noexcept { return original_; }
