@@ -15,7 +15,8 @@ ChainPositions::ChainPositions(const State& state, Handle model, const host::Wat
   if (!is_certain_) return;
   entries_ = Ref::steal(PyList_AsTuple(chains));
   const Py_ssize_t count = PyTuple_GET_SIZE(entries_.get());
-  for (Py_ssize_t i = 0; i < count && is_certain_; ++i) enter(PyTuple_GET_ITEM(entries_.get(), i), i);
+  for (Py_ssize_t i = 0; i < count && is_certain_; ++i)
+    enter(PyTuple_GET_ITEM(entries_.get(), i), i);
 }
 
 Ref ChainPositions::of(Handle chain) {

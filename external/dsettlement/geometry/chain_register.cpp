@@ -1,7 +1,7 @@
 #include "geometry/chain_register.hpp"
 
-#include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "host/object.hpp"
 
@@ -12,9 +12,12 @@ using host::Ref;
 
 namespace {
 
-// Whether only its one owner can reach a container.
-bool has_one_owner(PyObject* container) {
-  return Py_REFCNT(container) == 1;
+Py_ssize_t size_of(const ChainRegister::Lists& lists) {
+  return PyList_GET_SIZE(lists.boundaries.get()) + PyList_GET_SIZE(lists.pl_lines.get());
+}
+
+bool is_reached_by_model_alone(const Ref& list) {
+  return Py_REFCNT(list.get()) == 2;  // the model and the one who asks
 }
 
 // Whether nobody but the chain can reach its curves.
@@ -27,69 +30,85 @@ bool keeps_its_curves(const State& state, Handle chain) {
 
 }  // namespace
 
-bool ChainRegister::holds(const State& state, Lists lists) {
+bool ChainRegister::holds(const State& state, const Lists& lists) {
   if (is_seen(state, lists)) return true;
+  put_in_order();
   clear();
-  if (!read(state, lists)) {
-    clear();
+  const std::uint64_t changes = state.changes.count;
+  const Py_ssize_t size = size_of(lists);
+  if (refusal_.stands(changes, size) || !is_reached_by_model_alone(lists.boundaries) ||
+      !is_reached_by_model_alone(lists.pl_lines)) {
     return false;
   }
   lists_ = lists;
-  changes_ = state.changes.count;
-  is_certain_ = true;
-  return true;
+  changes_ = changes;
+  is_certain_ = read(state);
+  if (!is_certain_) {
+    clear();
+    refusal_.remember(changes, size);
+  }
+  return is_certain_;
 }
 
-PyObject* ChainRegister::curve(const State& state, const CurveKey& key) const {
-  const Place* place = curves_.find(HashOf()(key), [&](Place candidate) {
-    PyObject* curve = curve_at(state, candidate);
-    return curve != nullptr && key_of_curve(state, curve) == key;
-  });
-  return place == nullptr ? nullptr : curve_at(state, *place);
+void ChainRegister::doubt() {
+  put_in_order();
+  is_certain_ = false;
+  ++doubts_;
 }
 
-PyObject* ChainRegister::curve_at(const State& state, Place place) const {
+Ref ChainRegister::curve(const State& state, const CurveKey& key) const {
+  Ref found;
+  static_cast<void>(curves_.find(HashOf()(key), [&](Place place) {
+    found = curve_at(state, place);
+    if (found && key_of_curve(state, found) != key) found = Ref();
+    return static_cast<bool>(found);
+  }));
+  return found;
+}
+
+Ref ChainRegister::curve_at(const State& state, Place place) const {
   const Ref curves = curves_of_plain_chain(state, chains_[place.chain]);
   const auto position = static_cast<Py_ssize_t>(place.position);
-  if (!curves || position >= PyList_GET_SIZE(curves.get())) return nullptr;
-  return PyList_GET_ITEM(curves.get(), position);
+  if (!curves || position >= PyList_GET_SIZE(curves.get())) return {};
+  return host::share(PyList_GET_ITEM(curves.get(), position));
 }
 
-PyObject* ChainRegister::boundary(const ChainKey& key, Handle boundary) const {
+Ref ChainRegister::boundary(const ChainKey& key, Handle boundary) const {
   const ChainIndex::Entry* entry = boundaries_.find(key, boundary);
-  return entry == nullptr ? nullptr : entry->chain;
+  return entry == nullptr ? Ref() : host::share(entry->chain);
 }
 
-PyObject* ChainRegister::pl_line(const ChainKey& key, Handle pl_line) const {
+Ref ChainRegister::pl_line(const ChainKey& key, Handle pl_line) const {
   const ChainIndex::Entry* entry = pl_lines_.find(key, pl_line);
-  return entry == nullptr ? nullptr : entry->chain;
+  return entry == nullptr ? Ref() : host::share(entry->chain);
 }
 
 bool ChainRegister::add_boundary(const State& state, const ChainKey& key, Handle boundary) {
   const double area = area_of(key);
-  if (std::isnan(area) || !keeps_its_curves(state, boundary)) return false;
+  if (!is_certain_ || std::isnan(area) || !keeps_its_curves(state, boundary)) return false;
   is_certain_ = false;  // until list and register agree again
-  // Where a stable sort puts the last of a list that was sorted before.
-  const auto place = std::ranges::upper_bound(areas_, area);
-  const auto position = place - areas_.begin();
-  areas_.insert(place, area);
-  host::check(PyList_Insert(lists_.boundaries, position, boundary));
+  const std::uint64_t doubts = doubts_;
+  order_.append(area);
+  host::check(PyList_Append(lists_.boundaries.get(), boundary));
   enter(state, boundaries_, key, boundary);
-  is_certain_ = true;
+  is_certain_ = doubts == doubts_;
   return true;
 }
 
 bool ChainRegister::add_pl_line(const State& state, const ChainKey& key, Handle pl_line) {
-  if (!keeps_its_curves(state, pl_line)) return false;
+  if (!is_certain_ || !keeps_its_curves(state, pl_line)) return false;
   is_certain_ = false;  // until list and register agree again
-  host::check(PyList_Append(lists_.pl_lines, pl_line));
-  enter(state, pl_lines_, key, pl_line);
+  const std::uint64_t doubts = doubts_;
+  host::check(PyList_Append(lists_.pl_lines.get(), pl_line));
   ++pl_line_count_;
-  is_certain_ = true;
+  enter(state, pl_lines_, key, pl_line);
+  is_certain_ = doubts == doubts_;
   return true;
 }
 
 int ChainRegister::traverse(visitproc visit, void* arg) const {
+  Py_VISIT(lists_.boundaries.get());
+  Py_VISIT(lists_.pl_lines.get());
   for (const Ref& chain : chains_) Py_VISIT(chain.get());
   return 0;
 }
@@ -97,30 +116,32 @@ int ChainRegister::traverse(visitproc visit, void* arg) const {
 void ChainRegister::clear() noexcept {
   is_certain_ = false;
   has_twins_ = false;
-  shares_curves_ = false;
-  areas_.clear();
+  order_.clear();
   pl_line_count_ = 0;
   boundaries_ = {};
   pl_lines_ = {};
   curves_ = {};
-  // Letting go of a chain can run code that comes back here, so the chains are out of sight then.
+  // Letting go of objects can run code that comes back here, so they are out of sight then.
   const auto chains = std::exchange(chains_, {});
+  const Lists lists = std::exchange(lists_, Lists());
 }
 
-bool ChainRegister::is_seen(const State& state, Lists lists) const {
-  return is_certain_ && changes_ == state.changes.count && lists.boundaries == lists_.boundaries &&
-         lists.pl_lines == lists_.pl_lines &&
-         PyList_GET_SIZE(lists.boundaries) == static_cast<Py_ssize_t>(areas_.size()) &&
-         PyList_GET_SIZE(lists.pl_lines) == pl_line_count_;
+bool ChainRegister::is_seen(const State& state, const Lists& lists) const {
+  return is_certain_ && changes_ == state.changes.count &&
+         lists.boundaries.get() == lists_.boundaries.get() &&
+         lists.pl_lines.get() == lists_.pl_lines.get() &&
+         PyList_GET_SIZE(lists.boundaries.get()) == order_.size() &&
+         PyList_GET_SIZE(lists.pl_lines.get()) == pl_line_count_;
 }
 
-bool ChainRegister::read(const State& state, Lists lists) {
-  if (!has_one_owner(lists.boundaries) || !has_one_owner(lists.pl_lines)) return false;
-  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(lists.boundaries); ++i) {
-    if (!read_boundary(state, PyList_GET_ITEM(lists.boundaries, i))) return false;
+bool ChainRegister::read(const State& state) {
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(lists_.boundaries.get()); ++i) {
+    const Ref boundary = host::share(PyList_GET_ITEM(lists_.boundaries.get(), i));
+    if (!read_boundary(state, boundary)) return false;
   }
-  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(lists.pl_lines); ++i) {
-    if (!read_pl_line(state, PyList_GET_ITEM(lists.pl_lines, i))) return false;
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(lists_.pl_lines.get()); ++i) {
+    const Ref pl_line = host::share(PyList_GET_ITEM(lists_.pl_lines.get(), i));
+    if (!read_pl_line(state, pl_line)) return false;
   }
   return true;
 }
@@ -129,8 +150,9 @@ bool ChainRegister::read_boundary(const State& state, Handle boundary) {
   const std::optional<ChainKey> key = key_of_chain(state, boundary);
   if (!key || !keeps_its_curves(state, boundary)) return false;
   const double area = area_of(*key);
-  if (std::isnan(area) || (!areas_.empty() && area < areas_.back())) return false;
-  areas_.push_back(area);
+  if (std::isnan(area)) return false;
+  order_.append(area);
+  if (!order_.is_kept()) return false;
   enter(state, boundaries_, *key, boundary);
   return true;
 }
@@ -149,12 +171,12 @@ void ChainRegister::enter(const State& state, ChainIndex& index, const ChainKey&
   chains_.push_back(host::share(chain));
   if (index.enter(key, chain, number).position != number) has_twins_ = true;
   for (std::uint32_t i = 0; i < key.size(); ++i) {
-    PyObject* known = curve(state, key[i]);
+    const Ref known = curve(state, key[i]);
     const Place place{number, i};
-    if (known == nullptr) {
+    if (!known) {
       curves_.add(HashOf()(key[i]), place);
-    } else {
-      (known == curve_at(state, place) ? shares_curves_ : has_twins_) = true;
+    } else if (known.get() != curve_at(state, place).get()) {
+      has_twins_ = true;
     }
   }
 }

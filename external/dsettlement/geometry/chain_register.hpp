@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "geometry/chain_index.hpp"
+#include "geometry/late_order.hpp"
+#include "geometry/refusal.hpp"
 
 namespace dsettlement::geometry {
 
@@ -12,31 +14,32 @@ namespace dsettlement::geometry {
 class ChainRegister {
  public:
   struct Lists {
-    PyObject* boundaries;
-    PyObject* pl_lines;
+    host::Ref boundaries;
+    host::Ref pl_lines;
   };
 
   // Whether the register holds for these lists, if need be after reading them anew. It does not as
   // long as something in them is not plain, or somebody else holds on to what can change.
-  [[nodiscard]] bool holds(const State& state, Lists lists);
+  [[nodiscard]] bool holds(const State& state, const Lists& lists);
 
-  void doubt() noexcept { is_certain_ = false; }
+  // Puts the boundaries in order for somebody who is about to look at them.
+  void put_in_order() { order_.put(lists_.boundaries.get()); }
+
+  // The same for somebody who may change the lists.
+  void doubt();
 
   // Whether there are equal curves, or equal chains, that are different objects.
   [[nodiscard]] bool has_twins() const noexcept { return has_twins_; }
 
-  // Whether a curve occurs more than once.
-  [[nodiscard]] bool shares_curves() const noexcept { return shares_curves_; }
+  // The curve of the model with this key, or an empty Ref.
+  [[nodiscard]] host::Ref curve(const State& state, const CurveKey& key) const;
 
-  // The first curve of the model with this key, or null; borrowed.
-  [[nodiscard]] PyObject* curve(const State& state, const CurveKey& key) const;
+  // The chain that equals this one, or an empty Ref.
+  [[nodiscard]] host::Ref boundary(const ChainKey& key, host::Handle boundary) const;
+  [[nodiscard]] host::Ref pl_line(const ChainKey& key, host::Handle pl_line) const;
 
-  // Of equal chains the one that was registered; borrowed, or null.
-  [[nodiscard]] PyObject* boundary(const ChainKey& key, host::Handle boundary) const;
-  [[nodiscard]] PyObject* pl_line(const ChainKey& key, host::Handle pl_line) const;
-
-  // Adds a new boundary at its place by area, or a new pl-line at the end. The answer is no, and
-  // nothing has happened, if the register would not hold with it.
+  // Adds a new boundary or a new pl-line. The answer is no, and nothing has happened, if the
+  // register would not hold with it.
   [[nodiscard]] bool add_boundary(const State& state, const ChainKey& key, host::Handle boundary);
   [[nodiscard]] bool add_pl_line(const State& state, const ChainKey& key, host::Handle pl_line);
 
@@ -44,8 +47,8 @@ class ChainRegister {
   void clear() noexcept;
 
  private:
-  [[nodiscard]] bool is_seen(const State& state, Lists lists) const;
-  [[nodiscard]] bool read(const State& state, Lists lists);
+  [[nodiscard]] bool is_seen(const State& state, const Lists& lists) const;
+  [[nodiscard]] bool read(const State& state);
   [[nodiscard]] bool read_boundary(const State& state, host::Handle boundary);
   [[nodiscard]] bool read_pl_line(const State& state, host::Handle pl_line);
   void enter(const State& state, ChainIndex& index, const ChainKey& key, host::Handle chain);
@@ -56,19 +59,20 @@ class ChainRegister {
     std::uint32_t chain;  // in the order in which the chains were entered
     std::uint32_t position;
   };
-  [[nodiscard]] PyObject* curve_at(const State& state, Place place) const;
+  [[nodiscard]] host::Ref curve_at(const State& state, Place place) const;
 
   bool is_certain_ = false;
   bool has_twins_ = false;
-  bool shares_curves_ = false;
-  Lists lists_{};
+  Lists lists_;
   std::uint64_t changes_ = 0;
+  Refusal refusal_;
   std::vector<host::Ref> chains_;
   HashedList<Place> curves_;
   ChainIndex boundaries_;
   ChainIndex pl_lines_;
-  std::vector<double> areas_;  // of the boundaries, in their order
+  LateOrder order_;  // of the boundaries, by area
   Py_ssize_t pl_line_count_ = 0;
+  std::uint64_t doubts_ = 0;
 };
 
 }  // namespace dsettlement::geometry

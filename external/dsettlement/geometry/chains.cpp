@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "geometry/drawing.hpp"
+#include "geometry/register.hpp"
 #include "host/containers.hpp"
 #include "host/sequence.hpp"
 #include "host/text.hpp"
@@ -26,6 +27,7 @@ Ref list_curves(State& state, Arguments arguments) {
     const Ref more = host::get(chain, names.curves);
     host::check(PyList_SetSlice(curves.get(), PY_SSIZE_T_MAX, PY_SSIZE_T_MAX, more.get()));
   };
+  put_boundaries_in_order(state, self);
   host::for_each(state.boundaries.read(self), extend);
   host::for_each(state.pl_lines.read(self), extend);
   return curves;

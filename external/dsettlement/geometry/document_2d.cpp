@@ -87,13 +87,18 @@ bool are_chains_plain(const State& state, Handle chains) {
   return true;
 }
 
-Ref list_chains(State& state, Handle self, const host::WatchedField& field) {
+bool are_chains_plain(const State& state, Handle model, const host::WatchedField& field) {
+  return reads_attribute_plainly(model, field.name(), field.descriptor()) &&
+         are_chains_plain(state, field.read(model));
+}
+
+template <typename Key>
+Ref number_chains(const State& state, Handle self, Handle chains,
+                  typename Numbering<Key>::Read read) {
   const State::Names& names = state.names;
-  const Ref chains = field.read(self);
-  Numbering<CurveKey> curves(state, self, names.private_curves, state.curves_property.get(),
-                             key_of_curve);
-  if (!are_chains_plain(state, state.boundaries.read(self)) ||
-      !are_chains_plain(state, state.pl_lines.read(self)) || !are_chains_plain(state, chains)) {
+  Numbering<Key> curves(state, self, names.private_curves, state.curves_property.get(), read);
+  if (!are_chains_plain(state, self, state.boundaries) ||
+      !are_chains_plain(state, self, state.pl_lines) || !are_chains_plain(state, chains)) {
     curves.doubt();
   }
   host::List list;
@@ -104,6 +109,24 @@ Ref list_chains(State& state, Handle self, const host::WatchedField& field) {
     list.append(numbers.done());
   });
   return list.done();
+}
+
+// Whether equal curves of the model are known to be the same.
+bool are_equal_curves_same(State& state, Handle self) {
+  const InUse<ChainRegister> chains = chain_register(state, self);
+  return chains && !chains->has_twins();
+}
+
+std::optional<PyObject*> itself(const State& /*state*/, Handle object) {
+  return static_cast<PyObject*>(object);
+}
+
+Ref list_chains(State& state, Handle self, const host::WatchedField& field) {
+  put_boundaries_in_order(state, self);
+  if (are_equal_curves_same(state, self)) {
+    return number_chains<PyObject*>(state, self, field.read(self), itself);
+  }
+  return number_chains<CurveKey>(state, self, field.read(self), key_of_curve);
 }
 
 Ref list_boundaries(State& state, Arguments arguments) {
@@ -125,6 +148,7 @@ bool tells_its_class_plainly(const State& state, Handle object) {
 Ref list_layers(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
+  put_boundaries_in_order(state, self);
   ChainPositions boundaries(state, self, state.boundaries);
   ChainPositions pl_lines(state, self, state.pl_lines);
   const auto doubt = [&] {

@@ -19,6 +19,8 @@ class Numbering {
  public:
   using Read = std::optional<Key> (*)(const State& state, host::Handle object);
 
+  // `read` gives the key of a plain object, or nothing. Where equal entries are known to be the
+  // same, an object can be its own key.
   // `list` is the attribute of the model that the list stands in; `descriptor` is what the class of
   // the model has under that name if it is this module's own doing, or null for nothing.
   Numbering(const State& state, host::Handle model, host::Handle list, PyObject* descriptor,
@@ -37,6 +39,7 @@ class Numbering {
     if (const std::optional<Py_ssize_t> position = find(object)) {
       return host::Ref::steal(PyLong_FromSsize_t(*position + 1));
     }
+    doubt();
     const host::Ref list = host::get(model_, attribute_);
     return host::sum(host::call_method(list, state_.names.index, object), host::integer(1));
   }
@@ -46,11 +49,11 @@ class Numbering {
 
  private:
   void index() {
-    const host::Ref list = host::get(model_, attribute_);
-    if (PyList_CheckExact(list.get()) == 0) return doubt();
-    positions_.reserve(static_cast<std::size_t>(PyList_GET_SIZE(list.get())));
-    for (Py_ssize_t i = 0; is_certain_ && i < PyList_GET_SIZE(list.get()); ++i) {
-      const host::Ref entry = host::share(PyList_GET_ITEM(list.get(), i));
+    list_ = host::get(model_, attribute_);
+    if (PyList_CheckExact(list_.get()) == 0) return doubt();
+    positions_.reserve(static_cast<std::size_t>(PyList_GET_SIZE(list_.get())));
+    for (Py_ssize_t i = 0; is_certain_ && i < PyList_GET_SIZE(list_.get()); ++i) {
+      const host::Ref entry = host::share(PyList_GET_ITEM(list_.get(), i));
       if (const std::optional<Key> key = read_(state_, entry)) {
         positions_.try_add(*key, i);
       } else {
@@ -72,6 +75,7 @@ class Numbering {
   host::Handle attribute_;
   Read read_;
   bool is_certain_;
+  host::Ref list_;
   HashedMap<Key, Py_ssize_t, HashOf> positions_;
 };
 

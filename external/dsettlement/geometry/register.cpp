@@ -1,7 +1,9 @@
 #include "geometry/register.hpp"
 
 #include <memory>
+#include <utility>
 
+#include "geometry/plain.hpp"
 #include "host/box.hpp"
 
 namespace dsettlement::geometry {
@@ -12,43 +14,56 @@ using host::Ref;
 
 namespace {
 
+// The registers of a model stand in a slot of their own and not among its attributes, which
+// applications look at, copy and pickle.
+constexpr const char* slot_name = "__dsettlement_registers__";
+
 class Registers : public host::Content {
  public:
   int traverse(visitproc visit, void* argument) const override {
-    return chains.traverse(visit, argument);
+    const int stop = chains.traverse(visit, argument);
+    return stop != 0 ? stop : verticals.traverse(visit, argument);
   }
-  void clear() noexcept override { chains.clear(); }
+  void clear() noexcept override {
+    chains.clear();
+    verticals.clear();
+  }
 
   ChainRegister chains;
   VerticalRegister verticals;
+  bool are_chains_busy = false;
+  bool are_verticals_busy = false;
 };
 
-// The registers stand in a slot of their own and not among the attributes of a model, which
-// applications look at, copy and pickle. The slot is used directly, past what a derived class does
-// with attributes.
-Registers* registers_of(const State& state, Handle model) {
-  const descrgetfunc read = Py_TYPE(state.register_slot.get())->tp_descr_get;
-  PyObject* box = read(state.register_slot.get(), model, nullptr);
+struct Kept {
+  Ref box;
+  Registers* registers = nullptr;
+};
+
+// The slot is used directly, past what a derived class does with attributes.
+Kept registers_of(Handle slot, Handle model) {
+  const descrgetfunc read = Py_TYPE(static_cast<PyObject*>(slot))->tp_descr_get;
+  if (read == nullptr) return {};
+  PyObject* box =
+      read(slot, model, reinterpret_cast<PyObject*>(Py_TYPE(static_cast<PyObject*>(model))));
   if (box == nullptr) {
     PyErr_Clear();
-    return nullptr;
+    return {};
   }
-  const Ref kept = Ref::steal(box);  // by the slot, too
-  return static_cast<Registers*>(host::content_of(state.box_type, kept));
+  Ref kept = Ref::steal(box);
+  auto* registers = dynamic_cast<Registers*>(host::content_of(kept));
+  return {std::move(kept), registers};
 }
 
-Registers& registers_made_for(const State& state, Handle model) {
-  if (Registers* registers = registers_of(state, model)) return *registers;
+Kept registers_made_for(const State& state, Handle model) {
+  Kept known = registers_of(state.register_slot, model);
+  if (known.registers != nullptr) return known;
   auto content = std::make_unique<Registers>();
-  Registers& registers = *content;
-  const Ref box = host::make_box(state.box_type, std::move(content));
+  Registers* registers = content.get();
+  Ref box = host::make_box(state.box_type, std::move(content));
   const descrsetfunc write = Py_TYPE(state.register_slot.get())->tp_descr_set;
   host::check(write(state.register_slot.get(), model, box.get()));
-  return registers;
-}
-
-bool reads_attributes_plainly(PyTypeObject* type) {
-  return type->tp_getattro == PyObject_GenericGetAttr;
+  return {std::move(box), registers};
 }
 
 bool is_plain_list(PyObject* list) {
@@ -61,11 +76,52 @@ bool has_attributes_alone(Handle model) {
 }
 
 void doubt_chains(State& state, Handle model) {
-  if (Registers* registers = registers_of(state, model)) registers->chains.doubt();
+  const Kept kept = registers_of(state.register_slot, model);
+  if (kept.registers != nullptr) kept.registers->chains.doubt();
 }
 
 void doubt_verticals(State& state, Handle model) {
-  if (Registers* registers = registers_of(state, model)) registers->verticals.doubt();
+  const Kept kept = registers_of(state.register_slot, model);
+  if (kept.registers != nullptr) kept.registers->verticals.doubt();
+}
+
+// The attributes of a model as a dictionary: whoever looks there sees the lists in order, and may
+// change them.
+PyObject* read_attributes(PyObject* model, void* /*closure*/) {
+  return host::guard([&] {
+    PyObject* slot = _PyType_Lookup(Py_TYPE(model), host::Name(slot_name).get());
+    if (slot != nullptr && Py_IS_TYPE(slot, &PyMemberDescr_Type)) {
+      const Kept kept = registers_of(slot, model);
+      if (kept.registers != nullptr) {
+        kept.registers->chains.doubt();
+        kept.registers->verticals.doubt();
+      }
+    }
+    return Ref::steal(PyObject_GenericGetDict(model, nullptr));
+  });
+}
+
+int write_attributes(PyObject* model, PyObject* attributes, void* /*closure*/) {
+  const PyObject* looked_at = read_attributes(model, nullptr);
+  if (looked_at == nullptr) return -1;
+  const Ref before = Ref::steal(const_cast<PyObject*>(looked_at));
+  return PyObject_GenericSetDict(model, attributes, nullptr);
+}
+
+// Gives the class of models an attribute `__dict__` of the kind that Python itself gives to the
+// first class of a line; tools that look at objects without running their code know that kind.
+void watch_attributes(Handle model_class) {
+  static PyGetSetDef definition{
+      .name = "__dict__",
+      .get = read_attributes,
+      .set = write_attributes,
+      .doc = "dictionary for instance variables",
+      .closure = nullptr,
+  };
+  auto* type = reinterpret_cast<PyTypeObject*>(static_cast<PyObject*>(model_class));
+  const Ref descriptor = Ref::steal(PyDescr_NewGetSet(type, &definition));
+  host::check(PyDict_SetItemString(type->tp_dict, definition.name, descriptor.get()));
+  PyType_Modified(type);
 }
 
 // What is copied or pickled goes without the registers: the copy makes its own.
@@ -89,33 +145,45 @@ Ref get_state(State& state, Arguments arguments) {
 
 }  // namespace
 
-ChainRegister* chain_register(State& state, Handle model) {
-  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(model));
-  PyObject* boundaries = state.boundaries.peek(model);
-  PyObject* pl_lines = state.pl_lines.peek(model);
-  if (!is_plain_list(boundaries) || !is_plain_list(pl_lines) || !reads_attributes_plainly(type) ||
-      _PyType_Lookup(type, state.names.private_curves.get()) != state.curves_property.get() ||
+InUse<ChainRegister> chain_register(State& state, Handle model) {
+  if (!reads_attribute_plainly(model, state.boundaries.name(), state.boundaries.descriptor()) ||
+      !reads_attribute_plainly(model, state.pl_lines.name(), state.pl_lines.descriptor()) ||
+      !reads_attribute_plainly(model, state.names.private_curves, state.curves_property.get()) ||
       !are_classes_as_made(state) || !has_attributes_alone(model)) {
-    return nullptr;
+    return {};
   }
-  ChainRegister& chains = registers_made_for(state, model).chains;
-  return chains.holds(state, {boundaries, pl_lines}) ? &chains : nullptr;
+  const ChainRegister::Lists lists{Ref::borrow(state.boundaries.peek(model)),
+                                   Ref::borrow(state.pl_lines.peek(model))};
+  if (!is_plain_list(lists.boundaries.get()) || !is_plain_list(lists.pl_lines.get())) return {};
+  auto [box, registers] = registers_made_for(state, model);
+  if (registers->are_chains_busy) return {};
+  InUse<ChainRegister> used(std::move(box), registers->chains, registers->are_chains_busy);
+  if (!used->holds(state, lists)) return {};
+  return used;
 }
 
-VerticalRegister* vertical_register(State& state, Handle model) {
-  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(model));
-  PyObject* list = state.verticals.peek(model);
-  if (!is_plain_list(list) || !reads_attributes_plainly(type) ||
+InUse<VerticalRegister> vertical_register(State& state, Handle model) {
+  if (!reads_attribute_plainly(model, state.verticals.name(), state.verticals.descriptor()) ||
       !state.model.vertical_as_made.holds() || !has_attributes_alone(model)) {
-    return nullptr;
+    return {};
   }
-  VerticalRegister& verticals = registers_made_for(state, model).verticals;
-  return verticals.holds(state, list) ? &verticals : nullptr;
+  const Ref list = Ref::borrow(state.verticals.peek(model));
+  if (!is_plain_list(list.get())) return {};
+  auto [box, registers] = registers_made_for(state, model);
+  if (registers->are_verticals_busy) return {};
+  InUse<VerticalRegister> used(std::move(box), registers->verticals, registers->are_verticals_busy);
+  if (!used->holds(state, list)) return {};
+  return used;
+}
+
+void put_boundaries_in_order(State& state, Handle model) {
+  const Kept kept = registers_of(state.register_slot, model);
+  if (kept.registers != nullptr) kept.registers->chains.put_in_order();
 }
 
 void add_registers(host::Module& module, State& state, host::ClassBody& body) {
   state.box_type = host::make_box_type(module.object());
-  body.add("__slots__", Ref::steal(PyTuple_Pack(1, host::Name("__register").get())));
+  body.add("__slots__", Ref::steal(PyTuple_Pack(1, host::Name(slot_name).get())));
   body.add(state, host::method<get_state>("__getstate__",
                                           "Return what a copy or a pickle of the model is made of.")
                       .returning("Any"));
@@ -135,6 +203,7 @@ void remember_for_registers(State& state, Handle model_class) {
   state.curves_property = host::get(model_class, state.names.private_curves);
   state.create_curves = host::get(model_class, state.names.create_curves);
   state.create_curve = host::get(model_class, state.names.create_curve);
+  watch_attributes(model_class);
 }
 
 }  // namespace dsettlement::geometry

@@ -104,7 +104,7 @@ struct State {
     host::Name private_phreatic_line{"_phreatic_line"};
     host::Name private_boundaries{"_boundaries"};
 
-    host::Name register_slot{"_Model2D__register"};
+    host::Name register_slot{"__dsettlement_registers__"};
 
     // Operations of a model.
     host::Name validate{"_validate"};

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
+#include "geometry/hashed_list.hpp"
+#include "geometry/key.hpp"
+#include "geometry/late_order.hpp"
+#include "geometry/refusal.hpp"
 #include "geometry/state.hpp"
 
 namespace dsettlement::geometry {
@@ -14,23 +17,32 @@ class VerticalRegister {
  public:
   // Whether the register holds for this list, if need be after reading it anew. It does not as long
   // as something in it is not plain or out of order, or somebody else holds on to the list.
-  [[nodiscard]] bool holds(const State& state, PyObject* verticals);
+  [[nodiscard]] bool holds(const State& state, const host::Ref& verticals);
 
-  void doubt() noexcept { is_certain_ = false; }
+  // Puts the list in order for somebody who is about to look at it.
+  void put_in_order() { order_.put(list_.get()); }
 
-  // The vertical at x, borrowed, or null.
-  [[nodiscard]] PyObject* at(double x) const;
+  // The same for somebody who may change it.
+  void doubt();
 
-  // Adds a vertical at its place.
+  // The first vertical at x, or an empty Ref; nothing if it is not where it was.
+  [[nodiscard]] std::optional<host::Ref> at(const State& state, double x) const;
+
+  // Adds a vertical.
   void add(double x, host::Handle vertical);
 
+  int traverse(visitproc visit, void* argument) const;
+  void clear() noexcept;
+
  private:
-  [[nodiscard]] bool read(const State& state, PyObject* verticals);
+  [[nodiscard]] bool read(const State& state);
 
   bool is_certain_ = false;
   std::uint64_t changes_ = 0;
-  PyObject* verticals_ = nullptr;
-  std::vector<double> x_;  // of the verticals, ascending
+  Refusal refusal_;
+  host::Ref list_;
+  LateOrder order_;
+  HashedMap<double, host::Ref, HashOf> by_x_;
 };
 
 // The x of a plain vertical; nothing for any other object.

@@ -44,8 +44,8 @@ Ref search_vertical(const State& state, Handle verticals, Handle x) {
 // The first vertical at x, or an empty Ref.
 Ref find_vertical(State& state, Handle self, Handle x) {
   if (const std::optional<double> number = plain_number(x)) {
-    if (const VerticalRegister* verticals = vertical_register(state, self)) {
-      return Ref::borrow(verticals->at(*number));
+    if (const auto verticals = vertical_register(state, self)) {
+      if (std::optional<Ref> known = verticals->at(state, *number)) return *std::move(known);
     }
   }
   return search_vertical(state, host::get(self, state.names.verticals), x);
@@ -53,7 +53,7 @@ Ref find_vertical(State& state, Handle self, Handle x) {
 
 void enter(State& state, Handle self, Handle vertical) {
   const State::Names& names = state.names;
-  if (VerticalRegister* verticals = vertical_register(state, self)) {
+  if (const auto verticals = vertical_register(state, self)) {
     if (const std::optional<double> x = x_of_plain_vertical(state, vertical)) {
       return verticals->add(*x, vertical);
     }

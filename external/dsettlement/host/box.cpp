@@ -58,10 +58,10 @@ Ref make_box(Handle box_type, std::unique_ptr<Content> content) {
   return object;
 }
 
-Content* content_of(Handle box_type, Handle object) noexcept {
+Content* content_of(Handle object) noexcept {
   PyObject* box = object;
-  const bool is_box = box != nullptr &&
-                      reinterpret_cast<PyObject*>(Py_TYPE(box)) == static_cast<PyObject*>(box_type);
+  // Each module has its own type of boxes, and all of them end alike.
+  const bool is_box = box != nullptr && Py_TYPE(box)->tp_dealloc == deallocate;
   return is_box ? as_box(box).content.get() : nullptr;
 }
 

@@ -25,7 +25,7 @@ class Content {
 
 [[nodiscard]] Ref make_box(Handle box_type, std::unique_ptr<Content> content);
 
-// What a box holds, or null for an object that is no box of that type.
-[[nodiscard]] Content* content_of(Handle box_type, Handle object) noexcept;
+// What a box holds, or null for an object that is no box.
+[[nodiscard]] Content* content_of(Handle object) noexcept;
 
 }  // namespace dsettlement::host

@@ -30,15 +30,24 @@ void tell(const Descriptor& descriptor, Handle object) {
   throw ErrorSet{};
 }
 
+// A class does not have what its objects have.
+[[noreturn]] void refuse_class(const Descriptor& descriptor, PyObject* type) {
+  const bool is_known = type != nullptr && PyType_Check(type) != 0;
+  PyErr_Format(PyExc_AttributeError, "type object '%.100s' has no attribute '%U'",
+               is_known ? reinterpret_cast<PyTypeObject*>(type)->tp_name : "?",
+               descriptor.name.get());
+  throw ErrorSet{};
+}
+
 // The object's own dictionary.
 Ref fields_of(Handle object) {
   return Ref::steal(PyObject_GenericGetDict(object, nullptr));
 }
 
-PyObject* read(PyObject* self, PyObject* object, PyObject* /*type*/) {
-  if (object == nullptr || object == Py_None) return share(self).release();
+PyObject* read(PyObject* self, PyObject* object, PyObject* type) {
   return guard([&] {
     const Descriptor& descriptor = as_descriptor(self);
+    if (object == nullptr || object == Py_None) refuse_class(descriptor, type);
     tell(descriptor, object);
     PyObject* value = PyDict_GetItemWithError(fields_of(object).get(), descriptor.name.get());
     if (value != nullptr) return share(value);

@@ -1,0 +1,180 @@
+"""What a two-dimensional model finds without searching, and when it knows that it may."""
+
+import copy
+import gc
+import inspect
+import pickle
+import random
+from collections.abc import Callable
+from typing import Any
+
+import pytest
+import sembra.external.dsettlement as module
+from sembra.errors import ModelError
+from sembra.external.dsettlement import (
+    Model2D,
+    _Boundary,
+    _Curve,
+    _CurveList,
+    _Layer,
+    _PlLine,
+    _Point,
+    _Vertical,
+)
+
+Factory = Callable[..., Any]
+CLASSES = (_Point, _Curve, _CurveList, _PlLine, _Boundary, _Layer, _Vertical)
+
+
+def finds_chains(model: Any) -> bool:
+    """Whether the register knows the boundaries of the model."""
+    return any(type(known) is _Boundary for known in gc.get_referents(register(model)))
+
+
+def finds_verticals(model: Any) -> bool:
+    return any(type(known) is _Vertical for known in gc.get_referents(register(model)))
+
+
+def register(model: Any) -> Any:
+    return getattr(model, "__dsettlement_registers__", None)
+
+
+def build(model: Any, points_of: Factory) -> Any:
+    for y in (5.0, 3.0, 4.0):
+        model._create_boundary(points_of(model, (0.0, y), (50.0, 3.0), (100.0, y)))
+    for x in (5.0, 3.0, 4.0):
+        model.create_vertical(x)
+    return model
+
+
+def test_a_plain_model_is_registered(new_model_2d: Factory, points_of: Factory) -> None:
+    model = build(new_model_2d(), points_of)
+    assert finds_chains(model)
+    assert finds_verticals(model)
+
+
+def test_classes_that_were_looked_at_are_as_they_were_made(
+    new_model_2d: Factory, points_of: Factory
+) -> None:
+    model = build(new_model_2d(), points_of)
+    copies = [copy.copy(model), copy.deepcopy(model), pickle.loads(pickle.dumps(model))]
+    for cls in CLASSES:
+        assert isinstance(cls.__annotations__, dict)
+    for one in (*copies[1:], new_model_2d()):
+        build(one, points_of)
+        assert finds_chains(one)
+        assert finds_verticals(one)
+
+
+def test_a_class_with_another_operation_is_not(
+    new_model_2d: Factory, points_of: Factory, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.setattr(_Boundary, "__eq__", _CurveList.__eq__, raising=False)
+    assert not finds_chains(build(new_model_2d(), points_of))
+
+
+LOOKS: dict[str, Callable[[Any, str], Any]] = {
+    "attribute": getattr,
+    "vars": lambda model, name: vars(model)[name],
+    "__dict__": lambda model, name: model.__dict__[name],
+    "copy": lambda model, name: vars(copy.copy(model))[name],
+    "pickle": lambda model, name: vars(pickle.loads(pickle.dumps(model)))[name],
+    "__getstate__": lambda model, name: model.__getstate__()[name],
+}
+
+
+@pytest.mark.parametrize("look", LOOKS)
+def test_whoever_looks_sees_the_lists_in_order(
+    new_model_2d: Factory, points_of: Factory, look: str
+) -> None:
+    model = build(new_model_2d(), points_of)
+    assert [v.x for v in LOOKS[look](model, "_verticals")] == [3.0, 4.0, 5.0]
+    model = build(new_model_2d(), points_of)
+    areas = [b.area_above_horizontal() for b in LOOKS[look](model, "_boundaries")]
+    assert areas == [0.0, 300.0, 350.0, 400.0]
+
+
+def test_entries_of_the_same_size_keep_the_order_of_creation(
+    new_model_2d: Factory, points_of: Factory
+) -> None:
+    rng = random.Random(1)
+    model = new_model_2d()
+    made = []
+    for _ in range(300):
+        y = float(rng.randrange(1, 6))
+        height = rng.random()
+        # The area depends on y alone.
+        shape = [(0.0, y), (25.0, y - height), (50.0, y), (75.0, y + height), (100.0, y)]
+        made.append(model._create_boundary(points_of(model, *shape)))
+        if rng.random() < 0.05:
+            assert len(model._boundaries) == len(made) + 1
+    expected = sorted(made, key=lambda boundary: boundary.area_above_horizontal())
+    assert all(a is b for a, b in zip(model._boundaries[1:], expected, strict=True))
+
+
+def test_the_attributes_of_a_model_are_those_of_any_object(new_model_2d: Factory) -> None:
+    model = new_model_2d()
+    assert vars(model) is model.__dict__
+    assert inspect.getattr_static(model, "_points") is model._points
+    model.__dict__ = {"_verticals": [_Vertical(1.0)], "_limits": (0.0, 9.0)}
+    assert model.create_vertical(1) is vars(model)["_verticals"][0]
+    with pytest.raises(TypeError):
+        del model.__dict__
+    with pytest.raises(TypeError):
+        model.__dict__ = 5
+    assert not hasattr(Model2D, "_boundaries")
+    with pytest.raises(
+        AttributeError, match=r"^type object 'Model2D' has no attribute '_verticals'"
+    ):
+        _ = Model2D._verticals
+
+
+def test_attributes_put_in_their_place_are_seen(new_model_2d: Factory) -> None:
+    model = new_model_2d()
+    for x in (5.0, 6.0):
+        model.create_vertical(x)
+    vars(model)["_verticals"][0] = _Vertical(7.0)
+    model.create_vertical(5.0)
+    assert [v.x for v in model._verticals] == [5.0, 6.0, 7.0]
+    vars(model)["_verticals"] = [_Vertical(7.0), _Vertical(8.0)]
+    model.create_vertical(5.0)
+    assert [v.x for v in model._verticals] == [5.0, 7.0, 8.0]
+
+
+def test_what_is_found_is_looked_at_before_it_is_used(
+    new_model_2d: Factory, points_of: Factory
+) -> None:
+    model = new_model_2d()
+    vertical = model.create_vertical(5.0)
+    points = points_of(model, (0.0, 1.0), (50.0, 2.0), (100.0, 3.0))
+    boundary = model._create_boundary(points)
+    vars(vertical)["_x"] = 60.0
+    vars(points[1])["_x"] = 60.0
+    assert model.create_vertical(5.0) is not vertical
+    same = points_of(model, (0.0, 1.0), (50.0, 2.0), (100.0, 3.0))
+    assert model._create_boundary(same) is not boundary
+
+
+def test_a_subclass_of_the_same_name_has_its_own_private_attributes(new_model_2d: Factory) -> None:
+    class Model2D(module.Model2D):
+        def __init__(self, *args: Any, **options: Any) -> None:
+            self.__register = "mine"
+            super().__init__(*args, **options)
+
+        def own(self) -> str:
+            return self.__register
+
+    model = new_model_2d(Model2D)
+    model.create_vertical(1.0)
+    assert model.own() == copy.copy(model).own() == "mine"
+
+
+def test_bad_points_are_refused_before_a_missing_class_is(
+    new_model_2d: Factory, points_of: Factory, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    model = new_model_2d()
+    monkeypatch.delattr(module, "_Boundary")
+    with pytest.raises(ModelError, match=r"^First and last points must be"):
+        model._create_boundary(points_of(model, (0, 1), (99, 1)))
+    with pytest.raises(NameError, match="_Boundary"):
+        model._create_boundary(points_of(model, (0, 1), (100, 1)))
