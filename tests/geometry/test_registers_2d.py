@@ -178,3 +178,77 @@ def test_bad_points_are_refused_before_a_missing_class_is(
         model._create_boundary(points_of(model, (0, 1), (99, 1)))
     with pytest.raises(NameError, match="_Boundary"):
         model._create_boundary(points_of(model, (0, 1), (100, 1)))
+
+
+class ArrayFloat(float):
+    """A float of another class, as an application may write it: its equality is its own."""
+
+    def __eq__(self, other: object) -> bool:
+        return False
+
+    __hash__ = float.__hash__
+
+
+def test_elements_of_arrays_are_plain_numbers(new_model_2d: Factory, points_of: Factory) -> None:
+    numpy = pytest.importorskip("numpy")
+    model = new_model_2d()
+    xs = numpy.linspace(0.0, 100.0, 5)
+    boundary = model._create_boundary(points_of(model, *((x, numpy.float64(3.0)) for x in xs)))
+    assert model._create_boundary(points_of(model, *((x, 3) for x in (0, 25, 50, 75, 100)))) is (
+        boundary
+    )
+    vertical = model.create_vertical(xs[1])
+    assert model.create_vertical(25) is vertical
+    assert finds_chains(model)
+    assert finds_verticals(model)
+    model._create_boundary(points_of(model, (0, numpy.float64(1e200)), (100, 5)))
+    model._create_boundary(points_of(model, (0, 4), (100, 5)))
+    assert not finds_chains(model)
+
+
+def test_floats_of_other_classes_are_not(new_model_2d: Factory) -> None:
+    ArrayFloat.__name__ = ArrayFloat.__qualname__ = "float64"
+    ArrayFloat.__module__ = "numpy"
+    model = new_model_2d()
+    assert model.create_vertical(ArrayFloat(5.0)) is not model.create_vertical(ArrayFloat(5.0))
+
+
+def test_other_attributes_change_nothing(new_model_2d: Factory, points_of: Factory) -> None:
+    model = build(new_model_2d(), points_of)
+    known = gc.get_referents(register(model))
+    model._points[0].tag = 1
+    model._points[2].curve = 1
+    del model._points[0].tag
+    model.create_vertical(60.0)
+    assert set(map(id, known)) <= set(map(id, gc.get_referents(register(model))))
+    model._points[2].__dict__ = {"_x": 0.0, "_y": 77.0}
+    assert model._create_boundary(points_of(model, (0, 5), (50, 3), (100, 5))) not in [
+        known for known in known if type(known) is _Boundary
+    ]
+
+
+def test_a_refused_model_is_read_again_when_it_may_hold(
+    new_model_2d: Factory, points_of: Factory
+) -> None:
+    model = new_model_2d()
+    model.create_pl_line(points_of(model, (0, float("nan")), (100, 1)))
+    build(model, points_of)
+    assert not finds_chains(model)
+    model._pl_lines.pop()
+    model._create_boundary(points_of(model, (0, 9), (100, 9)))
+    assert finds_chains(model)
+
+
+def test_a_class_that_answers_for_missing_attributes_is_registered(
+    new_model_2d: Factory, points_of: Factory
+) -> None:
+    class Answering(Model2D):
+        def __getattr__(self, name: str) -> Any:
+            raise AttributeError(name)
+
+    class Asking(Model2D):
+        def __getattribute__(self, name: str) -> Any:
+            return super().__getattribute__(name)
+
+    assert finds_chains(build(new_model_2d(Answering), points_of))
+    assert register(build(new_model_2d(Asking), points_of)) is None

@@ -74,8 +74,8 @@ void define_curve(host::Module& module, State& state) {
                                      "Return the text form, such as "
                                      "\"_Curve(_Point(0, 1.0), _Point(2, 1.0))\".")
                       .returning("str"));
-  body.add(state.changes, host::set_attribute);
-  body.add(state.changes, host::delete_attribute);
+  body.add(state.fields_of_curves, host::set_attribute);
+  body.add(state.fields_of_curves, host::delete_attribute);
   state.curve = body.make();
   state.made.curve.take(state.curve.original());
 }

@@ -122,8 +122,8 @@ void define_curve_lists(host::Module& module, State& state) {
                             .returning("float"));
   curve_list.add("_curves", state.chain_curves.watch<State, note_change>(state.field_type,
                                                                          module.object(), state));
-  curve_list.add(state.changes, host::set_attribute);
-  curve_list.add(state.changes, host::delete_attribute);
+  curve_list.add(state.fields_of_chains, host::set_attribute);
+  curve_list.add(state.fields_of_chains, host::delete_attribute);
   state.curve_list = curve_list.make();
   state.made.curve_list.take(state.curve_list.original());
 

@@ -1,6 +1,7 @@
 #include "geometry/plain.hpp"
 
 #include <cmath>
+#include <string_view>
 
 #include "host/object.hpp"
 
@@ -33,6 +34,14 @@ std::optional<double> plain_integer(PyObject* number) {
   return static_cast<double>(value);
 }
 
+// Whether an object is an element of an array of floats: a float in all but its class, which cannot
+// be changed, since it is none that was made by running Python.
+bool is_array_float(PyObject* number) {
+  const PyTypeObject* type = Py_TYPE(number);
+  return PyFloat_Check(number) != 0 && (type->tp_flags & Py_TPFLAGS_HEAPTYPE) == 0 &&
+         std::string_view(type->tp_name) == "numpy.float64";
+}
+
 }  // namespace
 
 std::optional<double> plain_number(Handle coordinate) {
@@ -40,6 +49,12 @@ std::optional<double> plain_number(Handle coordinate) {
   if (PyFloat_CheckExact(number) != 0) {
     const double value = PyFloat_AS_DOUBLE(number);
     return std::isnan(value) ? std::nullopt : std::optional(value);
+  }
+  if (is_array_float(number)) {
+    // Calculating with larger ones can overflow, of which a warning is given.
+    constexpr double most = 1e150;
+    const double value = PyFloat_AS_DOUBLE(number);
+    return std::abs(value) <= most ? std::optional(value) : std::nullopt;
   }
   if (PyLong_CheckExact(number) == 0 && PyBool_Check(number) == 0) return std::nullopt;
   return plain_integer(number);
@@ -100,7 +115,15 @@ Ref curves_of_plain_chain(const State& state, Handle chain) {
 
 bool reads_attribute_plainly(Handle object, Handle name, PyObject* descriptor) {
   PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(object));
-  return type->tp_getattro == PyObject_GenericGetAttr && _PyType_Lookup(type, name) == descriptor;
+  if (type->tp_getattro != PyObject_GenericGetAttr) {
+    // A class that only says what comes in the place of missing attributes has no say in others.
+    const host::Name get_attribute("__getattribute__");
+    if (_PyType_Lookup(type, get_attribute.get()) !=
+        _PyType_Lookup(&PyBaseObject_Type, get_attribute.get())) {
+      return false;
+    }
+  }
+  return _PyType_Lookup(type, name) == descriptor;
 }
 
 double area_of(const ChainKey& chain) {

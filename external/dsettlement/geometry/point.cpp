@@ -66,8 +66,8 @@ void define_point(host::Module& module, State& state) {
                                      "Return the text form, such as "
                                      "\"_Point(25, 10.0)\".")
                       .returning("str"));
-  body.add(state.changes, host::set_attribute);
-  body.add(state.changes, host::delete_attribute);
+  body.add(state.fields_of_points, host::set_attribute);
+  body.add(state.fields_of_points, host::delete_attribute);
   state.point = body.make();
   state.made.point.take(state.point.original());
 }

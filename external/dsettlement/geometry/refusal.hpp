@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace dsettlement::geometry {
 
@@ -16,16 +17,19 @@ class Refusal {
     is_known_ = true;
     changes_ = changes;
     size_ = size;
+    last_size_ = size;
   }
 
-  [[nodiscard]] bool stands(std::uint64_t changes, std::ptrdiff_t size) const {
-    return is_known_ && changes == changes_ && size >= size_ && size < 2 * size_ + 2;
+  [[nodiscard]] bool stands(std::uint64_t changes, std::ptrdiff_t size) {
+    const bool has_shrunk = size < std::exchange(last_size_, size);
+    return is_known_ && changes == changes_ && !has_shrunk && size < 2 * size_ + 2;
   }
 
  private:
   bool is_known_ = false;
   std::uint64_t changes_ = 0;
-  std::ptrdiff_t size_ = 0;
+  std::ptrdiff_t size_ = 0;       // when it was refused
+  std::ptrdiff_t last_size_ = 0;  // when it was asked for last
 };
 
 }  // namespace dsettlement::geometry

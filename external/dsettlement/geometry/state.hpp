@@ -62,6 +62,9 @@ struct State {
   // The curves of a chain; handing them out counts as a change of points, curves or chains.
   host::WatchedField chain_curves{module_, "_curves"};
   host::Changes changes;
+  host::CountedFields fields_of_points{changes, {"_x", "_y"}};
+  host::CountedFields fields_of_curves{changes, {"_p1", "_p2"}};
+  host::CountedFields fields_of_chains{changes, {}};  // any can stand before an operation
 
   // What a model keeps its verticals and its boundaries sorted by.
   host::Slot by_x{module_};

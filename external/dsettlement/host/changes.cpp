@@ -1,5 +1,7 @@
 #include "host/changes.hpp"
 
+#include <algorithm>
+
 #include "host/name.hpp"
 #include "host/object.hpp"
 
@@ -14,17 +16,17 @@ Ref of_object(const char* name) {
 
 constexpr Parameter set_parameters[] = {host::self, {"name", "str"}, {"value", "Any"}};
 
-Ref set_counted(Changes& changes, Arguments arguments) {
+Ref set_counted(CountedFields& fields, Arguments arguments) {
   const auto [self, name, value] = arguments.first<3>();
-  ++changes.count;
+  fields.note(name);
   return call(of_object("__setattr__"), self, name, value);
 }
 
 constexpr Parameter delete_parameters[] = {host::self, {"name", "str"}};
 
-Ref delete_counted(Changes& changes, Arguments arguments) {
+Ref delete_counted(CountedFields& fields, Arguments arguments) {
   const auto [self, name] = arguments.first<2>();
-  ++changes.count;
+  fields.note(name);
   return call(of_object("__delattr__"), self, name);
 }
 
@@ -37,10 +39,25 @@ bool has(Handle object, Handle name) {
 
 }  // namespace
 
-constinit const Operation<Changes> set_attribute =
+CountedFields::CountedFields(Changes& changes, std::initializer_list<const char*> names)
+    : changes_(changes) {
+  if (names.size() == 0) return;
+  for (const char* name : {"__class__", "__dict__"}) names_.emplace_back(name);
+  for (const char* name : names) names_.emplace_back(name);
+}
+
+void CountedFields::note(Handle name) {
+  const bool is_known = PyUnicode_CheckExact(static_cast<PyObject*>(name)) != 0;
+  const auto is_it = [&](const Name& counted) {
+    return PyUnicode_Compare(counted.get(), name) == 0;
+  };
+  if (names_.empty() || !is_known || std::ranges::any_of(names_, is_it)) ++changes_.count;
+}
+
+constinit const Operation<CountedFields> set_attribute =
     method<set_counted>("__setattr__", set_parameters, "Implement setattr(self, name, value).");
 
-constinit const Operation<Changes> delete_attribute =
+constinit const Operation<CountedFields> delete_attribute =
     method<delete_counted>("__delattr__", delete_parameters, "Implement delattr(self, name).");
 
 void initialize(const ClassSnapshot& made, Handle object, Handle name, Handle value) {

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
+#include <vector>
 
 #include "host/class_snapshot.hpp"
+#include "host/name.hpp"
 #include "host/operation.hpp"
 
 namespace dsettlement::host {
@@ -14,9 +17,22 @@ struct Changes {
   std::uint64_t count = 0;
 };
 
+// Which attributes of a class are counted: these, with those by which an object changes as a whole,
+// or any at all if none are named.
+class CountedFields {
+ public:
+  CountedFields(Changes& changes, std::initializer_list<const char*> names);
+
+  void note(Handle name);
+
+ private:
+  Changes& changes_;
+  std::vector<Name> names_;
+};
+
 // The operations by which attributes are set and deleted, for a class whose changes are counted.
-extern const Operation<Changes> set_attribute;
-extern const Operation<Changes> delete_attribute;
+extern const Operation<CountedFields> set_attribute;
+extern const Operation<CountedFields> delete_attribute;
 
 // Sets a field in the constructor of a class that was made so: as any attribute, but the first
 // value is no change.

@@ -23,6 +23,7 @@ struct State {
   // For what takes verticals for granted as they were made.
   host::ClassSnapshot vertical_as_made{module_};
   host::Changes vertical_changes;
+  host::CountedFields vertical_fields{vertical_changes, {"_x"}};
 
   struct Names {
     host::Name init{"__init__"};

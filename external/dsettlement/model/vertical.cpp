@@ -39,8 +39,8 @@ void define_vertical(host::Module& module, State& state) {
   body.add(state,
            host::method<serialize>("_serialize", "Return a new mapping with the one key 'x'.")
                .returning("dict[str, Any]"));
-  body.add(state.vertical_changes, host::set_attribute);
-  body.add(state.vertical_changes, host::delete_attribute);
+  body.add(state.vertical_fields, host::set_attribute);
+  body.add(state.vertical_fields, host::delete_attribute);
   state.vertical = body.make();
   state.vertical_as_made.take(state.vertical.original());
 }
