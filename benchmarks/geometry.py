@@ -8,11 +8,13 @@ from __future__ import annotations
 
 import gc
 import json
+import random
 import subprocess
 import sys
 import time
 from collections.abc import Callable
 from dataclasses import asdict
+from functools import partial
 from importlib import import_module
 from typing import Any
 
@@ -60,11 +62,33 @@ def build_and_serialize(module: str, layers: int, curves: int) -> Any:
     return build(module, layers, curves)._serialize()
 
 
-def create_verticals(count: int) -> Any:
+def ascending(count: int) -> list[int]:
+    return list(range(count))
+
+
+def descending(count: int) -> list[int]:
+    return ascending(count)[::-1]
+
+
+def shuffled(count: int) -> list[int]:
+    return random.Random(1).sample(range(count), count)
+
+
+def create_verticals(order: Callable[[int], list[int]], count: int) -> Any:
+    """Create so many verticals in that order, and serialise them."""
     model = new_model(NATIVE)
-    for i in range(count):
+    for i in order(count):
         model.create_vertical(100.0 * i / count)
     return model._serialize_verticals()
+
+
+def create_boundaries_downwards(count: int) -> Any:
+    """Create so many boundaries, each below the one before it, and serialise the model."""
+    model = new_model(NATIVE)
+    for i in descending(count):
+        level = LAYER_HEIGHT * (i + 1)
+        model._create_boundary([model.create_point(0.0, level), model.create_point(100.0, level)])
+    return model._serialize()
 
 
 def against_plain(layers: int, *, rounds: int) -> Row:
@@ -171,7 +195,11 @@ def rows() -> list[Row]:
         linearity("curves in 100 layers", lambda n: build_and_serialize(NATIVE, 100, n // 100)),
         linearity("curves in one layer", lambda n: build_and_serialize(NATIVE, 1, n)),
         linearity("layers of one curve", lambda n: build_and_serialize(NATIVE, n, 1)),
-        linearity("verticals", create_verticals),
+        *(
+            linearity(f"verticals, {order.__name__}", partial(create_verticals, order))
+            for order in (ascending, descending, shuffled)
+        ),
+        linearity("boundaries, descending", create_boundaries_downwards),
         linearity(
             "curves in 100 layers, with garbage collection",
             lambda n: build_and_serialize(NATIVE, 100, n // 100),
