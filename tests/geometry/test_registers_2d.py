@@ -235,7 +235,8 @@ def test_a_refused_model_is_read_again_when_it_may_hold(
     build(model, points_of)
     assert not finds_chains(model)
     model._pl_lines.pop()
-    model._create_boundary(points_of(model, (0, 9), (100, 9)))
+    for y in (7, 8, 9):
+        model._create_boundary(points_of(model, (0, y), (100, y)))
     assert finds_chains(model)
 
 
