@@ -53,7 +53,7 @@ def test_boundaries_may_go_when_an_object_is_asked_for_its_class(
     new_model_2d: Factory, points_of: Factory
 ) -> None:
     class Asked:
-        @property
+        @property  # type: ignore[misc]
         def __class__(self) -> Any:
             model._boundaries.clear()
             return int

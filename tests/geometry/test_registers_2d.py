@@ -136,7 +136,7 @@ def test_attributes_put_in_their_place_are_seen(new_model_2d: Factory) -> None:
     vars(model)["_verticals"][0] = _Vertical(7.0)
     model.create_vertical(5.0)
     assert [v.x for v in model._verticals] == [5.0, 6.0, 7.0]
-    vars(model)["_verticals"] = [_Vertical(7.0), _Vertical(8.0)]
+    model.__dict__["_verticals"] = [_Vertical(7.0), _Vertical(8.0)]
     model.create_vertical(5.0)
     assert [v.x for v in model._verticals] == [5.0, 7.0, 8.0]
 
@@ -148,8 +148,8 @@ def test_what_is_found_is_looked_at_before_it_is_used(
     vertical = model.create_vertical(5.0)
     points = points_of(model, (0.0, 1.0), (50.0, 2.0), (100.0, 3.0))
     boundary = model._create_boundary(points)
-    vars(vertical)["_x"] = 60.0
-    vars(points[1])["_x"] = 60.0
+    vertical.__dict__["_x"] = 60.0
+    points[1].__dict__["_x"] = 60.0
     assert model.create_vertical(5.0) is not vertical
     same = points_of(model, (0.0, 1.0), (50.0, 2.0), (100.0, 3.0))
     assert model._create_boundary(same) is not boundary
