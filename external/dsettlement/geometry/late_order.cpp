@@ -1,7 +1,7 @@
 #include "geometry/late_order.hpp"
 
 #include <algorithm>
-#include <utility>
+#include <iterator>
 
 namespace dsettlement::geometry {
 
@@ -13,19 +13,29 @@ void LateOrder::append(double number) {
 
 void LateOrder::put(PyObject* list) {
   if (is_kept() || list == nullptr || PyList_GET_SIZE(list) != size()) return;
-  using Entry = std::pair<double, PyObject*>;
+  // With its place, no entry is like another, so that equal numbers keep their order.
+  struct Entry {
+    double number;
+    Py_ssize_t place;
+    PyObject* object;
+    bool operator<(const Entry& other) const {
+      return number != other.number ? number < other.number : place < other.place;
+    }
+  };
   std::vector<Entry> entries;
   entries.reserve(numbers_.size());
   for (Py_ssize_t i = 0; i < size(); ++i) {
-    entries.emplace_back(numbers_[static_cast<std::size_t>(i)], PyList_GET_ITEM(list, i));
+    entries.push_back({numbers_[static_cast<std::size_t>(i)], i, PyList_GET_ITEM(list, i)});
   }
   const auto added = entries.begin() + static_cast<std::ptrdiff_t>(sorted_);
-  std::ranges::stable_sort(added, entries.end(), {}, &Entry::first);
-  std::ranges::inplace_merge(entries, added, {}, &Entry::first);
+  std::sort(added, entries.end());
+  std::vector<Entry> sorted;
+  sorted.reserve(entries.size());
+  std::merge(entries.begin(), added, added, entries.end(), std::back_inserter(sorted));
   // The entries change places among themselves, so that each keeps its count.
-  for (std::size_t i = 0; i < entries.size(); ++i) {
-    numbers_[i] = entries[i].first;
-    PyList_SET_ITEM(list, static_cast<Py_ssize_t>(i), entries[i].second);
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    numbers_[i] = sorted[i].number;
+    PyList_SET_ITEM(list, static_cast<Py_ssize_t>(i), sorted[i].object);
   }
   sorted_ = numbers_.size();
 }
