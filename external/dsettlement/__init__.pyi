@@ -185,7 +185,11 @@ class _NonUniformLoad(_Load):
         """
 
 class DrainType(Enum):
-    """The kind of vertical drain: strip, column or sand wall.
+    """The kind of vertical drain.
+
+    STRIP: prefabricated strips.
+    COLUMN: round columns.
+    SAND_WALL: walls of sand.
 
     A member is equal only to itself.
     """
@@ -196,6 +200,10 @@ class DrainType(Enum):
 
 class DrainGrid(Enum):
     """The grid in which strips or columns are placed.
+
+    TRIANGULAR: at the corners of triangles.
+    RECTANGULAR: at the corners of squares.
+    UNDETERMINED: in a grid of which only the distance is known.
 
     A member is equal only to itself.
     """

@@ -333,7 +333,7 @@ class Pair:
 
 def is_registered(model: Any) -> bool:
     """Whether boundaries or verticals of a native model are found without searching."""
-    registers = getattr(model, "__dsettlement_registers__", None)
+    registers = getattr(model, "_dsettlement_registers", None)
     return any(type(known) in (_Boundary, _Vertical) for known in gc.get_referents(registers))
 
 

@@ -36,7 +36,7 @@ def finds_verticals(model: Any) -> bool:
 
 
 def register(model: Any) -> Any:
-    return getattr(model, "__dsettlement_registers__", None)
+    return getattr(model, "_dsettlement_registers", None)
 
 
 def build(model: Any, points_of: Factory) -> Any:

@@ -16,7 +16,7 @@ namespace {
 
 // The registers of a model stand in a slot of their own and not among its attributes, which
 // applications look at, copy and pickle.
-constexpr const char* slot_name = "__dsettlement_registers__";
+constexpr const char* slot_name = "_dsettlement_registers";
 
 class Registers : public host::Content {
  public:

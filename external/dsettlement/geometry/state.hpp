@@ -107,7 +107,7 @@ struct State {
     host::Name private_phreatic_line{"_phreatic_line"};
     host::Name private_boundaries{"_boundaries"};
 
-    host::Name register_slot{"__dsettlement_registers__"};
+    host::Name register_slot{"_dsettlement_registers"};
 
     // Operations of a model.
     host::Name validate{"_validate"};
