@@ -1,5 +1,6 @@
 #include "geometry/make.hpp"
 
+#include "host/constructor.hpp"
 #include "host/object.hpp"
 
 namespace dsettlement::geometry {
@@ -8,13 +9,6 @@ using host::Handle;
 using host::Ref;
 
 namespace {
-
-// A new object without fields, as object.__new__ makes it.
-Ref bare_object(const host::Global& type) {
-  const Ref nothing = Ref::steal(PyTuple_New(0));
-  auto* as_type = reinterpret_cast<PyTypeObject*>(static_cast<PyObject*>(type.original()));
-  return Ref::steal(PyBaseObject_Type.tp_new(as_type, nothing.get(), nullptr));
-}
 
 void put(Handle object, Handle name, Handle value) {
   host::check(PyObject_GenericSetAttr(object, name, value));
@@ -28,21 +22,21 @@ bool is_as_made(const host::Global& type, const host::ClassSnapshot& made) {
 
 Ref make_point(const State& state, Handle x, Handle y) {
   if (!is_as_made(state.point, state.made.point)) return host::call(state.point.now(), x, y);
-  Ref point = bare_object(state.point);
+  Ref point = host::allocate(state.point.original());
   put(point, state.names.private_x, x);
   put(point, state.names.private_y, y);
   return point;
 }
 
 Ref make_plain_curve(const State& state, Handle p1, Handle p2) {
-  Ref curve = bare_object(state.curve);
+  Ref curve = host::allocate(state.curve.original());
   put(curve, state.names.private_p1, p1);
   put(curve, state.names.private_p2, p2);
   return curve;
 }
 
 Ref make_plain_chain(const State& state, const host::Global& type, Handle curves) {
-  Ref chain = bare_object(type);
+  Ref chain = host::allocate(type.original());
   state.chain_curves.initialize(chain, curves);
   return chain;
 }
