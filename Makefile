@@ -14,7 +14,7 @@ JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 export CMAKE_BUILD_PARALLEL_LEVEL ?= $(JOBS)
 
 MODULE := CMakeLists.txt $(shell find external -type f)
-CXX_FILES := $(shell find external -name '*.[ch]pp')
+CXX_FILES := $(shell find external fuzz benchmarks -name '*.[ch]pp')
 LOCAL_EDITION := $(shell find toolkit -type f -not -name '*.pyc')
 
 # Stamps: what has been done to the virtual environment, and when.
@@ -44,7 +44,7 @@ lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type c
 	$(BIN)/cmake -S . -B build/lint -G Ninja -DCMAKE_MAKE_PROGRAM=$(abspath $(BIN)/ninja) \
 	  -DPython_EXECUTABLE=$(abspath $(BIN)/python) -DCMAKE_BUILD_TYPE=Debug -DDSETTLEMENT_WERROR=ON
 	$(BIN)/cmake --build build/lint
-	printf '%s\n' $(filter %.cpp,$(CXX_FILES)) | \
+	printf '%s\n' $(filter external/%.cpp,$(CXX_FILES)) | \
 	  xargs -P $(JOBS) -n 1 scripts/tidy
 
 demo: $(BUILT) $(STAMPS)/demo  ## tell the usage stories, with files and pictures in demo/
