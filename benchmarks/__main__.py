@@ -25,8 +25,8 @@ SUBJECTS = ("imports", "materials", "reader", "geometry")
 
 def bound(row: Row) -> str:
     if row.at_least is not None:
-        return f"≥ {row.at_least:g}"
-    return "" if row.at_most is None else f"≤ {row.at_most:g}"
+        return f"≥ {row.at_least:.3g}"
+    return "" if row.at_most is None else f"≤ {row.at_most:.3g}"
 
 
 def show(rows: Iterable[Row]) -> None:
