@@ -201,6 +201,12 @@ def test_elements_of_arrays_are_plain_numbers(new_model_2d: Factory, points_of: 
     assert model.create_vertical(25) is vertical
     assert finds_chains(model)
     assert finds_verticals(model)
+    ys = numpy.arange(3, 5)
+    boundary = model._create_boundary(points_of(model, (ys[0] * 0, ys[0]), (100, ys[1])))
+    assert model._create_boundary(points_of(model, (0, 3.0), (100.0, 4))) is boundary
+    assert model.create_vertical(ys[0]) is model.create_vertical(3.0)
+    assert finds_chains(model)
+    assert finds_verticals(model)
     model._create_boundary(points_of(model, (0, numpy.float64(1e200)), (100, 5)))
     model._create_boundary(points_of(model, (0, 4), (100, 5)))
     assert not finds_chains(model)

@@ -34,12 +34,11 @@ std::optional<double> plain_integer(PyObject* number) {
   return static_cast<double>(value);
 }
 
-// Whether an object is an element of an array of floats: a float in all but its class, which cannot
-// be changed, since it is none that was made by running Python.
-bool is_array_float(PyObject* number) {
+// Whether an object is an element of an array of that type: a number in all but its class, which
+// cannot be changed, since it is none that was made by running Python.
+bool is_array_element(PyObject* number, std::string_view type_name) {
   const PyTypeObject* type = Py_TYPE(number);
-  return PyFloat_Check(number) != 0 && (type->tp_flags & Py_TPFLAGS_HEAPTYPE) == 0 &&
-         std::string_view(type->tp_name) == "numpy.float64";
+  return (type->tp_flags & Py_TPFLAGS_HEAPTYPE) == 0 && type_name == type->tp_name;
 }
 
 }  // namespace
@@ -50,14 +49,17 @@ std::optional<double> plain_number(Handle coordinate) {
     const double value = PyFloat_AS_DOUBLE(number);
     return std::isnan(value) ? std::nullopt : std::optional(value);
   }
-  if (is_array_float(number)) {
+  if (PyFloat_Check(number) != 0 && is_array_element(number, "numpy.float64")) {
     // Calculating with larger ones can overflow, of which a warning is given.
     constexpr double most = 1e150;
     const double value = PyFloat_AS_DOUBLE(number);
     return std::abs(value) <= most ? std::optional(value) : std::nullopt;
   }
-  if (PyLong_CheckExact(number) == 0 && PyBool_Check(number) == 0) return std::nullopt;
-  return plain_integer(number);
+  if (PyLong_CheckExact(number) != 0 || PyBool_Check(number) != 0) return plain_integer(number);
+  if (is_array_element(number, "numpy.int64")) {
+    return plain_integer(Ref::steal(PyNumber_Index(number)).get());
+  }
+  return std::nullopt;
 }
 
 std::optional<double> plain_field(Handle object, Handle name) {
