@@ -65,7 +65,8 @@ docs: $(STAMPS)/docs  ## build the documentation into site/
 	@test -f site/index.html && echo "Open site/index.html"
 
 clean:  ## remove all that the other targets made
-	rm -rf $(VENV) build demo site fuzz-findings
+	rm -rf $(VENV) build demo site fuzz-findings .hypothesis .mypy_cache .pytest_cache .ruff_cache
+	find . -name __pycache__ -prune -exec rm -rf {} +
 
 $(ENVIRONMENT): scripts/find-python
 	@command -v c++ >/dev/null || command -v g++ >/dev/null || command -v clang++ >/dev/null || \
