@@ -10,10 +10,10 @@ ChainPositions::ChainPositions(const State& state, Handle model, const host::Wat
       model_(model),
       attribute_(list.name()),
       is_certain_(reads_attribute_plainly(model, list.name(), list.descriptor())) {
-  PyObject* chains = is_certain_ ? list.peek(model) : nullptr;
-  is_certain_ = chains != nullptr && PyList_CheckExact(chains) != 0 && are_classes_as_made(state);
+  const Ref chains = is_certain_ ? list.peek(model) : Ref();
+  is_certain_ = chains && PyList_CheckExact(chains.get()) != 0 && are_classes_as_made(state);
   if (!is_certain_) return;
-  entries_ = Ref::steal(PyList_AsTuple(chains));
+  entries_ = Ref::steal(PyList_AsTuple(chains.get()));
   const Py_ssize_t count = PyTuple_GET_SIZE(entries_.get());
   for (Py_ssize_t i = 0; i < count && is_certain_; ++i)
     enter(PyTuple_GET_ITEM(entries_.get(), i), i);

@@ -110,9 +110,9 @@ Ref curves_of_plain_chain(const State& state, Handle chain) {
   // An operation can be shadowed by an attribute of the object, so there may be no other.
   const Ref fields = Ref::steal(PyObject_GenericGetDict(chain, nullptr));
   if (PyDict_GET_SIZE(fields.get()) != 1) return {};
-  PyObject* curves = state.chain_curves.peek(chain);
-  if (curves == nullptr || PyList_CheckExact(curves) == 0) return {};
-  return host::share(curves);
+  Ref curves = state.chain_curves.peek(chain);
+  if (!curves || PyList_CheckExact(curves.get()) == 0) return {};
+  return curves;
 }
 
 bool reads_attribute_plainly(Handle object, Handle name, PyObject* descriptor) {

@@ -152,8 +152,7 @@ InUse<ChainRegister> chain_register(State& state, Handle model) {
       !are_classes_as_made(state) || !has_attributes_alone(model)) {
     return {};
   }
-  const ChainRegister::Lists lists{Ref::borrow(state.boundaries.peek(model)),
-                                   Ref::borrow(state.pl_lines.peek(model))};
+  const ChainRegister::Lists lists{state.boundaries.peek(model), state.pl_lines.peek(model)};
   if (!is_plain_list(lists.boundaries.get()) || !is_plain_list(lists.pl_lines.get())) return {};
   auto [box, registers] = registers_made_for(state, model);
   if (registers->are_chains_busy) return {};
@@ -167,7 +166,7 @@ InUse<VerticalRegister> vertical_register(State& state, Handle model) {
       !state.model.vertical_as_made.holds() || !has_attributes_alone(model)) {
     return {};
   }
-  const Ref list = Ref::borrow(state.verticals.peek(model));
+  const Ref list = state.verticals.peek(model);
   if (!is_plain_list(list.get())) return {};
   auto [box, registers] = registers_made_for(state, model);
   if (registers->are_verticals_busy) return {};

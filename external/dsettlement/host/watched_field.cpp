@@ -39,9 +39,20 @@ void tell(const Descriptor& descriptor, Handle object) {
   throw ErrorSet{};
 }
 
-// The object's own dictionary.
+// The object's own dictionary. A class has one too, which must not be written past the class.
 Ref fields_of(Handle object) {
+  if (PyType_Check(static_cast<PyObject*>(object)) != 0) {
+    raise(PyExc_TypeError, "this attribute is one of objects, not of classes");
+  }
   return Ref::steal(PyObject_GenericGetDict(object, nullptr));
+}
+
+// What a dictionary has under a name, or an empty Ref. Looking can run code, that of other keys'
+// equality, which makes the object let go of its dictionary; so here it is owned.
+Ref value_in(Ref fields, Handle name) {
+  PyObject* value = PyDict_GetItemWithError(fields.get(), name);
+  if (value == nullptr && PyErr_Occurred() != nullptr) throw ErrorSet{};
+  return share(value);
 }
 
 PyObject* read(PyObject* self, PyObject* object, PyObject* type) {
@@ -49,10 +60,9 @@ PyObject* read(PyObject* self, PyObject* object, PyObject* type) {
     const Descriptor& descriptor = as_descriptor(self);
     if (object == nullptr || object == Py_None) refuse_class(descriptor, type);
     tell(descriptor, object);
-    PyObject* value = PyDict_GetItemWithError(fields_of(object).get(), descriptor.name.get());
-    if (value != nullptr) return share(value);
-    if (PyErr_Occurred() != nullptr) throw ErrorSet{};
-    refuse_missing(descriptor, object);
+    Ref value = value_in(fields_of(object), descriptor.name);
+    if (!value) refuse_missing(descriptor, object);
+    return value;
   });
 }
 
@@ -96,18 +106,15 @@ void deallocate(PyObject* self) {
 
 }  // namespace
 
-PyObject* WatchedField::peek(Handle object) const {
+Ref WatchedField::peek(Handle object) const {
   PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(object));
-  if (_PyType_Lookup(type, Handle(name_)) != descriptor_.get()) return nullptr;
-  // The dictionary stays with the object, so that what is in it may be borrowed.
-  PyObject* value = PyDict_GetItemWithError(fields_of(object).get(), Handle(name_));
-  if (value == nullptr && PyErr_Occurred() != nullptr) throw ErrorSet{};
-  return value;
+  if (_PyType_Lookup(type, Handle(name_)) != descriptor_.get()) return {};
+  return value_in(fields_of(object), name_);
 }
 
 Ref WatchedField::read(Handle object) const {
-  PyObject* value = peek(object);
-  return value != nullptr ? share(value) : get(object, name_);
+  Ref value = peek(object);
+  return value ? value : get(object, name_);
 }
 
 void WatchedField::initialize(Handle object, Handle value) const {

@@ -23,9 +23,9 @@ class WatchedField {
                       [](void* to, Handle object) { notice(*static_cast<State*>(to), object); });
   }
 
-  // What stands in the object, borrowed, without notice to anybody. Null if nothing does, or if the
-  // class of the object has something else under the name.
-  [[nodiscard]] PyObject* peek(Handle object) const;
+  // What stands in the object, without notice to anybody. Empty if nothing does, or if the class of
+  // the object has something else under the name.
+  [[nodiscard]] Ref peek(Handle object) const;
 
   // What the attribute is, for a reader that neither changes it nor hands it on.
   [[nodiscard]] Ref read(Handle object) const;
