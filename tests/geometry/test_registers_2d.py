@@ -118,15 +118,52 @@ def test_the_attributes_of_a_model_are_those_of_any_object(new_model_2d: Factory
     assert inspect.getattr_static(model, "_points") is model._points
     model.__dict__ = {"_verticals": [_Vertical(1.0)], "_limits": (0.0, 9.0)}
     assert model.create_vertical(1) is vars(model)["_verticals"][0]
-    with pytest.raises(TypeError):
-        del model.__dict__
-    with pytest.raises(TypeError):
+    with pytest.raises(TypeError, match=r"^__dict__ must be set to a dictionary, not a 'int'$"):
         model.__dict__ = 5
+    del model.__dict__
+    assert vars(model) == {}
     assert not hasattr(Model2D, "_boundaries")
     with pytest.raises(
         AttributeError, match=r"^type object 'Model2D' has no attribute '_verticals'"
     ):
         _ = Model2D._verticals
+
+
+class Mixin:
+    """A class whose objects have a dictionary, which it lays its own way to."""
+
+
+class Snapshots:
+    def __getstate__(self) -> dict[str, Any]:
+        return self.__dict__.copy()
+
+
+class Shadowing(Model2D):
+    __slots__ = ("_dsettlement_registers",)
+
+
+@pytest.mark.parametrize(
+    "cls",
+    [
+        type("Mixed", (Mixin, Model2D), {}),
+        type("Snapshot", (Snapshots, Model2D), {}),
+        Shadowing,
+        type("Named", (Model2D,), {"_dsettlement_registers": None}),
+    ],
+)
+def test_a_class_that_may_be_looked_at_unnoticed_is_searched(
+    new_model_2d: Factory, points_of: Factory, cls: type
+) -> None:
+    model = build(new_model_2d(cls), points_of)
+    assert [v.x for v in vars(model)["_verticals"]] == [3.0, 4.0, 5.0]
+    areas = [b.area_above_horizontal() for b in vars(model)["_boundaries"]]
+    assert areas == [0.0, 300.0, 350.0, 400.0]
+    for one in (copy.copy(model), copy.deepcopy(model)):
+        one.create_vertical(1.0)
+        assert [v.x for v in vars(one)["_verticals"]] == [1.0, 3.0, 4.0, 5.0]
+    points = points_of(model, (0.0, 5.0), (50.0, 3.0), (100.0, 5.0))
+    highest = vars(model)["_boundaries"].pop()
+    assert model._create_boundary(points) is not highest
 
 
 def test_attributes_put_in_their_place_are_seen(new_model_2d: Factory) -> None:

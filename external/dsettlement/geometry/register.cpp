@@ -5,6 +5,7 @@
 
 #include "geometry/plain.hpp"
 #include "host/box.hpp"
+#include "host/containers.hpp"
 
 namespace dsettlement::geometry {
 
@@ -70,6 +71,14 @@ bool is_plain_list(PyObject* list) {
   return list != nullptr && PyList_CheckExact(list) != 0;
 }
 
+// Whether it is noticed when somebody looks at the attributes of the model as a dictionary: another
+// base class can bring its own way to it.
+bool notices_looks(const State& state, Handle model) {
+  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(model));
+  return _PyType_Lookup(type, state.names.attributes.get()) == state.attributes.get() &&
+         _PyType_Lookup(type, state.names.register_slot.get()) == state.register_slot.get();
+}
+
 bool has_attributes_alone(Handle model) {
   const Ref fields = Ref::steal(PyObject_GenericGetDict(model, nullptr));
   return Py_REFCNT(fields.get()) == 2;  // the model and this function
@@ -101,16 +110,20 @@ PyObject* read_attributes(PyObject* model, void* /*closure*/) {
   });
 }
 
+// Deleting them leaves none, as with any object.
 int write_attributes(PyObject* model, PyObject* attributes, void* /*closure*/) {
-  const PyObject* looked_at = read_attributes(model, nullptr);
-  if (looked_at == nullptr) return -1;
-  const Ref before = Ref::steal(const_cast<PyObject*>(looked_at));
-  return PyObject_GenericSetDict(model, attributes, nullptr);
+  const PyObject* done = host::guard([&] {
+    static_cast<void>(Ref::steal(read_attributes(model, nullptr)));
+    const Ref written = attributes != nullptr ? host::share(attributes) : host::Mapping().done();
+    host::check(PyObject_GenericSetDict(model, written.get(), nullptr));
+    return host::none();
+  });
+  return done == nullptr ? -1 : 0;  // None lives for ever, and is not counted
 }
 
 // Gives the class of models an attribute `__dict__` of the kind that Python itself gives to the
 // first class of a line; tools that look at objects without running their code know that kind.
-void watch_attributes(Handle model_class) {
+Ref watch_attributes(Handle model_class) {
   static PyGetSetDef definition{
       .name = "__dict__",
       .get = read_attributes,
@@ -119,9 +132,10 @@ void watch_attributes(Handle model_class) {
       .closure = nullptr,
   };
   auto* type = reinterpret_cast<PyTypeObject*>(static_cast<PyObject*>(model_class));
-  const Ref descriptor = Ref::steal(PyDescr_NewGetSet(type, &definition));
+  Ref descriptor = Ref::steal(PyDescr_NewGetSet(type, &definition));
   host::check(PyDict_SetItemString(type->tp_dict, definition.name, descriptor.get()));
   PyType_Modified(type);
+  return descriptor;
 }
 
 // What is copied or pickled goes without the registers: the copy makes its own.
@@ -149,7 +163,7 @@ InUse<ChainRegister> chain_register(State& state, Handle model) {
   if (!reads_attribute_plainly(model, state.boundaries.name(), state.boundaries.descriptor()) ||
       !reads_attribute_plainly(model, state.pl_lines.name(), state.pl_lines.descriptor()) ||
       !reads_attribute_plainly(model, state.names.private_curves, state.curves_property.get()) ||
-      !are_classes_as_made(state) || !has_attributes_alone(model)) {
+      !are_classes_as_made(state) || !notices_looks(state, model) || !has_attributes_alone(model)) {
     return {};
   }
   const ChainRegister::Lists lists{state.boundaries.peek(model), state.pl_lines.peek(model)};
@@ -163,7 +177,8 @@ InUse<ChainRegister> chain_register(State& state, Handle model) {
 
 InUse<VerticalRegister> vertical_register(State& state, Handle model) {
   if (!reads_attribute_plainly(model, state.verticals.name(), state.verticals.descriptor()) ||
-      !state.model.vertical_as_made.holds() || !has_attributes_alone(model)) {
+      !state.model.vertical_as_made.holds() || !notices_looks(state, model) ||
+      !has_attributes_alone(model)) {
     return {};
   }
   const Ref list = state.verticals.peek(model);
@@ -202,7 +217,7 @@ void remember_for_registers(State& state, Handle model_class) {
   state.curves_property = host::get(model_class, state.names.private_curves);
   state.create_curves = host::get(model_class, state.names.create_curves);
   state.create_curve = host::get(model_class, state.names.create_curve);
-  watch_attributes(model_class);
+  state.attributes = watch_attributes(model_class);
 }
 
 }  // namespace dsettlement::geometry

@@ -75,6 +75,7 @@ struct State {
   host::WatchedField pl_lines{module_, "_pl_lines"};
   host::WatchedField verticals{module_, "_verticals"};
   host::Slot register_slot{module_};
+  host::Slot attributes{module_};  // what the class of models has as its `__dict__`
 
   // Operations of a model that need not be called as long as they are these.
   host::Slot curves_property{module_};
@@ -86,6 +87,7 @@ struct State {
 
   struct Names {
     host::Name init{"__init__"};
+    host::Name attributes{"__dict__"};
     host::Name get_state{"__getstate__"};
     host::Name serialize{"_serialize"};
 
