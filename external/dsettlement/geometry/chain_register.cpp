@@ -12,10 +12,6 @@ using host::Ref;
 
 namespace {
 
-Py_ssize_t size_of(const ChainRegister::Lists& lists) {
-  return PyList_GET_SIZE(lists.boundaries.get()) + PyList_GET_SIZE(lists.pl_lines.get());
-}
-
 bool is_reached_by_model_alone(const Ref& list) {
   return Py_REFCNT(list.get()) == 2;  // the model and the one who asks
 }
@@ -34,26 +30,18 @@ bool ChainRegister::holds(const State& state, const Lists& lists) {
   if (is_seen(state, lists)) return true;
   put_in_order();
   clear();
-  const std::uint64_t changes = state.changes.count;
-  const Py_ssize_t size = size_of(lists);
-  if (refusal_.stands(changes, size) || !is_reached_by_model_alone(lists.boundaries) ||
-      !is_reached_by_model_alone(lists.pl_lines)) {
+  if (!is_reached_by_model_alone(lists.boundaries) || !is_reached_by_model_alone(lists.pl_lines)) {
     return false;
   }
   lists_ = lists;
-  changes_ = changes;
-  is_certain_ = read(state);
-  if (!is_certain_) {
-    clear();
-    refusal_.remember(changes, size);
-  }
-  return is_certain_;
+  changes_ = state.changes.count;
+  if (!certainty_.regain([&] { return read(state); })) clear();
+  return static_cast<bool>(certainty_);
 }
 
 void ChainRegister::doubt() {
   put_in_order();
-  is_certain_ = false;
-  ++doubts_;
+  certainty_.lose();
 }
 
 Ref ChainRegister::curve(const State& state, const CurveKey& key) const {
@@ -85,25 +73,22 @@ Ref ChainRegister::pl_line(const ChainKey& key, Handle pl_line) const {
 
 bool ChainRegister::add_boundary(const State& state, const ChainKey& key, Handle boundary) {
   const double area = area_of(key);
-  if (!is_certain_ || std::isnan(area) || !keeps_its_curves(state, boundary)) return false;
-  is_certain_ = false;  // until list and register agree again
-  const std::uint64_t doubts = doubts_;
-  order_.append(area);
-  host::check(PyList_Append(lists_.boundaries.get(), boundary));
-  enter(state, boundaries_, key, boundary);
-  is_certain_ = doubts == doubts_;
-  return true;
+  if (!certainty_ || std::isnan(area) || !keeps_its_curves(state, boundary)) return false;
+  return certainty_.regain([&] {
+    order_.add(lists_.boundaries, boundary, area);
+    enter(state, boundaries_, key, boundary);
+    return true;
+  });
 }
 
 bool ChainRegister::add_pl_line(const State& state, const ChainKey& key, Handle pl_line) {
-  if (!is_certain_ || !keeps_its_curves(state, pl_line)) return false;
-  is_certain_ = false;  // until list and register agree again
-  const std::uint64_t doubts = doubts_;
-  host::check(PyList_Append(lists_.pl_lines.get(), pl_line));
-  ++pl_line_count_;
-  enter(state, pl_lines_, key, pl_line);
-  is_certain_ = doubts == doubts_;
-  return true;
+  if (!certainty_ || !keeps_its_curves(state, pl_line)) return false;
+  return certainty_.regain([&] {
+    host::check(PyList_Append(lists_.pl_lines.get(), pl_line));
+    ++pl_line_count_;
+    enter(state, pl_lines_, key, pl_line);
+    return true;
+  });
 }
 
 int ChainRegister::traverse(visitproc visit, void* arg) const {
@@ -114,7 +99,7 @@ int ChainRegister::traverse(visitproc visit, void* arg) const {
 }
 
 void ChainRegister::clear() noexcept {
-  is_certain_ = false;
+  certainty_.lose();
   has_twins_ = false;
   order_.clear();
   pl_line_count_ = 0;
@@ -127,7 +112,7 @@ void ChainRegister::clear() noexcept {
 }
 
 bool ChainRegister::is_seen(const State& state, const Lists& lists) const {
-  return is_certain_ && changes_ == state.changes.count &&
+  return certainty_ && changes_ == state.changes.count &&
          lists.boundaries.get() == lists_.boundaries.get() &&
          lists.pl_lines.get() == lists_.pl_lines.get() &&
          PyList_GET_SIZE(lists.boundaries.get()) == order_.size() &&

@@ -3,9 +3,9 @@
 
 #include <vector>
 
+#include "geometry/certainty.hpp"
 #include "geometry/chain_index.hpp"
 #include "geometry/late_order.hpp"
-#include "geometry/refusal.hpp"
 
 namespace dsettlement::geometry {
 
@@ -61,18 +61,16 @@ class ChainRegister {
   };
   [[nodiscard]] host::Ref curve_at(const State& state, Place place) const;
 
-  bool is_certain_ = false;
+  Certainty certainty_;
   bool has_twins_ = false;
   Lists lists_;
   std::uint64_t changes_ = 0;
-  Refusal refusal_;
   std::vector<host::Ref> chains_;
   HashedList<Place> curves_;
   ChainIndex boundaries_;
   ChainIndex pl_lines_;
   LateOrder order_;  // of the boundaries, by area
   Py_ssize_t pl_line_count_ = 0;
-  std::uint64_t doubts_ = 0;
 };
 
 }  // namespace dsettlement::geometry

@@ -11,6 +11,14 @@ void LateOrder::append(double number) {
   if (stays) ++sorted_;
 }
 
+void LateOrder::add(host::Handle list, host::Handle entry, double number) {
+  // Room for the number comes first, and not for one alone, which would copy all each time.
+  constexpr std::size_t few = 8;
+  if (numbers_.size() == numbers_.capacity()) numbers_.reserve(2 * numbers_.size() + few);
+  host::check(PyList_Append(list, entry));
+  append(number);
+}
+
 void LateOrder::put(PyObject* list) {
   if (is_kept() || list == nullptr || PyList_GET_SIZE(list) != size()) return;
   // With its place, no entry is like another, so that equal numbers keep their order.

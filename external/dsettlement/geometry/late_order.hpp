@@ -1,10 +1,10 @@
 // Keeps a list sorted for whoever looks at it, without sorting it at each addition.
 #pragma once
 
-#include <Python.h>
-
 #include <cstddef>
 #include <vector>
+
+#include "host/ref.hpp"
 
 namespace dsettlement::geometry {
 
@@ -17,6 +17,9 @@ class LateOrder {
 
   // Takes in the number of the next entry of the list.
   void append(double number);
+
+  // Adds an entry to the list, with its number. If that fails neither is there.
+  void add(host::Handle list, host::Handle entry, double number);
 
   [[nodiscard]] bool is_kept() const { return sorted_ == numbers_.size(); }
 

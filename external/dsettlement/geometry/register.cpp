@@ -30,6 +30,20 @@ class Registers : public host::Content {
     verticals.clear();
   }
 
+  // Lets a register doubt. It is read anew in any case then, so it need not own anything any
+  // longer, unless somebody works with it. Letting go can run code that reads it again, so there is
+  // a doubt after that too.
+  void doubt_chains() {
+    chains.doubt();
+    if (!are_chains_busy) chains.clear();
+    chains.doubt();
+  }
+  void doubt_verticals() {
+    verticals.doubt();
+    if (!are_verticals_busy) verticals.clear();
+    verticals.doubt();
+  }
+
   ChainRegister chains;
   VerticalRegister verticals;
   bool are_chains_busy = false;
@@ -86,12 +100,12 @@ bool has_attributes_alone(Handle model) {
 
 void doubt_chains(State& state, Handle model) {
   const Kept kept = registers_of(state.register_slot, model);
-  if (kept.registers != nullptr) kept.registers->chains.doubt();
+  if (kept.registers != nullptr) kept.registers->doubt_chains();
 }
 
 void doubt_verticals(State& state, Handle model) {
   const Kept kept = registers_of(state.register_slot, model);
-  if (kept.registers != nullptr) kept.registers->verticals.doubt();
+  if (kept.registers != nullptr) kept.registers->doubt_verticals();
 }
 
 // The attributes of a model as a dictionary: whoever looks there sees the lists in order, and may
@@ -102,8 +116,8 @@ PyObject* read_attributes(PyObject* model, void* /*closure*/) {
     if (slot != nullptr && Py_IS_TYPE(slot, &PyMemberDescr_Type)) {
       const Kept kept = registers_of(slot, model);
       if (kept.registers != nullptr) {
-        kept.registers->chains.doubt();
-        kept.registers->verticals.doubt();
+        kept.registers->doubt_chains();
+        kept.registers->doubt_verticals();
       }
     }
     return Ref::steal(PyObject_GenericGetDict(model, nullptr));

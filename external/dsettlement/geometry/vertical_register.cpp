@@ -13,29 +13,22 @@ std::optional<double> x_of_plain_vertical(const State& state, Handle vertical) {
 }
 
 bool VerticalRegister::holds(const State& state, const Ref& verticals) {
-  const std::uint64_t changes = state.model.vertical_changes.count;
-  const Py_ssize_t size = PyList_GET_SIZE(verticals.get());
-  if (is_certain_ && changes == changes_ && verticals.get() == list_.get() &&
-      size == order_.size()) {
+  if (certainty_ && changes_ == state.model.vertical_changes.count &&
+      verticals.get() == list_.get() && PyList_GET_SIZE(verticals.get()) == order_.size()) {
     return true;
   }
   put_in_order();
   clear();
-  if (refusal_.stands(changes, size)) return false;
   if (Py_REFCNT(verticals.get()) != 2) return false;  // the model and the caller
   list_ = verticals;
-  changes_ = changes;
-  is_certain_ = read(state);
-  if (!is_certain_) {
-    clear();
-    refusal_.remember(changes, size);
-  }
-  return is_certain_;
+  changes_ = state.model.vertical_changes.count;
+  if (!certainty_.regain([&] { return read(state); })) clear();
+  return static_cast<bool>(certainty_);
 }
 
 void VerticalRegister::doubt() {
   put_in_order();
-  is_certain_ = false;
+  certainty_.lose();
 }
 
 std::optional<Ref> VerticalRegister::at(const State& state, double x) const {
@@ -46,11 +39,11 @@ std::optional<Ref> VerticalRegister::at(const State& state, double x) const {
 }
 
 void VerticalRegister::add(double x, Handle vertical) {
-  is_certain_ = false;  // until list and register agree again
-  by_x_.try_add(x, host::share(vertical));
-  order_.append(x);
-  host::check(PyList_Append(list_.get(), vertical));
-  is_certain_ = true;
+  certainty_.regain([&] {
+    by_x_.try_add(x, host::share(vertical));
+    order_.add(list_, vertical, x);
+    return true;
+  });
 }
 
 int VerticalRegister::traverse(visitproc visit, void* arg) const {
@@ -60,7 +53,7 @@ int VerticalRegister::traverse(visitproc visit, void* arg) const {
 }
 
 void VerticalRegister::clear() noexcept {
-  is_certain_ = false;
+  certainty_.lose();
   order_.clear();
   // Letting go of objects can run code that comes back here, so they are out of sight then.
   const auto verticals = std::exchange(by_x_, {});

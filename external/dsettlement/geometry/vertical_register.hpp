@@ -3,10 +3,10 @@
 
 #include <optional>
 
+#include "geometry/certainty.hpp"
 #include "geometry/hashed_list.hpp"
 #include "geometry/key.hpp"
 #include "geometry/late_order.hpp"
-#include "geometry/refusal.hpp"
 #include "geometry/state.hpp"
 
 namespace dsettlement::geometry {
@@ -37,9 +37,8 @@ class VerticalRegister {
  private:
   [[nodiscard]] bool read(const State& state);
 
-  bool is_certain_ = false;
+  Certainty certainty_;
   std::uint64_t changes_ = 0;
-  Refusal refusal_;
   host::Ref list_;
   LateOrder order_;
   HashedMap<double, host::Ref, HashOf> by_x_;
