@@ -4,7 +4,7 @@ from collections.abc import Callable
 from typing import Any
 
 import pytest
-from sembra.external.dsettlement import Model2D, _CurveList
+from sembra.external.dsettlement import Model2D, _Curve, _CurveList, _Point
 
 Factory = Callable[..., Any]
 
@@ -83,3 +83,54 @@ def test_no_class_takes_or_gives_the_attribute_of_objects(cls: type, name: str) 
     with pytest.raises(TypeError, match=r"^this attribute is one of objects, not of classes$"):
         descriptor.__set__(Other, 2)
     assert getattr(Other, name) == 1
+
+
+def test_a_class_with_its_own_way_to_attributes_is_asked(
+    new_model_2d: Factory, level: Factory
+) -> None:
+    class Reversed(Model2D):
+        is_reversed = False
+
+        def __getattribute__(self, name: str) -> Any:
+            value = super().__getattribute__(name)
+            if name in {"_boundaries", "_pl_lines"} and self.is_reversed:
+                return value[::-1]
+            return value
+
+    model = new_model_2d(Reversed)
+    for y in (1.0, 2.0):
+        model._create_boundary(level(model, y))
+        model.create_pl_line(level(model, y + 10))
+    model.is_reversed = True
+    assert [curve.p1.y for curve in model._curves] == [2.0, 1.0, 0.0, 12.0, 11.0]
+    assert model._serialize_boundaries() == [[1], [2], [3]]
+    assert model._serialize_pl_lines() == [[4], [5]]
+    layer = model.create_layer(level(model, 9.0), "Sand", 0, 0)
+    assert layer.boundary_bottom.points[0].y == 2.0
+
+
+def test_a_derived_chain_says_how_its_curves_are_kept() -> None:
+    log = []
+
+    class Logging(_CurveList):
+        def __setattr__(self, name: str, value: Any) -> None:
+            log.append(f"set {name}")
+            super().__setattr__(name, value)
+
+        def __getattribute__(self, name: str) -> Any:
+            if name == "_curves":
+                log.append("get")
+            return super().__getattribute__(name)
+
+    chain = Logging([_Curve(_Point(0, 0), _Point(1, 1))])
+    assert log == ["set _curves"]
+    for operation in (
+        lambda: chain.curves,
+        lambda: chain.points,
+        chain.area_above_horizontal,
+        chain.__hash__,
+        lambda: chain == chain,
+    ):
+        log.clear()
+        operation()
+        assert "get" in log

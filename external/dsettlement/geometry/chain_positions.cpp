@@ -6,11 +6,8 @@ using host::Handle;
 using host::Ref;
 
 ChainPositions::ChainPositions(const State& state, Handle model, const host::WatchedField& list)
-    : state_(state),
-      model_(model),
-      attribute_(list.name()),
-      is_certain_(reads_attribute_plainly(model, list.name(), list.descriptor())) {
-  const Ref chains = is_certain_ ? list.peek(model) : Ref();
+    : state_(state), model_(model), attribute_(list.name()) {
+  const Ref chains = list.peek(model);
   is_certain_ = chains && PyList_CheckExact(chains.get()) != 0 && are_classes_as_made(state);
   if (!is_certain_) return;
   entries_ = Ref::steal(PyList_AsTuple(chains.get()));

@@ -25,7 +25,7 @@ class ChainPositions {
   const State& state_;
   host::Handle model_;
   host::Handle attribute_;
-  bool is_certain_;
+  bool is_certain_ = false;
   host::Ref entries_;  // owns the chains, whatever becomes of the list
   HashedMap<PyObject*, Py_ssize_t, HashOf> by_object_;
   ChainIndex by_key_;

@@ -1,6 +1,7 @@
 #include "geometry/curve_list.hpp"
 
 #include "geometry/equality.hpp"
+#include "geometry/plain.hpp"
 #include "host/arithmetic.hpp"
 #include "host/class_body.hpp"
 #include "host/sequence.hpp"
@@ -14,6 +15,14 @@ using host::Parameter;
 using host::Ref;
 
 namespace {
+
+// Whether a chain is of one of this module's own classes, as they were made.
+bool is_as_made(const State& state, Handle chain) {
+  const State::Made& made = state.made;
+  return (made.curve_list.is_class_of(chain) || made.boundary.is_class_of(chain) ||
+          made.pl_line.is_class_of(chain)) &&
+         are_classes_as_made(state);
+}
 
 constexpr Parameter init_parameters[] = {host::self, {"curves", "list[_Curve]"}};
 
@@ -30,7 +39,11 @@ Ref init(State& state, Arguments arguments) {
       host::raise(PyExc_AssertionError, "Curves must be connected");
     }
   }
-  state.chain_curves.initialize(self, curves);
+  if (is_as_made(state, self)) {
+    state.chain_curves.initialize(self, curves);
+  } else {
+    host::set(self, names.private_curves, curves);
+  }
   return host::none();
 }
 

@@ -88,8 +88,7 @@ bool are_chains_plain(const State& state, Handle chains) {
 }
 
 bool are_chains_plain(const State& state, Handle model, const host::WatchedField& field) {
-  return reads_attribute_plainly(model, field.name(), field.descriptor()) &&
-         are_chains_plain(state, field.read(model));
+  return field.is_plain_in(model) && are_chains_plain(state, field.read(model));
 }
 
 template <typename Key>

@@ -29,8 +29,7 @@ class Numbering {
         model_(model),
         attribute_(list),
         read_(read),
-        is_certain_(reads_attribute_plainly(model, list, descriptor) &&
-                    are_classes_as_made(state)) {
+        is_certain_(host::gets_plainly(model, list, descriptor) && are_classes_as_made(state)) {
     if (is_certain_) index();
   }
 

@@ -115,19 +115,6 @@ Ref curves_of_plain_chain(const State& state, Handle chain) {
   return curves;
 }
 
-bool reads_attribute_plainly(Handle object, Handle name, PyObject* descriptor) {
-  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(object));
-  if (type->tp_getattro != PyObject_GenericGetAttr) {
-    // A class that only says what comes in the place of missing attributes has no say in others.
-    const host::Name get_attribute("__getattribute__");
-    if (_PyType_Lookup(type, get_attribute.get()) !=
-        _PyType_Lookup(&PyBaseObject_Type, get_attribute.get())) {
-      return false;
-    }
-  }
-  return _PyType_Lookup(type, name) == descriptor;
-}
-
 double area_of(const ChainKey& chain) {
   double area = 0.0;
   for (const auto& [p1, p2] : chain) {

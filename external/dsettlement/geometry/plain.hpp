@@ -34,11 +34,6 @@ namespace dsettlement::geometry {
 // not be plain.
 [[nodiscard]] host::Ref curves_of_plain_chain(const State& state, host::Handle chain);
 
-// Whether reading the attribute of an object runs nothing of an application: its class has under
-// that name what this module has put there, `descriptor`, or null for nothing.
-[[nodiscard]] bool reads_attribute_plainly(host::Handle object, host::Handle name,
-                                           PyObject* descriptor);
-
 // The area between a plain chain and y = 0, to the last bit what the chain itself says.
 [[nodiscard]] double area_of(const ChainKey& chain);
 

@@ -174,9 +174,8 @@ Ref get_state(State& state, Arguments arguments) {
 }  // namespace
 
 InUse<ChainRegister> chain_register(State& state, Handle model) {
-  if (!reads_attribute_plainly(model, state.boundaries.name(), state.boundaries.descriptor()) ||
-      !reads_attribute_plainly(model, state.pl_lines.name(), state.pl_lines.descriptor()) ||
-      !reads_attribute_plainly(model, state.names.private_curves, state.curves_property.get()) ||
+  if (!state.boundaries.is_plain_in(model) || !state.pl_lines.is_plain_in(model) ||
+      !host::gets_plainly(model, state.names.private_curves, state.curves_property.get()) ||
       !are_classes_as_made(state) || !notices_looks(state, model) || !has_attributes_alone(model)) {
     return {};
   }
@@ -190,9 +189,8 @@ InUse<ChainRegister> chain_register(State& state, Handle model) {
 }
 
 InUse<VerticalRegister> vertical_register(State& state, Handle model) {
-  if (!reads_attribute_plainly(model, state.verticals.name(), state.verticals.descriptor()) ||
-      !state.model.vertical_as_made.holds() || !notices_looks(state, model) ||
-      !has_attributes_alone(model)) {
+  if (!state.verticals.is_plain_in(model) || !state.model.vertical_as_made.holds() ||
+      !notices_looks(state, model) || !has_attributes_alone(model)) {
     return {};
   }
   const Ref list = state.verticals.peek(model);

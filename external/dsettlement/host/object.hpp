@@ -15,6 +15,11 @@ namespace dsettlement::host {
   return Ref::steal(PyObject_GetAttr(object, name));
 }
 
+// Whether `get` runs nothing of an application: the class of the object has under that name what
+// this module has put there, `descriptor`, or null for nothing, and no way of its own to
+// attributes.
+[[nodiscard]] bool gets_plainly(Handle object, Handle name, PyObject* descriptor);
+
 inline void set(Handle object, Handle name, Handle value) {
   check(PyObject_SetAttr(object, name, value));
 }

@@ -106,9 +106,12 @@ void deallocate(PyObject* self) {
 
 }  // namespace
 
+bool WatchedField::is_plain_in(Handle object) const {
+  return gets_plainly(object, name_, descriptor_.get());
+}
+
 Ref WatchedField::peek(Handle object) const {
-  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(object));
-  if (_PyType_Lookup(type, Handle(name_)) != descriptor_.get()) return {};
+  if (!is_plain_in(object)) return {};
   return value_in(fields_of(object), name_);
 }
 
@@ -118,8 +121,6 @@ Ref WatchedField::read(Handle object) const {
 }
 
 void WatchedField::initialize(Handle object, Handle value) const {
-  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(object));
-  if (_PyType_Lookup(type, Handle(name_)) != descriptor_.get()) return set(object, name_, value);
   const Ref fields = fields_of(object);
   const int present = PyDict_Contains(fields.get(), Handle(name_));
   check(present);

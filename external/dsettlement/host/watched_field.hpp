@@ -23,20 +23,22 @@ class WatchedField {
                       [](void* to, Handle object) { notice(*static_cast<State*>(to), object); });
   }
 
-  // What stands in the object, without notice to anybody. Empty if nothing does, or if the class of
-  // the object has something else under the name.
+  // Whether reading the attribute of the object means this field: the class of the object may have
+  // something else under the name, or its own way to attributes.
+  [[nodiscard]] bool is_plain_in(Handle object) const;
+
+  // What stands in the object, without notice to anybody. Empty if nothing does, or if that is not
+  // what the attribute is.
   [[nodiscard]] Ref peek(Handle object) const;
 
   // What the attribute is, for a reader that neither changes it nor hands it on.
   [[nodiscard]] Ref read(Handle object) const;
 
-  // Puts a value there as the attribute would, but without notice if there was none before.
+  // Puts a value there as the attribute would, but without notice if there was none before. For an
+  // object whose class is known to have nothing else under the name.
   void initialize(Handle object, Handle value) const;
 
   [[nodiscard]] Handle name() const noexcept { return name_; }
-
-  // What stands in the class under the name.
-  [[nodiscard]] PyObject* descriptor() const noexcept { return descriptor_.get(); }
 
  private:
   Handle watch_with(Handle field_type, Handle module, void* state, Notice notice);
