@@ -98,3 +98,44 @@ def test_numbers_of_another_kind_stay_visible_to_the_garbage_collector(
     model._points = Numbered(model._points)
     (pair,) = model._serialize_curves()
     assert gc.is_tracked(pair)
+
+
+def test_curves_that_are_nothing_to_go_through_are_named(new_model_2d: Factory) -> None:
+    class Numbered(_Boundary):
+        curves: Any = 5
+
+    model = new_model_2d()
+    model._boundaries.append(Numbered([]))
+    with pytest.raises(TypeError, match=r"^'int' object is not iterable$"):
+        _ = model._curves
+
+
+def test_what_no_number_refers_to_is_not_looked_at(new_model_2d: Factory) -> None:
+    model = new_model_2d()
+    del model._boundaries
+    assert model._serialize_pl_lines() == []
+    model = new_model_2d()
+    model._boundaries.clear()
+    del model._points
+    assert model._serialize_curves() == []
+
+
+def test_a_chain_may_leave_when_it_is_asked_for_its_curves(
+    new_model_2d: Factory, level: Factory
+) -> None:
+    class Leaving(_Boundary):
+        asked = 0
+
+        @property
+        def curves(self) -> list[_Curve]:
+            self.asked += 1
+            if self.asked == 1:
+                model._boundaries[:] = [known for known in model._boundaries if known is not self]
+            return super().curves
+
+    model = new_model_2d()
+    leaving = Leaving([_Curve(*level(model, 2.0))])
+    for y in (1.0, 2.0, 3.0):
+        model._create_boundary(level(model, y))
+    model._boundaries.insert(0, leaving)
+    assert model._serialize_boundaries() == [[3], [2], [3], [4]]

@@ -5,7 +5,7 @@ from typing import Any
 
 import pytest
 from sembra.errors import ModelError
-from sembra.external.dsettlement import DrainType, Model2D, VerticalDrain
+from sembra.external.dsettlement import DrainType, Model2D, VerticalDrain, _Boundary
 
 Factory = Callable[..., Any]
 
@@ -122,6 +122,18 @@ def test_drain_levels_need_a_layer(new_model_2d: Factory) -> None:
     model = new_model_2d()
     for name in ("_min_vertical_drains", "_max_vertical_drains"):
         with pytest.raises(ModelError, match=r"^Create at least 1 layer$"):
+            getattr(model, name)
+
+
+def test_drain_levels_of_a_boundary_without_points(new_model_2d: Factory, level: Factory) -> None:
+    class Pointless(_Boundary):
+        points: Any = ()
+
+    model = new_model_2d()
+    layer: Any = model.create_layer(level(model, 5.0), "Sand", 0, 0)
+    layer._boundary_top = layer._boundary_bottom = Pointless([])
+    for name in ("_min_vertical_drains", "_max_vertical_drains"):
+        with pytest.raises(ValueError, match=r"^max\(\) iterable argument is empty$"):
             getattr(model, name)
 
 

@@ -24,8 +24,8 @@ Ref list_curves(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   Ref curves = host::List().done();
   const auto extend = [&](const Ref& chain) {
-    const Ref more = host::get(chain, names.curves);
-    host::check(PyList_SetSlice(curves.get(), PY_SSIZE_T_MAX, PY_SSIZE_T_MAX, more.get()));
+    static_cast<void>(
+        Ref::steal(PySequence_InPlaceConcat(curves.get(), host::get(chain, names.curves).get())));
   };
   put_boundaries_in_order(state, self);
   host::for_each(state.boundaries.read(self), extend);

@@ -88,7 +88,8 @@ bool are_chains_plain(const State& state, Handle chains) {
 }
 
 bool are_chains_plain(const State& state, Handle model, const host::WatchedField& field) {
-  return field.is_plain_in(model) && are_chains_plain(state, field.read(model));
+  const Ref chains = field.peek(model);
+  return chains && are_chains_plain(state, chains);
 }
 
 template <typename Key>

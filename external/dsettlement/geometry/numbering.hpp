@@ -29,9 +29,7 @@ class Numbering {
         model_(model),
         attribute_(list),
         read_(read),
-        is_certain_(host::gets_plainly(model, list, descriptor) && are_classes_as_made(state)) {
-    if (is_certain_) index();
-  }
+        is_certain_(host::gets_plainly(model, list, descriptor) && are_classes_as_made(state)) {}
 
   // The position counted from 1. Raises ValueError if there is no equal entry.
   [[nodiscard]] host::Ref number_of(host::Handle object) {
@@ -47,6 +45,7 @@ class Numbering {
   void doubt() { is_certain_ = false; }
 
  private:
+  // Is put off until the first number is asked for, as a search would look at nothing before.
   void index() {
     list_ = host::get(model_, attribute_);
     if (PyList_CheckExact(list_.get()) == 0) return doubt();
@@ -65,7 +64,8 @@ class Numbering {
     if (!is_certain_) return std::nullopt;
     const std::optional<Key> key = read_(state_, object);
     if (!key) doubt();
-    const Py_ssize_t* position = key ? positions_.find(*key) : nullptr;
+    if (is_certain_ && !list_) index();
+    const Py_ssize_t* position = is_certain_ ? positions_.find(*key) : nullptr;
     return position == nullptr ? std::nullopt : std::optional(*position);
   }
 

@@ -50,6 +50,7 @@ Ref highest(const State& state, Handle boundary) {
     Ref y = host::get(point, state.names.y);
     if (!level || host::compare(y, Py_GT, level)) level = std::move(y);
   });
+  if (!level) host::raise(PyExc_ValueError, "max() iterable argument is empty");
   return level;
 }
 
