@@ -5,6 +5,7 @@ import gc
 import inspect
 import pickle
 import random
+import weakref
 from collections.abc import Callable
 from typing import Any
 
@@ -296,3 +297,35 @@ def test_a_class_that_answers_for_missing_attributes_is_registered(
 
     assert finds_chains(build(new_model_2d(Answering), points_of))
     assert register(build(new_model_2d(Asking), points_of)) is None
+
+
+def test_what_is_taken_out_is_let_go(new_model_2d: Factory, points_of: Factory) -> None:
+    model = build(new_model_2d(), points_of)
+    for name in ("_boundaries", "_verticals"):
+        gone = weakref.ref(getattr(model, name)[-1])
+        getattr(model, name).pop()
+        assert gone() is None
+
+
+def test_lists_may_be_replaced_while_others_are_let_go(
+    new_model_2d: Factory, level: Factory
+) -> None:
+    model = new_model_2d()
+    held = []
+
+    def replace(_: Any) -> None:
+        held.append(model._boundaries)
+        model._boundaries = list(model._boundaries)
+
+    for y in (1.0, 2.0):
+        model._create_boundary(level(model, y))
+    # Past the class of the model, so that it is not noticed.
+    boundaries = next(one for one in gc.get_referents(model) if type(one) is dict)["_boundaries"]
+    gone = weakref.ref(boundaries[-1], replace)
+    boundaries.pop()
+    del boundaries
+    boundary = model._create_boundary(level(model, 3.0))
+    assert gone() is None
+    assert len(held) == 1
+    assert model._boundaries[-1] is boundary
+    assert [known.points[0].y for known in model._boundaries] == [0.0, 1.0, 3.0]

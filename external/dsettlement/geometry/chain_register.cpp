@@ -26,16 +26,22 @@ bool keeps_its_curves(const State& state, Handle chain) {
 
 }  // namespace
 
-bool ChainRegister::holds(const State& state, const Lists& lists) {
-  if (is_seen(state, lists)) return true;
-  put_in_order();
-  clear();
-  if (!is_reached_by_model_alone(lists.boundaries) || !is_reached_by_model_alone(lists.pl_lines)) {
+bool ChainRegister::mirrors(const State& state, const Source& source) const {
+  return certainty_ && changes_ == state.changes.count &&
+         source.boundaries.get() == source_.boundaries.get() &&
+         source.pl_lines.get() == source_.pl_lines.get() &&
+         PyList_GET_SIZE(source.boundaries.get()) == order_.size() &&
+         PyList_GET_SIZE(source.pl_lines.get()) == pl_line_count_;
+}
+
+bool ChainRegister::read(const State& state, const Source& source) {
+  if (!is_reached_by_model_alone(source.boundaries) ||
+      !is_reached_by_model_alone(source.pl_lines)) {
     return false;
   }
-  lists_ = lists;
+  source_ = source;
   changes_ = state.changes.count;
-  if (!certainty_.regain([&] { return read(state); })) clear();
+  if (!certainty_.regain([&] { return read_lists(state); })) clear();
   return static_cast<bool>(certainty_);
 }
 
@@ -75,7 +81,7 @@ bool ChainRegister::add_boundary(const State& state, const ChainKey& key, Handle
   const double area = area_of(key);
   if (!certainty_ || std::isnan(area) || !keeps_its_curves(state, boundary)) return false;
   return certainty_.regain([&] {
-    order_.add(lists_.boundaries, boundary, area);
+    order_.add(source_.boundaries, boundary, area);
     enter(state, boundaries_, key, boundary);
     return true;
   });
@@ -84,7 +90,7 @@ bool ChainRegister::add_boundary(const State& state, const ChainKey& key, Handle
 bool ChainRegister::add_pl_line(const State& state, const ChainKey& key, Handle pl_line) {
   if (!certainty_ || !keeps_its_curves(state, pl_line)) return false;
   return certainty_.regain([&] {
-    host::check(PyList_Append(lists_.pl_lines.get(), pl_line));
+    host::check(PyList_Append(source_.pl_lines.get(), pl_line));
     ++pl_line_count_;
     enter(state, pl_lines_, key, pl_line);
     return true;
@@ -92,8 +98,8 @@ bool ChainRegister::add_pl_line(const State& state, const ChainKey& key, Handle 
 }
 
 int ChainRegister::traverse(visitproc visit, void* arg) const {
-  Py_VISIT(lists_.boundaries.get());
-  Py_VISIT(lists_.pl_lines.get());
+  Py_VISIT(source_.boundaries.get());
+  Py_VISIT(source_.pl_lines.get());
   for (const Ref& chain : chains_) Py_VISIT(chain.get());
   return 0;
 }
@@ -108,24 +114,16 @@ void ChainRegister::clear() noexcept {
   curves_ = {};
   // Letting go of objects can run code that comes back here, so they are out of sight then.
   const auto chains = std::exchange(chains_, {});
-  const Lists lists = std::exchange(lists_, Lists());
+  const Source source = std::exchange(source_, Source());
 }
 
-bool ChainRegister::is_seen(const State& state, const Lists& lists) const {
-  return certainty_ && changes_ == state.changes.count &&
-         lists.boundaries.get() == lists_.boundaries.get() &&
-         lists.pl_lines.get() == lists_.pl_lines.get() &&
-         PyList_GET_SIZE(lists.boundaries.get()) == order_.size() &&
-         PyList_GET_SIZE(lists.pl_lines.get()) == pl_line_count_;
-}
-
-bool ChainRegister::read(const State& state) {
-  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(lists_.boundaries.get()); ++i) {
-    const Ref boundary = host::share(PyList_GET_ITEM(lists_.boundaries.get(), i));
+bool ChainRegister::read_lists(const State& state) {
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(source_.boundaries.get()); ++i) {
+    const Ref boundary = host::share(PyList_GET_ITEM(source_.boundaries.get(), i));
     if (!read_boundary(state, boundary)) return false;
   }
-  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(lists_.pl_lines.get()); ++i) {
-    const Ref pl_line = host::share(PyList_GET_ITEM(lists_.pl_lines.get(), i));
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(source_.pl_lines.get()); ++i) {
+    const Ref pl_line = host::share(PyList_GET_ITEM(source_.pl_lines.get(), i));
     if (!read_pl_line(state, pl_line)) return false;
   }
   return true;

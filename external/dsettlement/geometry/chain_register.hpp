@@ -13,20 +13,30 @@ namespace dsettlement::geometry {
 // has had its hands on the lists or on the objects in them.
 class ChainRegister {
  public:
-  struct Lists {
+  struct Source {
     host::Ref boundaries;
     host::Ref pl_lines;
   };
 
-  // Whether the register holds for these lists, if need be after reading them anew. It does not as
-  // long as something in them is not plain, or somebody else holds on to what can change.
-  [[nodiscard]] bool holds(const State& state, const Lists& lists);
+  // Whether the register holds for these lists.
+  [[nodiscard]] bool mirrors(const State& state, const Source& source) const;
+
+  // Reads the lists, for a register that has forgotten all before; the caller has the only other
+  // reference to them beside the model's. Does not come to hold as long as something in them is not
+  // plain, or somebody else holds on to what can change.
+  [[nodiscard]] bool read(const State& state, const Source& source);
 
   // Puts the boundaries in order for somebody who is about to look at them.
-  void put_in_order() { order_.put(lists_.boundaries.get()); }
+  void put_in_order() { order_.put(source_.boundaries.get()); }
 
   // The same for somebody who may change the lists.
   void doubt();
+
+  // Lets go of all that is known, with the boundaries in order.
+  void forget() {
+    put_in_order();
+    clear();
+  }
 
   // Whether there are equal curves, or equal chains, that are different objects.
   [[nodiscard]] bool has_twins() const noexcept { return has_twins_; }
@@ -47,8 +57,7 @@ class ChainRegister {
   void clear() noexcept;
 
  private:
-  [[nodiscard]] bool is_seen(const State& state, const Lists& lists) const;
-  [[nodiscard]] bool read(const State& state);
+  [[nodiscard]] bool read_lists(const State& state);
   [[nodiscard]] bool read_boundary(const State& state, host::Handle boundary);
   [[nodiscard]] bool read_pl_line(const State& state, host::Handle pl_line);
   void enter(const State& state, ChainIndex& index, const ChainKey& key, host::Handle chain);
@@ -63,7 +72,7 @@ class ChainRegister {
 
   Certainty certainty_;
   bool has_twins_ = false;
-  Lists lists_;
+  Source source_;
   std::uint64_t changes_ = 0;
   std::vector<host::Ref> chains_;
   HashedList<Place> curves_;

@@ -1,6 +1,7 @@
 #include "geometry/register.hpp"
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "geometry/plain.hpp"
@@ -19,35 +20,35 @@ namespace {
 // applications look at, copy and pickle.
 constexpr const char* slot_name = "_dsettlement_registers";
 
+// A register, and whether somebody works with it.
+template <typename Register>
+struct Entry {
+  // Lets the register doubt. It is read anew in any case then, so it need not own anything any
+  // longer, unless somebody works with it. Letting go can run code that reads it again, so there is
+  // a doubt after that too.
+  void doubt() {
+    content.doubt();
+    if (!is_busy) content.forget();
+    content.doubt();
+  }
+
+  Register content;
+  bool is_busy = false;
+};
+
 class Registers : public host::Content {
  public:
   int traverse(visitproc visit, void* argument) const override {
-    const int stop = chains.traverse(visit, argument);
-    return stop != 0 ? stop : verticals.traverse(visit, argument);
+    const int stop = chains.content.traverse(visit, argument);
+    return stop != 0 ? stop : verticals.content.traverse(visit, argument);
   }
   void clear() noexcept override {
-    chains.clear();
-    verticals.clear();
+    chains.content.clear();
+    verticals.content.clear();
   }
 
-  // Lets a register doubt. It is read anew in any case then, so it need not own anything any
-  // longer, unless somebody works with it. Letting go can run code that reads it again, so there is
-  // a doubt after that too.
-  void doubt_chains() {
-    chains.doubt();
-    if (!are_chains_busy) chains.clear();
-    chains.doubt();
-  }
-  void doubt_verticals() {
-    verticals.doubt();
-    if (!are_verticals_busy) verticals.clear();
-    verticals.doubt();
-  }
-
-  ChainRegister chains;
-  VerticalRegister verticals;
-  bool are_chains_busy = false;
-  bool are_verticals_busy = false;
+  Entry<ChainRegister> chains;
+  Entry<VerticalRegister> verticals;
 };
 
 struct Kept {
@@ -98,14 +99,10 @@ bool has_attributes_alone(Handle model) {
   return Py_REFCNT(fields.get()) == 2;  // the model and this function
 }
 
-void doubt_chains(State& state, Handle model) {
+template <auto entry>
+void doubt(State& state, Handle model) {
   const Kept kept = registers_of(state.register_slot, model);
-  if (kept.registers != nullptr) kept.registers->doubt_chains();
-}
-
-void doubt_verticals(State& state, Handle model) {
-  const Kept kept = registers_of(state.register_slot, model);
-  if (kept.registers != nullptr) kept.registers->doubt_verticals();
+  if (kept.registers != nullptr) (kept.registers->*entry).doubt();
 }
 
 // The attributes of a model as a dictionary: whoever looks there sees the lists in order, and may
@@ -116,8 +113,8 @@ PyObject* read_attributes(PyObject* model, void* /*closure*/) {
     if (slot != nullptr && Py_IS_TYPE(slot, &PyMemberDescr_Type)) {
       const Kept kept = registers_of(slot, model);
       if (kept.registers != nullptr) {
-        kept.registers->doubt_chains();
-        kept.registers->doubt_verticals();
+        kept.registers->chains.doubt();
+        kept.registers->verticals.doubt();
       }
     }
     return Ref::steal(PyObject_GenericGetDict(model, nullptr));
@@ -156,8 +153,8 @@ Ref watch_attributes(Handle model_class) {
 Ref get_state(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  doubt_chains(state, self);
-  doubt_verticals(state, self);
+  doubt<&Registers::chains>(state, self);
+  doubt<&Registers::verticals>(state, self);
   Ref members = host::call(host::super(state.model_2d.original(), self, names.get_state));
   if (PyTuple_CheckExact(members.get()) == 0 || PyTuple_GET_SIZE(members.get()) != 2) {
     return members;
@@ -171,40 +168,59 @@ Ref get_state(State& state, Arguments arguments) {
   return members;
 }
 
+// The lists of a model that can be registered; nothing for any other model.
+std::optional<ChainRegister::Source> chains_of(const State& state, Handle model) {
+  if (!host::gets_plainly(model, state.names.private_curves, state.curves_property.get()) ||
+      !are_classes_as_made(state) || !notices_looks(state, model) || !has_attributes_alone(model)) {
+    return std::nullopt;
+  }
+  ChainRegister::Source lists{state.boundaries.peek(model), state.pl_lines.peek(model)};
+  if (!is_plain_list(lists.boundaries.get()) || !is_plain_list(lists.pl_lines.get())) {
+    return std::nullopt;
+  }
+  return lists;
+}
+
+std::optional<VerticalRegister::Source> verticals_of(const State& state, Handle model) {
+  if (!state.model.vertical_as_made.holds() || !notices_looks(state, model) ||
+      !has_attributes_alone(model)) {
+    return std::nullopt;
+  }
+  VerticalRegister::Source list = state.verticals.peek(model);
+  return is_plain_list(list.get()) ? std::optional(std::move(list)) : std::nullopt;
+}
+
+// A register that holds for what `look` finds in the model, if need be after reading it anew.
+template <auto entry, typename Look>
+auto up_to_date(const State& state, Handle model, Look look) {
+  using Register = decltype((std::declval<Registers>().*entry).content);
+  auto source = look(state, model);
+  if (!source) return InUse<Register>();
+  auto [box, registers] = registers_made_for(state, model);
+  auto& [content, is_busy] = registers->*entry;
+  if (is_busy) return InUse<Register>();
+  InUse<Register> used(std::move(box), content, is_busy);
+  if (used->mirrors(state, *source)) return used;
+  // Letting go of what was there before can run code, so the model is looked at again after that.
+  source.reset();
+  used->forget();
+  source = look(state, model);
+  return source && used->read(state, *source) ? std::move(used) : InUse<Register>();
+}
+
 }  // namespace
 
 InUse<ChainRegister> chain_register(State& state, Handle model) {
-  if (!state.boundaries.is_plain_in(model) || !state.pl_lines.is_plain_in(model) ||
-      !host::gets_plainly(model, state.names.private_curves, state.curves_property.get()) ||
-      !are_classes_as_made(state) || !notices_looks(state, model) || !has_attributes_alone(model)) {
-    return {};
-  }
-  const ChainRegister::Lists lists{state.boundaries.peek(model), state.pl_lines.peek(model)};
-  if (!is_plain_list(lists.boundaries.get()) || !is_plain_list(lists.pl_lines.get())) return {};
-  auto [box, registers] = registers_made_for(state, model);
-  if (registers->are_chains_busy) return {};
-  InUse<ChainRegister> used(std::move(box), registers->chains, registers->are_chains_busy);
-  if (!used->holds(state, lists)) return {};
-  return used;
+  return up_to_date<&Registers::chains>(state, model, chains_of);
 }
 
 InUse<VerticalRegister> vertical_register(State& state, Handle model) {
-  if (!state.verticals.is_plain_in(model) || !state.model.vertical_as_made.holds() ||
-      !notices_looks(state, model) || !has_attributes_alone(model)) {
-    return {};
-  }
-  const Ref list = state.verticals.peek(model);
-  if (!is_plain_list(list.get())) return {};
-  auto [box, registers] = registers_made_for(state, model);
-  if (registers->are_verticals_busy) return {};
-  InUse<VerticalRegister> used(std::move(box), registers->verticals, registers->are_verticals_busy);
-  if (!used->holds(state, list)) return {};
-  return used;
+  return up_to_date<&Registers::verticals>(state, model, verticals_of);
 }
 
 void put_boundaries_in_order(State& state, Handle model) {
   const Kept kept = registers_of(state.register_slot, model);
-  if (kept.registers != nullptr) kept.registers->chains.put_in_order();
+  if (kept.registers != nullptr) kept.registers->chains.content.put_in_order();
 }
 
 void add_registers(host::Module& module, State& state, host::ClassBody& body) {
@@ -218,10 +234,11 @@ void add_registers(host::Module& module, State& state, host::ClassBody& body) {
   };
   const Handle owner = module.object();
   add(state.boundaries,
-      state.boundaries.watch<State, doubt_chains>(state.field_type, owner, state));
-  add(state.pl_lines, state.pl_lines.watch<State, doubt_chains>(state.field_type, owner, state));
+      state.boundaries.watch<State, doubt<&Registers::chains>>(state.field_type, owner, state));
+  add(state.pl_lines,
+      state.pl_lines.watch<State, doubt<&Registers::chains>>(state.field_type, owner, state));
   add(state.verticals,
-      state.verticals.watch<State, doubt_verticals>(state.field_type, owner, state));
+      state.verticals.watch<State, doubt<&Registers::verticals>>(state.field_type, owner, state));
 }
 
 void remember_for_registers(State& state, Handle model_class) {

@@ -12,17 +12,16 @@ std::optional<double> x_of_plain_vertical(const State& state, Handle vertical) {
   return plain_field(vertical, state.names.private_x);
 }
 
-bool VerticalRegister::holds(const State& state, const Ref& verticals) {
-  if (certainty_ && changes_ == state.model.vertical_changes.count &&
-      verticals.get() == list_.get() && PyList_GET_SIZE(verticals.get()) == order_.size()) {
-    return true;
-  }
-  put_in_order();
-  clear();
-  if (Py_REFCNT(verticals.get()) != 2) return false;  // the model and the caller
-  list_ = verticals;
+bool VerticalRegister::mirrors(const State& state, const Source& source) const {
+  return certainty_ && changes_ == state.model.vertical_changes.count &&
+         source.get() == source_.get() && PyList_GET_SIZE(source.get()) == order_.size();
+}
+
+bool VerticalRegister::read(const State& state, const Source& source) {
+  if (Py_REFCNT(source.get()) != 2) return false;  // the model and the caller
+  source_ = source;
   changes_ = state.model.vertical_changes.count;
-  if (!certainty_.regain([&] { return read(state); })) clear();
+  if (!certainty_.regain([&] { return read_list(state); })) clear();
   return static_cast<bool>(certainty_);
 }
 
@@ -41,13 +40,13 @@ std::optional<Ref> VerticalRegister::at(const State& state, double x) const {
 void VerticalRegister::add(double x, Handle vertical) {
   certainty_.regain([&] {
     by_x_.try_add(x, host::share(vertical));
-    order_.add(list_, vertical, x);
+    order_.add(source_, vertical, x);
     return true;
   });
 }
 
 int VerticalRegister::traverse(visitproc visit, void* arg) const {
-  Py_VISIT(list_.get());
+  Py_VISIT(source_.get());
   for (const auto& entry : by_x_) Py_VISIT(entry.value.get());
   return 0;
 }
@@ -57,12 +56,12 @@ void VerticalRegister::clear() noexcept {
   order_.clear();
   // Letting go of objects can run code that comes back here, so they are out of sight then.
   const auto verticals = std::exchange(by_x_, {});
-  const Ref list = std::exchange(list_, Ref());
+  const Ref source = std::exchange(source_, Ref());
 }
 
-bool VerticalRegister::read(const State& state) {
-  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list_.get()); ++i) {
-    const Ref vertical = host::share(PyList_GET_ITEM(list_.get(), i));
+bool VerticalRegister::read_list(const State& state) {
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(source_.get()); ++i) {
+    const Ref vertical = host::share(PyList_GET_ITEM(source_.get(), i));
     const std::optional<double> x = x_of_plain_vertical(state, vertical);
     if (!x) return false;
     order_.append(*x);

@@ -15,15 +15,27 @@ namespace dsettlement::geometry {
 // hands on the list or on the objects in it.
 class VerticalRegister {
  public:
-  // Whether the register holds for this list, if need be after reading it anew. It does not as long
-  // as something in it is not plain or out of order, or somebody else holds on to the list.
-  [[nodiscard]] bool holds(const State& state, const host::Ref& verticals);
+  using Source = host::Ref;
+
+  // Whether the register holds for this list.
+  [[nodiscard]] bool mirrors(const State& state, const Source& source) const;
+
+  // Reads the list, for a register that has forgotten all before; the caller has the only other
+  // reference to it beside the model's. Does not come to hold as long as something in it is not
+  // plain or out of order, or somebody else holds on to it.
+  [[nodiscard]] bool read(const State& state, const Source& source);
 
   // Puts the list in order for somebody who is about to look at it.
-  void put_in_order() { order_.put(list_.get()); }
+  void put_in_order() { order_.put(source_.get()); }
 
   // The same for somebody who may change it.
   void doubt();
+
+  // Lets go of all that is known, with the list in order.
+  void forget() {
+    put_in_order();
+    clear();
+  }
 
   // The first vertical at x, or an empty Ref; nothing if it is not where it was.
   [[nodiscard]] std::optional<host::Ref> at(const State& state, double x) const;
@@ -35,11 +47,11 @@ class VerticalRegister {
   void clear() noexcept;
 
  private:
-  [[nodiscard]] bool read(const State& state);
+  [[nodiscard]] bool read_list(const State& state);
 
   Certainty certainty_;
   std::uint64_t changes_ = 0;
-  host::Ref list_;
+  Source source_;
   LateOrder order_;
   HashedMap<double, host::Ref, HashOf> by_x_;
 };
