@@ -113,6 +113,28 @@ def test_entries_of_the_same_size_keep_the_order_of_creation(
     assert all(a is b for a, b in zip(model._boundaries[1:], expected, strict=True))
 
 
+def test_a_class_in_the_place_of_another_is_the_one_that_is_asked_for(
+    new_model_2d: Factory, level: Factory, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    class Point(_Point):
+        """In its place other points count for none."""
+
+    class PlLine(_CurveList):
+        pass
+
+    model = new_model_2d()
+    monkeypatch.setattr(module, "_Point", Point)
+    monkeypatch.setattr(module, "_PlLine", PlLine)
+    assert _Point(1, 2) != _Point(1, 2)
+    assert Point(1, 2) == Point(1, 2)
+    pl_line = model.create_pl_line(level(model, 1.0))
+    assert type(pl_line) is PlLine
+    model.create_layer(level(model, 5.0), "Sand", pl_line, pl_line)
+    assert model._serialize_layers()[0]["pl_top"] == 1
+    monkeypatch.setattr(module, "_PlLine", _PlLine)
+    assert model._serialize_layers()[0]["pl_top"] is pl_line
+
+
 def test_the_attributes_of_a_model_are_those_of_any_object(new_model_2d: Factory) -> None:
     model = new_model_2d()
     assert vars(model) is model.__dict__

@@ -39,7 +39,7 @@ Ref p2(State& state, Arguments arguments) {
 
 Ref equals(State& state, Arguments arguments) {
   const auto [self, other] = arguments.first<2>();
-  if (!host::is_instance(other, state.curve.original())) return not_implemented();
+  if (!host::is_instance(other, state.curve.now())) return not_implemented();
   return both_equal(self, other, state.names.private_p1, state.names.private_p2);
 }
 

@@ -54,7 +54,7 @@ Ref as_tuple(const State& state, Handle curve_list) {
 // By the curves alone: a boundary and a pl-line along the same curves are equal.
 Ref equals(State& state, Arguments arguments) {
   const auto [self, other] = arguments.first<2>();
-  if (!host::is_instance(other, state.curve_list.original())) return not_implemented();
+  if (!host::is_instance(other, state.curve_list.now())) return not_implemented();
   const Ref curves = as_tuple(state, self);
   return Ref::steal(PyObject_RichCompare(curves.get(), as_tuple(state, other).get(), Py_EQ));
 }

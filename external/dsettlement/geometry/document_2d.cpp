@@ -163,11 +163,11 @@ Ref list_layers(State& state, Arguments arguments) {
   };
   const auto pl_line_number = [&](Ref pl_line) {
     if (!tells_its_class_plainly(state, pl_line)) doubt();
-    if (!host::is_instance(pl_line, state.pl_line.original())) return pl_line;
+    if (!host::is_instance(pl_line, state.pl_line.now())) return pl_line;
     return host::sum(pl_lines.of(pl_line), host::integer(1));
   };
   const Ref list = host::get(self, names.private_layers);
-  if (!is_plain_list(list) || !state.made.layer.holds()) doubt();
+  if (!is_plain_list(list) || !state.made.layer.holds() || !state.pl_line.is_original()) doubt();
   host::List layers;
   host::for_each(list, [&](const Ref& layer) {
     if (!state.made.layer.is_class_of(layer)) doubt();

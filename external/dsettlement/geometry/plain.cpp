@@ -70,7 +70,8 @@ std::optional<double> plain_field(Handle object, Handle name) {
 bool are_classes_as_made(const State& state) {
   const State::Made& made = state.made;
   return made.point.holds() && made.curve.holds() && made.curve_list.holds() &&
-         made.pl_line.holds() && made.boundary.holds();
+         made.pl_line.holds() && made.boundary.holds() && state.point.is_original() &&
+         state.curve.is_original() && state.curve_list.is_original();
 }
 
 std::optional<PointKey> key_of_point(const State& state, Handle point) {

@@ -32,7 +32,7 @@ Ref y(State& state, Arguments arguments) {
 // Coordinates are compared as they are, by their own equality and without a tolerance.
 Ref equals(State& state, Arguments arguments) {
   const auto [self, other] = arguments.first<2>();
-  if (!host::is_instance(other, state.point.original())) return not_implemented();
+  if (!host::is_instance(other, state.point.now())) return not_implemented();
   return both_equal(self, other, state.names.private_x, state.names.private_y);
 }
 

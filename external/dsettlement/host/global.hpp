@@ -21,8 +21,7 @@ class Global {
   // Whether what was entered still stands under the name.
   [[nodiscard]] bool is_original() const;
 
-  // What was entered, whatever stands there now: for deriving, raising and type checks that must
-  // not change.
+  // What was entered, whatever stands there now: for deriving and raising.
   [[nodiscard]] Handle original() const noexcept { return original_; }
 
  protected:
