@@ -8,6 +8,7 @@ import random
 import weakref
 from collections.abc import Callable
 from typing import Any
+from unittest import mock
 
 import pytest
 import sembra.external.dsettlement as module
@@ -133,6 +134,23 @@ def test_a_class_in_the_place_of_another_is_the_one_that_is_asked_for(
     assert model._serialize_layers()[0]["pl_top"] == 1
     monkeypatch.setattr(module, "_PlLine", _PlLine)
     assert model._serialize_layers()[0]["pl_top"] is pl_line
+
+
+def test_what_is_written_while_a_class_is_patched_is_not_missed(
+    new_model_2d: Factory, level: Factory
+) -> None:
+    model = new_model_2d()
+    points, others = level(model, 3.0), level(model, 5.0)
+    boundary = model._create_boundary(points)
+    vertical = model.create_vertical(3.0)
+    with (
+        mock.patch.object(_Point, "__setattr__", object.__setattr__),
+        mock.patch.object(_Vertical, "__setattr__", object.__setattr__),
+    ):
+        points[0]._y = points[1]._y = 5.0
+        vertical._x = 5.0
+    assert model._create_boundary(others) is boundary
+    assert model.create_vertical(5.0) is vertical
 
 
 def test_the_attributes_of_a_model_are_those_of_any_object(new_model_2d: Factory) -> None:

@@ -41,15 +41,18 @@ struct State {
   host::Global layer{module_, "_Layer"};
   host::Global model_2d{module_, "Model2D"};
 
+  // Counts what is written to points, curves and chains.
+  host::Changes changes;
+
   // The value classes as they were made, for what takes them for granted.
   struct Made {
-    explicit Made(host::Module& module)
-        : point(module),
-          curve(module),
-          curve_list(module),
-          pl_line(module),
-          boundary(module),
-          layer(module) {}
+    Made(host::Module& module, host::Changes& changes)
+        : point(module, changes),
+          curve(module, changes),
+          curve_list(module, changes),
+          pl_line(module, changes),
+          boundary(module, changes),
+          layer(module, changes) {}
 
     host::ClassSnapshot point;
     host::ClassSnapshot curve;
@@ -57,11 +60,10 @@ struct State {
     host::ClassSnapshot pl_line;
     host::ClassSnapshot boundary;
     host::ClassSnapshot layer;
-  } made{module_};
+  } made{module_, changes};
 
   // The curves of a chain; handing them out counts as a change of points, curves or chains.
   host::WatchedField chain_curves{module_, "_curves"};
-  host::Changes changes;
   host::CountedFields fields_of_points{changes, {"_x", "_y"}};
   host::CountedFields fields_of_curves{changes, {"_p1", "_p2"}};
   host::CountedFields fields_of_chains{changes, {}};  // any can stand before an operation

@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "host/changes.hpp"
+
 namespace dsettlement::host {
 
 namespace {
@@ -24,6 +26,7 @@ bool ClassSnapshot::holds() const {
   PyTypeObject* type = as_type(type_);
   if (type->tp_version_tag != 0 && type->tp_version_tag == seen_version_) return true;
   if (!is_unchanged()) return false;
+  ++changes_.count;
   seen_version_ = PyUnstable_Type_AssignVersionTag(type) != 0 ? type->tp_version_tag : 0;
   return true;
 }

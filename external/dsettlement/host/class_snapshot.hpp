@@ -5,11 +5,16 @@
 
 namespace dsettlement::host {
 
+struct Changes;
+
 // What a class looked like when it was made. An application's tests may put other operations into
 // a class; what native code takes for granted about its objects holds as long as nobody has.
 class ClassSnapshot {
  public:
-  explicit ClassSnapshot(Module& module) : type_(module), members_(module), bases_(module) {}
+  // That a class has been changed and changed back counts as a change of its objects: meanwhile
+  // they may have been written to without that.
+  ClassSnapshot(Module& module, Changes& changes)
+      : type_(module), members_(module), bases_(module), changes_(changes) {}
 
   // Remembers a class that has just been made.
   void take(Handle type);
@@ -28,6 +33,7 @@ class ClassSnapshot {
   Slot type_;
   Slot members_;
   Slot bases_;
+  Changes& changes_;
   // The interpreter gives a class another version with every change; 0 stands for none.
   mutable unsigned int seen_version_ = 0;
 };

@@ -21,8 +21,8 @@ struct State {
   host::Global model{module_, "_Model"};
 
   // For what takes verticals for granted as they were made.
-  host::ClassSnapshot vertical_as_made{module_};
   host::Changes vertical_changes;
+  host::ClassSnapshot vertical_as_made{module_, vertical_changes};
   host::CountedFields vertical_fields{vertical_changes, {"_x"}};
 
   struct Names {
