@@ -1,6 +1,5 @@
 #include "geometry/chain_register.hpp"
 
-#include <cmath>
 #include <utility>
 
 #include "host/object.hpp"
@@ -78,10 +77,9 @@ Ref ChainRegister::pl_line(const ChainKey& key, Handle pl_line) const {
 }
 
 bool ChainRegister::add_boundary(const State& state, const ChainKey& key, Handle boundary) {
-  const double area = area_of(key);
-  if (!certainty_ || std::isnan(area) || !keeps_its_curves(state, boundary)) return false;
+  if (!certainty_ || !keeps_its_curves(state, boundary)) return false;
   return certainty_.regain([&] {
-    order_.add(source_.boundaries, boundary, area);
+    order_.add(source_.boundaries, boundary, area_of(key));
     enter(state, boundaries_, key, boundary);
     return true;
   });
@@ -133,7 +131,6 @@ bool ChainRegister::read_boundary(const State& state, Handle boundary) {
   const std::optional<ChainKey> key = key_of_chain(state, boundary);
   if (!key || !keeps_its_curves(state, boundary)) return false;
   const double area = area_of(*key);
-  if (std::isnan(area)) return false;
   order_.append(area);
   if (!order_.is_kept()) return false;
   enter(state, boundaries_, *key, boundary);

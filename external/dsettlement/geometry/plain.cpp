@@ -45,12 +45,9 @@ bool is_array_element(PyObject* number, std::string_view type_name) {
 
 std::optional<double> plain_number(Handle coordinate) {
   PyObject* number = coordinate;
-  if (PyFloat_CheckExact(number) != 0) {
-    const double value = PyFloat_AS_DOUBLE(number);
-    return std::isnan(value) ? std::nullopt : std::optional(value);
-  }
-  if (PyFloat_Check(number) != 0 && is_array_element(number, "numpy.float64")) {
-    // Calculating with larger ones can overflow, of which a warning is given.
+  if (PyFloat_CheckExact(number) != 0 ||
+      (PyFloat_Check(number) != 0 && is_array_element(number, "numpy.float64"))) {
+    // An area of larger ones can overflow: it is no number then, or elements of arrays warn of it.
     constexpr double most = 1e150;
     const double value = PyFloat_AS_DOUBLE(number);
     return std::abs(value) <= most ? std::optional(value) : std::nullopt;
@@ -119,9 +116,7 @@ Ref curves_of_plain_chain(const State& state, Handle chain) {
 double area_of(const ChainKey& chain) {
   double area = 0.0;
   for (const auto& [p1, p2] : chain) {
-    // Rounded on its own: a compiler may not fuse the product with the sum.
-    const volatile double strip = (p2.x - p1.x) * ((p1.y + p2.y) / 2.0);
-    area += strip;
+    area += (p2.x - p1.x) * ((p1.y + p2.y) / 2.0);
   }
   return area;
 }

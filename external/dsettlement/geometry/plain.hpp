@@ -2,8 +2,8 @@
 //
 // An object is plain if comparing it runs nothing but this module's own operations on plain
 // numbers: it is of the very class of this module and not of a subclass, the class is as it was
-// made, and each coordinate is a float, or an integer for which a float does as well. For plain
-// objects equality is equality of their keys.
+// made, and each coordinate is a float of a size that can be calculated with, or an integer
+// for which such a float does as well. For plain objects equality is equality of their keys.
 #pragma once
 
 #include <optional>
@@ -13,8 +13,7 @@
 
 namespace dsettlement::geometry {
 
-// The number that a plain coordinate is; nothing for any other object, and nothing for what is not
-// a number, which equals nothing.
+// The number that a plain coordinate is; nothing for any other object.
 [[nodiscard]] std::optional<double> plain_number(host::Handle coordinate);
 
 // The same for a field of an object whose class has no say in how it is read.
