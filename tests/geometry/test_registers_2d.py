@@ -136,6 +136,23 @@ def test_a_class_in_the_place_of_another_is_the_one_that_is_asked_for(
     assert model._serialize_layers()[0]["pl_top"] is pl_line
 
 
+class Slots(Model2D):
+    """A model that says itself what it is made of, past the class before it."""
+
+    def __getstate__(self) -> Any:
+        return object.__getstate__(self)
+
+
+def test_what_a_model_is_made_of_can_be_asked_past_its_class(
+    new_model_2d: Factory, points_of: Factory
+) -> None:
+    model = build(new_model_2d(Slots), points_of)
+    for one in (copy.deepcopy(model), pickle.loads(pickle.dumps(model))):
+        assert register(one) is None
+        one.create_vertical(1.0)
+        assert [v.x for v in one._verticals] == [1.0, 3.0, 4.0, 5.0]
+
+
 def test_what_is_written_while_a_class_is_patched_is_not_missed(
     new_model_2d: Factory, level: Factory
 ) -> None:

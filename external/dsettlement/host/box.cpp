@@ -27,6 +27,11 @@ int clear(PyObject* self) {
   return 0;
 }
 
+// What is in a box is worth nothing elsewhere: copies and pickles of a box are None.
+PyObject* reduce(PyObject* /*self*/, PyObject* /*arguments*/) {
+  return Py_BuildValue("O()", Py_TYPE(Py_None));
+}
+
 void deallocate(PyObject* self) {
   PyObject_GC_UnTrack(self);
   PyTypeObject* type = Py_TYPE(self);
@@ -38,7 +43,9 @@ void deallocate(PyObject* self) {
 }  // namespace
 
 Ref make_box_type(Handle module) {
-  PyType_Slot slots[] = {{Py_tp_dealloc, reinterpret_cast<void*>(deallocate)},
+  static PyMethodDef methods[] = {{"__reduce__", reduce, METH_NOARGS, nullptr}, {}};
+  PyType_Slot slots[] = {{Py_tp_methods, methods},
+                         {Py_tp_dealloc, reinterpret_cast<void*>(deallocate)},
                          {Py_tp_traverse, reinterpret_cast<void*>(traverse)},
                          {Py_tp_clear, reinterpret_cast<void*>(clear)},
                          {0, nullptr}};
