@@ -16,6 +16,9 @@ Place = Literal["outside lower left", "outside lower center", "outside lower rig
 LINE_OF_LEGEND = 0.19
 """Height of an entry, in inches."""
 
+LENGTH_OF_HANDLE = 3.6
+"""Length of a line in front of its entry, in heights of letters: two of its longest dashes."""
+
 
 def draw_legends(figure: Figure, section: CrossSection) -> float:
     """Draw the legends side by side along the lower edge.
@@ -37,6 +40,7 @@ def draw_legends(figure: Figure, section: CrossSection) -> float:
                 loc=place,
                 title=title,
                 alignment="left",
+                handlelength=LENGTH_OF_HANDLE,
                 fontsize=8.5,
                 title_fontproperties={"weight": "bold", "size": 8.5},
             )

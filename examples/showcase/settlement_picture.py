@@ -24,6 +24,10 @@ LINE_OF_TEXT = 0.045
 """Height of a line of text, as a part of the height of the lower diagram."""
 
 
+LineStyle = str | tuple[float, tuple[float, ...]]
+"""One of matplotlib's names, or where a pattern begins and the lengths of its dashes and gaps."""
+
+
 @dataclass(frozen=True)
 class Curve:
     """Settlements [m] against times [days], and how the curve is drawn.
@@ -35,7 +39,7 @@ class Curve:
     times: Sequence[float]
     settlements: Sequence[float]
     color: str
-    line_style: str = "-"
+    line_style: LineStyle = "-"
     line_width: float = 1.4
     marked_times: Sequence[float] = ()
     name: str = ""
@@ -111,7 +115,10 @@ def _draw_settlement(axes: Axes, curves: Sequence[Curve], legend_title: str) -> 
     room = 0.06 * (deepest - highest or 1.0)
     axes.set_ylim(deepest + room, highest - (room if highest < 0 else 0))
     axes.set_ylabel("Settlement [m]")
-    axes.legend(loc="best", title=legend_title, alignment="left", frameon=True, edgecolor="none")
+    axes.legend(
+        loc="best", title=legend_title, alignment="left", frameon=True, edgecolor="none",
+        handlelength=2.8,
+    )  # fmt: skip
     _draw_grid(axes)
     _write_last_settlements(axes, curves)
 

@@ -11,7 +11,7 @@ from .calculation import calculate
 from .cross_section import CrossSection, DrainBand, Embankment, Layer, Line
 from .section_legend import told_times
 from .section_picture import draw_section
-from .settlement_picture import Curve, draw_settlements
+from .settlement_picture import Curve, LineStyle, draw_settlements
 from .settlement_table import CAPTION, settlement_table
 from .settlements import LoadStep, Settlements
 from .terminal import Terminal
@@ -24,8 +24,10 @@ DATUM = "NAP"
 
 AXIS = next(x for x, name in story.VERTICALS.items() if name == "axis")
 
-CURVE_STYLES = (
-    ("#7a7a7a", ":"), ("#2f8f5b", "-."), ("#3f7fbf", "--"), ("#12345b", "-"), ("#9a6a00", "-."),
+DASH_DOT_DOT: LineStyle = (0, (8, 2, 1, 2, 1, 2))
+CURVE_STYLES: tuple[tuple[str, LineStyle], ...] = (
+    ("#7a7a7a", ":"), ("#2f8f5b", "-."), ("#3f7fbf", "--"), ("#12345b", "-"),
+    ("#9a6a00", DASH_DOT_DOT),
 )  # fmt: skip
 """Colours and lines of the verticals, from left to right."""
 
