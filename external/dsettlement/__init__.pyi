@@ -729,7 +729,8 @@ class Model1D(_Model):
         model = Model1D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI)
         model.create_material("my_mat", 21.0, 19.0, color=Color(0, 0, 0))
         model.update_geometry(-1.0, [(1.0, "Loam"), (0.0, "my_mat")], phreatic_level=-3.0)
-        model.create_uniform_load("my_load", 0, 0.001, 0.0, 0.0)
+        model.create_uniform_load("my_load", 0, 18.0, 0.5, 1.5)
+        model.set_calculation_times(100, 1000, 10000)
         input_file = model.generate_input_file()
 
     Units: metres for levels, days for times, kN/m³ for unit weights, kPa for pressures. Values
@@ -953,12 +954,14 @@ class Model2D(_Model):
 
         model = Model2D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI,
                         [(0.0, 0.0), (100.0, 0.0)])
+        model.create_material("Clay", 14.0, 14.0, cp=30, cp1=10, cs=300, cs1=100, cv=1e-7)
         pl_line = model.create_pl_line(
             [model.create_point(0.0, 4.0), model.create_point(100.0, 4.0)], is_phreatic=True)
         top = [model.create_point(x, y) for x, y in [(0.0, 5.0), (50.0, 6.0), (100.0, 5.0)]]
-        model.create_layer(top, "Sand", pl_line, pl_line)
+        model.create_layer(top, "Clay", pl_line, pl_line)
         model.create_vertical(50.0)
-        model.create_non_uniform_load("load", [(0.0, 5.0), (50.0, 6.0)])
+        model.create_non_uniform_load("dam", [(0.0, 5.0), (50.0, 8.0), (100.0, 5.0)])
+        model.set_calculation_times(100, 1000, 10000)
         input_file = model.generate_input_file()
 
     Units: metres for coordinates, days for times, kN/m³ for unit weights, kPa for pressures.

@@ -1,8 +1,13 @@
-"""The snippets of the guide that make up a whole program."""
+"""The snippets of the documentation that make up a whole program."""
 
+import inspect
 import json
 import re
+import textwrap
 from pathlib import Path
+
+import pytest
+from sembra.external.dsettlement import Model1D, Model2D
 
 from .conftest import ROOT, Run
 
@@ -15,6 +20,16 @@ def snippets(heading: str) -> str:
     section = GUIDE.partition(f"\n## {heading}\n")[2].partition("\n## ")[0]
     found: list[str] = re.findall(r"^```python\n(.*?)^```$", section, re.DOTALL | re.MULTILINE)
     return "\n".join(found)
+
+
+@pytest.mark.parametrize("model", [Model1D, Model2D])
+def test_the_example_of_a_class_makes_an_input_file(model: type, run_example: Run) -> None:
+    lines = (inspect.getdoc(model) or "").splitlines()
+    example = textwrap.dedent("\n".join(line for line in lines if line.startswith("    ")))
+    program = f"{PREAMBLE}from sembra.external.dsettlement import *\n{example}"
+    printed = run_example("-", given=f"{program}\nprint(input_file.getvalue().decode())")
+    assert "[SOIL COLLECTION]" in printed
+    assert re.search(r"my_load|dam", printed)
 
 
 def test_the_one_dimensional_model_runs_and_its_files_can_be_kept(

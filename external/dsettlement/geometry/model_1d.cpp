@@ -122,7 +122,8 @@ constexpr const char* class_documentation =
     "    model = Model1D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI)\n"
     "    model.create_material(\"my_mat\", 21.0, 19.0, color=Color(0, 0, 0))\n"
     "    model.update_geometry(-1.0, [(1.0, \"Loam\"), (0.0, \"my_mat\")], phreatic_level=-3.0)\n"
-    "    model.create_uniform_load(\"my_load\", 0, 0.001, 0.0, 0.0)\n"
+    "    model.create_uniform_load(\"my_load\", 0, 18.0, 0.5, 1.5)\n"
+    "    model.set_calculation_times(100, 1000, 10000)\n"
     "    input_file = model.generate_input_file()\n\n"
     "Units: metres for levels, days for times, kN/m³ for unit weights, kPa for pressures. Values\n"
     "are kept as given; nothing is converted.";
