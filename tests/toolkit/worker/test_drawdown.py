@@ -60,7 +60,9 @@ def test_dewatering_that_ends_too_early_is_refused() -> None:
     stages = [DrainWater(10.0, 1.0, 40.0), DrainWater(enough + 0.1, 1.0)]
     assert len(lowering(*stages)) == 2
     stages[1] = DrainWater(enough / 2, 1.0)
-    message = r"dewatering that ends before .* the layer of Clay at 0 m has come to \d\d % consol"
+    message = (
+        r"ends before .* at x = 0 m the layer of Clay from 0 m downwards has come to \d\d % con"
+    )
     with pytest.raises(WorkerError, match=message):
         lowering(*stages)
 

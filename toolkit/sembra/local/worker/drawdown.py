@@ -89,10 +89,10 @@ def _check_followed(
         for layer, degree, product in zip(column.layers, degrees, there * back, strict=True):
             if product < 0 and degree < _FOLLOWED:
                 raise NotCoveredError.of(
-                    "dewatering that ends before the ground has followed it: the layer of "
-                    f"{layer.material.name} at {layer.top:g} m has come to {100 * degree:.0f} % "
-                    f"consolidation at {after.time:g} days and should have come to "
-                    f"{100 * _FOLLOWED:.0f} %"
+                    "dewatering that ends before the ground has followed it: at "
+                    f"x = {column.x:g} m the layer of {layer.material.name} from {layer.top:g} m "
+                    f"downwards has come to {100 * degree:.0f} % consolidation at {after.time:g} "
+                    f"days, and the worker's equations need {100 * _FOLLOWED:.0f} %"
                 )
 
 

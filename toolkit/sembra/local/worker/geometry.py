@@ -91,7 +91,10 @@ class Geometry2D:
             top = layers[-1].bottom if layers else layer.top.level(x)
             bottom = layer.bottom.level(x)
             if top - bottom < -_THINNEST:
-                raise WorkerError(f"The boundaries of the layers cross at x = {x:g} m.")
+                raise WorkerError(
+                    f"At x = {x:g} m the bottom of the layer of {layer.material.name} lies above "
+                    "its top. Layers lie one on the other from bottom to top, and do not cross."
+                )
             if top - bottom > _THINNEST:
                 layers.append(Layer(top, bottom, layer.material, head_top, head_bottom))
         if not layers:
