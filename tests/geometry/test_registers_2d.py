@@ -7,6 +7,7 @@ import pickle
 import random
 import weakref
 from collections.abc import Callable
+from functools import partial
 from typing import Any
 from unittest import mock
 
@@ -151,6 +152,11 @@ def test_what_a_model_is_made_of_can_be_asked_past_its_class(
         assert register(one) is None
         one.create_vertical(1.0)
         assert [v.x for v in one._verticals] == [1.0, 3.0, 4.0, 5.0]
+    shallow = copy.copy(model)
+    shallow._verticals = [_Vertical(8.0)]
+    assert shallow.create_vertical(5.0) is not model.create_vertical(5.0)
+    assert [v.x for v in shallow._verticals] == [5.0, 8.0]
+    assert [v.x for v in model._verticals] == [3.0, 4.0, 5.0]
 
 
 def test_what_is_written_while_a_class_is_patched_is_not_missed(
@@ -168,6 +174,60 @@ def test_what_is_written_while_a_class_is_patched_is_not_missed(
         vertical._x = 5.0
     assert model._create_boundary(others) is boundary
     assert model.create_vertical(5.0) is vertical
+
+
+def test_what_is_changed_while_the_class_of_the_model_is_patched_is_not_missed(
+    new_model_2d: Factory, level: Factory
+) -> None:
+    model = new_model_2d()
+    vertical, boundary = model.create_vertical(5.0), model._create_boundary(level(model, 5.0))
+    with (
+        mock.patch.object(Model2D, "_verticals", None),
+        mock.patch.object(Model2D, "_boundaries", None),
+    ):
+        model._verticals[-1] = _Vertical(9.0)
+        model._boundaries[-1] = _Boundary([_Curve(*level(model, 9.0))])
+    assert model.create_vertical(5.0) is not vertical
+    assert model._create_boundary(level(model, 5.0)) is not boundary
+
+
+def test_a_list_that_could_not_grow_is_still_put_in_order(
+    new_model_2d: Factory, level: Factory
+) -> None:
+    testcapi: Any = pytest.importorskip("_testcapi")
+    failures = 0
+    for count in range(3, 12):
+        for allocation in range(12):
+            model = new_model_2d()
+            for i in range(count):
+                model._create_boundary(level(model, 50.0 - i))
+                model.create_vertical(50.0 - i)
+            for act in (
+                partial(model._create_boundary, level(model, 3.0)),
+                partial(model.create_vertical, 1.0),
+            ):
+                testcapi.set_nomemory(allocation, allocation + 1)
+                try:
+                    act()
+                except MemoryError:
+                    failures += 1
+                finally:
+                    testcapi.remove_mem_hooks()
+            areas = [boundary.area_above_horizontal() for boundary in model._boundaries]
+            assert areas == sorted(areas)
+            xs = [vertical.x for vertical in model._verticals]
+            assert xs == sorted(xs)
+    assert failures > 0
+
+
+@pytest.mark.parametrize(("size", "is_plain"), [(1e150, True), (1.1e150, False)])
+def test_sizes_that_areas_can_be_calculated_of_are_plain(
+    new_model_2d: Factory, level: Factory, size: float, is_plain: bool
+) -> None:
+    model = new_model_2d()
+    boundary = model._create_boundary(level(model, size))
+    assert model._create_boundary(level(model, size)) is boundary
+    assert finds_chains(model) is is_plain
 
 
 def test_the_attributes_of_a_model_are_those_of_any_object(new_model_2d: Factory) -> None:

@@ -4,7 +4,8 @@ from collections.abc import Callable
 from typing import Any
 
 import pytest
-from sembra.external.dsettlement import Model2D, _Curve, _CurveList, _Point
+import sembra.external.dsettlement as module
+from sembra.external.dsettlement import Model2D, _Boundary, _Curve, _CurveList, _Point, _Vertical
 
 Factory = Callable[..., Any]
 
@@ -14,25 +15,28 @@ class ActingKey:
 
     act: Callable[[], Any] | None = None
 
-    def __init__(self, name: str) -> None:
+    def __init__(self, name: str, lookups: int) -> None:
         self.name = name
+        self.lookups = lookups
 
     def __hash__(self) -> int:
         return hash(self.name)
 
     def __eq__(self, other: object) -> bool:
         if other == self.name and self.act is not None:
-            act, self.act = self.act, None
-            act()
+            self.lookups -= 1
+            if self.lookups == 0:
+                act, self.act = self.act, None
+                act()
         return False
 
 
-def put_before(name: str, thing: Any, act: Callable[[], Any]) -> None:
-    """Put a key into the attributes of a thing that is met in the search for the name."""
+def put_before(name: str, thing: Any, act: Callable[[], Any], lookups: int = 1) -> None:
+    """Put a key into the attributes of a thing that acts at one of the searches for the name."""
     attributes: dict[Any, Any] = vars(thing)
     before = dict(attributes)
     attributes.clear()
-    key = ActingKey(name)
+    key = ActingKey(name, lookups)
     attributes[key] = None
     attributes.update(before)
     key.act = act
@@ -54,6 +58,81 @@ def test_a_chain_may_lose_its_curves_while_they_are_read(new_model_2d: Factory) 
     put_before("_curves", chain, lambda: setattr(chain, "__dict__", {}))
     assert len(chain.curves) == 1
     assert vars(chain) == {}
+
+
+@pytest.mark.parametrize("lookups", range(1, 8))
+def test_a_model_may_get_another_list_while_it_is_drawn(
+    new_model_2d: Factory, level: Factory, lookups: int
+) -> None:
+    model = new_model_2d()
+    for y in (1.0, 2.0):
+        model._create_boundary(level(model, y))
+    points = level(model, 3.0)
+    held = []
+
+    def replace() -> None:
+        held.append(model._boundaries)
+        model._boundaries = list(held[0])
+
+    put_before("_pl_lines", model, replace, lookups)
+    boundary = model._create_boundary(points)
+    assert boundary in model._boundaries
+    assert [known.points[0].y for known in model._boundaries] == [0.0, 1.0, 2.0, 3.0]
+
+
+@pytest.mark.parametrize("lookups", range(1, 8))
+def test_attributes_may_be_held_while_a_model_is_drawn(
+    new_model_2d: Factory, level: Factory, lookups: int
+) -> None:
+    model = new_model_2d()
+    for y in (1.0, 2.0):
+        model._create_boundary(level(model, y))
+    points, others, again = level(model, 3.0), level(model, 7.0), level(model, 2.0)
+    held: list[Any] = []
+    put_before("_boundaries", model, lambda: held.append(vars(model)), lookups)
+    model._create_boundary(points)
+    for attributes in held:
+        attributes["_boundaries"][2] = _Boundary([_Curve(*others)])
+    held.clear()
+    assert model._create_boundary(again) in model._boundaries
+
+
+def test_a_model_may_get_another_list_while_a_vertical_is_entered(
+    new_model_2d: Factory, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    model = new_model_2d()
+    for x in (1.0, 2.0):
+        model.create_vertical(x)
+
+    def replace() -> None:
+        model._verticals = list(model._verticals)
+
+    def make(x: float) -> _Vertical:
+        vertical = _Vertical(x)
+        put_before("_x", vertical, replace)
+        return vertical
+
+    monkeypatch.setattr(module, "_Vertical", make)
+    vertical = model.create_vertical(3.0)
+    assert model._verticals[-1] is vertical
+    assert [known.x for known in model._verticals] == [1.0, 2.0, 3.0]
+
+
+def test_verticals_may_come_while_they_are_read(new_model_2d: Factory) -> None:
+    model = new_model_2d()
+    for x in (5.0, 4.0):
+        model.create_vertical(x)
+
+    def create() -> None:
+        for x in (3.0, 2.0):
+            model.create_vertical(x)
+
+    put_before("_verticals", model, create)
+    verticals = model._verticals
+    assert [known.x for known in verticals] == [2.0, 3.0, 4.0, 5.0]
+    gone, verticals[0] = verticals[0], _Vertical(0.25)
+    del verticals
+    assert model.create_vertical(gone.x) is not gone
 
 
 def test_a_model_may_lose_its_attributes_while_it_is_drawn(

@@ -12,7 +12,7 @@ using host::Ref;
 namespace {
 
 bool is_reached_by_model_alone(const Ref& list) {
-  return Py_REFCNT(list.get()) == 2;  // the model and the one who asks
+  return Py_REFCNT(list.get()) == 2;  // the model and this reference
 }
 
 // Whether nobody but the chain can reach its curves.
@@ -33,15 +33,14 @@ bool ChainRegister::mirrors(const State& state, const Source& source) const {
          PyList_GET_SIZE(source.pl_lines.get()) == pl_line_count_;
 }
 
-bool ChainRegister::read(const State& state, const Source& source) {
+bool ChainRegister::take(const State& state, Source source) {
   if (!is_reached_by_model_alone(source.boundaries) ||
       !is_reached_by_model_alone(source.pl_lines)) {
     return false;
   }
-  source_ = source;
+  source_ = std::move(source);
   changes_ = state.changes.count;
-  if (!certainty_.regain([&] { return read_lists(state); })) clear();
-  return static_cast<bool>(certainty_);
+  return read_lists(state);
 }
 
 void ChainRegister::doubt() {

@@ -1,6 +1,8 @@
 // What boundaries and pl-lines a model has, with their curves, found without searching.
 #pragma once
 
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "geometry/certainty.hpp"
@@ -21,10 +23,18 @@ class ChainRegister {
   // Whether the register holds for these lists.
   [[nodiscard]] bool mirrors(const State& state, const Source& source) const;
 
-  // Reads the lists, for a register that has forgotten all before; the caller has the only other
-  // reference to them beside the model's. Does not come to hold as long as something in them is not
-  // plain, or somebody else holds on to what can change.
-  [[nodiscard]] bool read(const State& state, const Source& source);
+  // Reads the lists that `look` finds, if any, for a register that has forgotten all before. Does
+  // not come to hold as long as something in them is not plain, or somebody else holds on to what
+  // can change.
+  template <typename Look>
+  [[nodiscard]] bool read(const State& state, Look&& look) {
+    const auto take_found = [&] {
+      std::optional<Source> source = look();
+      return source && take(state, *std::move(source));
+    };
+    if (!certainty_.regain(take_found)) clear();
+    return static_cast<bool>(certainty_);
+  }
 
   // Puts the boundaries in order for somebody who is about to look at them.
   void put_in_order() { order_.put(source_.boundaries.get()); }
@@ -57,6 +67,7 @@ class ChainRegister {
   void clear() noexcept;
 
  private:
+  [[nodiscard]] bool take(const State& state, Source source);
   [[nodiscard]] bool read_lists(const State& state);
   [[nodiscard]] bool read_boundary(const State& state, host::Handle boundary);
   [[nodiscard]] bool read_pl_line(const State& state, host::Handle pl_line);

@@ -17,7 +17,7 @@ using host::Ref;
 namespace {
 
 // Whether a chain is of one of this module's own classes, as they were made.
-bool is_as_made(const State& state, Handle chain) {
+bool is_of_own_class(const State& state, Handle chain) {
   const State::Made& made = state.made;
   return (made.curve_list.is_class_of(chain) || made.boundary.is_class_of(chain) ||
           made.pl_line.is_class_of(chain)) &&
@@ -39,7 +39,7 @@ Ref init(State& state, Arguments arguments) {
       host::raise(PyExc_AssertionError, "Curves must be connected");
     }
   }
-  if (is_as_made(state, self)) {
+  if (is_of_own_class(state, self)) {
     state.chain_curves.initialize(self, curves);
   } else {
     host::set(self, names.private_curves, curves);

@@ -20,21 +20,27 @@ namespace {
 // applications look at, copy and pickle.
 constexpr const char* slot_name = "_dsettlement_registers";
 
-// A register, and whether somebody works with it.
+// A register, whether somebody works with it, and for what class of models it was read.
 template <typename Register>
 struct Entry {
   // Lets the register doubt. It is read anew in any case then, so it need not own anything any
-  // longer, unless somebody works with it. Letting go can run code that reads it again, so there is
-  // a doubt after that too.
+  // longer, unless somebody works with it. Letting go can run code that reads it again, so the
+  // doubt comes after that.
   void doubt() {
-    content.doubt();
     if (!is_busy) content.forget();
     content.doubt();
   }
 
   Register content;
   bool is_busy = false;
+  // The interpreter gives each class a version of its own, and another one with every change.
+  unsigned int class_version = 0;
 };
+
+unsigned int class_version_of(Handle model) {
+  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(model));
+  return PyUnstable_Type_AssignVersionTag(type) != 0 ? type->tp_version_tag : 0;
+}
 
 class Registers : public host::Content {
  public:
@@ -171,23 +177,22 @@ Ref get_state(State& state, Arguments arguments) {
 // The lists of a model that can be registered; nothing for any other model.
 std::optional<ChainRegister::Source> chains_of(const State& state, Handle model) {
   if (!host::gets_plainly(model, state.names.private_curves, state.curves_property.get()) ||
-      !are_classes_as_made(state) || !notices_looks(state, model) || !has_attributes_alone(model)) {
+      !are_classes_as_made(state) || !notices_looks(state, model)) {
     return std::nullopt;
   }
   ChainRegister::Source lists{state.boundaries.peek(model), state.pl_lines.peek(model)};
-  if (!is_plain_list(lists.boundaries.get()) || !is_plain_list(lists.pl_lines.get())) {
+  if (!is_plain_list(lists.boundaries.get()) || !is_plain_list(lists.pl_lines.get()) ||
+      !has_attributes_alone(model)) {
     return std::nullopt;
   }
   return lists;
 }
 
 std::optional<VerticalRegister::Source> verticals_of(const State& state, Handle model) {
-  if (!state.model.vertical_as_made.holds() || !notices_looks(state, model) ||
-      !has_attributes_alone(model)) {
-    return std::nullopt;
-  }
+  if (!state.model.vertical_as_made.holds() || !notices_looks(state, model)) return std::nullopt;
   VerticalRegister::Source list = state.verticals.peek(model);
-  return is_plain_list(list.get()) ? std::optional(std::move(list)) : std::nullopt;
+  if (!is_plain_list(list.get()) || !has_attributes_alone(model)) return std::nullopt;
+  return list;
 }
 
 // A register that holds for what `look` finds in the model, if need be after reading it anew.
@@ -197,15 +202,17 @@ auto up_to_date(const State& state, Handle model, Look look) {
   auto source = look(state, model);
   if (!source) return InUse<Register>();
   auto [box, registers] = registers_made_for(state, model);
-  auto& [content, is_busy] = registers->*entry;
-  if (is_busy) return InUse<Register>();
-  InUse<Register> used(std::move(box), content, is_busy);
-  if (used->mirrors(state, *source)) return used;
+  Entry<Register>& known = registers->*entry;
+  if (known.is_busy) return InUse<Register>();
+  InUse<Register> used(std::move(box), known.content, known.is_busy);
+  const unsigned int version = class_version_of(model);
+  if (version != 0 && known.class_version == version && used->mirrors(state, *source)) return used;
   // Letting go of what was there before can run code, so the model is looked at again after that.
   source.reset();
   used->forget();
-  source = look(state, model);
-  return source && used->read(state, *source) ? std::move(used) : InUse<Register>();
+  known.class_version = version;
+  const bool holds = used->read(state, [&] { return look(state, model); });
+  return holds && class_version_of(model) == version ? std::move(used) : InUse<Register>();
 }
 
 }  // namespace

@@ -17,12 +17,11 @@ bool VerticalRegister::mirrors(const State& state, const Source& source) const {
          source.get() == source_.get() && PyList_GET_SIZE(source.get()) == order_.size();
 }
 
-bool VerticalRegister::read(const State& state, const Source& source) {
-  if (Py_REFCNT(source.get()) != 2) return false;  // the model and the caller
-  source_ = source;
+bool VerticalRegister::take(const State& state, Source source) {
+  if (Py_REFCNT(source.get()) != 2) return false;  // the model and this reference
+  source_ = std::move(source);
   changes_ = state.model.vertical_changes.count;
-  if (!certainty_.regain([&] { return read_list(state); })) clear();
-  return static_cast<bool>(certainty_);
+  return read_list(state);
 }
 
 void VerticalRegister::doubt() {
@@ -37,8 +36,9 @@ std::optional<Ref> VerticalRegister::at(const State& state, double x) const {
   return x_of_plain_vertical(state, vertical) == x ? std::optional(vertical) : std::nullopt;
 }
 
-void VerticalRegister::add(double x, Handle vertical) {
-  certainty_.regain([&] {
+bool VerticalRegister::add(double x, Handle vertical) {
+  if (!certainty_) return false;
+  return certainty_.regain([&] {
     by_x_.try_add(x, host::share(vertical));
     order_.add(source_, vertical, x);
     return true;

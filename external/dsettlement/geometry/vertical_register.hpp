@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
 #include "geometry/certainty.hpp"
 #include "geometry/hashed_list.hpp"
@@ -20,15 +21,20 @@ class VerticalRegister {
   // Whether the register holds for this list.
   [[nodiscard]] bool mirrors(const State& state, const Source& source) const;
 
-  // Reads the list, for a register that has forgotten all before; the caller has the only other
-  // reference to it beside the model's. Does not come to hold as long as something in it is not
-  // plain or out of order, or somebody else holds on to it.
-  [[nodiscard]] bool read(const State& state, const Source& source);
+  // Reads the list that `look` finds, if any, for a register that has forgotten all before. Does
+  // not come to hold as long as something in it is not plain or out of order, or somebody else
+  // holds on to it.
+  template <typename Look>
+  [[nodiscard]] bool read(const State& state, Look&& look) {
+    const auto take_found = [&] {
+      std::optional<Source> source = look();
+      return source && take(state, *std::move(source));
+    };
+    if (!certainty_.regain(take_found)) clear();
+    return static_cast<bool>(certainty_);
+  }
 
-  // Puts the list in order for somebody who is about to look at it.
-  void put_in_order() { order_.put(source_.get()); }
-
-  // The same for somebody who may change it.
+  // Puts the list in order for somebody who may change it.
   void doubt();
 
   // Lets go of all that is known, with the list in order.
@@ -40,13 +46,16 @@ class VerticalRegister {
   // The first vertical at x, or an empty Ref; nothing if it is not where it was.
   [[nodiscard]] std::optional<host::Ref> at(const State& state, double x) const;
 
-  // Adds a vertical.
-  void add(double x, host::Handle vertical);
+  // Adds a vertical. The answer is no, and nothing has happened, if the register does not hold any
+  // more.
+  [[nodiscard]] bool add(double x, host::Handle vertical);
 
   int traverse(visitproc visit, void* argument) const;
   void clear() noexcept;
 
  private:
+  void put_in_order() { order_.put(source_.get()); }
+  [[nodiscard]] bool take(const State& state, Source source);
   [[nodiscard]] bool read_list(const State& state);
 
   Certainty certainty_;

@@ -54,9 +54,8 @@ Ref find_vertical(State& state, Handle self, Handle x) {
 void enter(State& state, Handle self, Handle vertical) {
   const State::Names& names = state.names;
   if (const auto verticals = vertical_register(state, self)) {
-    if (const std::optional<double> x = x_of_plain_vertical(state, vertical)) {
-      return verticals->add(*x, vertical);
-    }
+    const std::optional<double> x = x_of_plain_vertical(state, vertical);
+    if (x && verticals->add(*x, vertical)) return;
   }
   host::call_method(host::get(self, names.verticals), names.append, vertical);
   const Ref sort = host::get(host::get(self, names.verticals), names.sort);

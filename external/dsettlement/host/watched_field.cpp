@@ -59,8 +59,9 @@ PyObject* read(PyObject* self, PyObject* object, PyObject* type) {
   return guard([&] {
     const Descriptor& descriptor = as_descriptor(self);
     if (object == nullptr || object == Py_None) refuse_class(descriptor, type);
-    tell(descriptor, object);
     Ref value = value_in(fields_of(object), descriptor.name);
+    // Told last: looking can run code, and from now on the reader may change what it gets.
+    tell(descriptor, object);
     if (!value) refuse_missing(descriptor, object);
     return value;
   });
@@ -106,12 +107,8 @@ void deallocate(PyObject* self) {
 
 }  // namespace
 
-bool WatchedField::is_plain_in(Handle object) const {
-  return gets_plainly(object, name_, descriptor_.get());
-}
-
 Ref WatchedField::peek(Handle object) const {
-  if (!is_plain_in(object)) return {};
+  if (!gets_plainly(object, name_, descriptor_.get())) return {};
   return value_in(fields_of(object), name_);
 }
 

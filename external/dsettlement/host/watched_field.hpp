@@ -23,12 +23,9 @@ class WatchedField {
                       [](void* to, Handle object) { notice(*static_cast<State*>(to), object); });
   }
 
-  // Whether reading the attribute of the object means this field: the class of the object may have
-  // something else under the name, or its own way to attributes.
-  [[nodiscard]] bool is_plain_in(Handle object) const;
-
   // What stands in the object, without notice to anybody. Empty if nothing does, or if that is not
-  // what the attribute is.
+  // what the attribute is: the class of the object may have something else under the name, or its
+  // own way to attributes.
   [[nodiscard]] Ref peek(Handle object) const;
 
   // What the attribute is, for a reader that neither changes it nor hands it on.
