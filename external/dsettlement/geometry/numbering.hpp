@@ -33,8 +33,11 @@ class Numbering {
 
   // The position counted from 1. Raises ValueError if there is no equal entry.
   [[nodiscard]] host::Ref number_of(host::Handle object) {
+    if (is_certain_ && last_.get() == static_cast<PyObject*>(object)) return last_number_;
     if (const std::optional<Py_ssize_t> position = find(object)) {
-      return host::Ref::steal(PyLong_FromSsize_t(*position + 1));
+      last_ = host::share(object);
+      last_number_ = host::Ref::steal(PyLong_FromSsize_t(*position + 1));
+      return last_number_;
     }
     doubt();
     const host::Ref list = host::get(model_, attribute_);
@@ -76,6 +79,9 @@ class Numbering {
   bool is_certain_;
   host::Ref list_;
   HashedMap<Key, Py_ssize_t, HashOf> positions_;
+  // A curve mostly begins at the point that was asked for last.
+  host::Ref last_;
+  host::Ref last_number_;
 };
 
 }  // namespace dsettlement::geometry
