@@ -66,8 +66,11 @@ class Numbering {
   std::optional<Py_ssize_t> find(host::Handle object) {
     if (!is_certain_) return std::nullopt;
     const std::optional<Key> key = read_(state_, object);
-    if (!key) doubt();
-    if (is_certain_ && !list_) index();
+    if (!key) {
+      doubt();
+      return std::nullopt;
+    }
+    if (!list_) index();
     const Py_ssize_t* position = is_certain_ ? positions_.find(*key) : nullptr;
     return position == nullptr ? std::nullopt : std::optional(*position);
   }

@@ -48,8 +48,8 @@ Ref fields_of(Handle object) {
 }
 
 // What a dictionary has under a name, or an empty Ref. Looking can run code, that of other keys'
-// equality, which makes the object let go of its dictionary; so here it is owned.
-Ref value_in(Ref fields, Handle name) {
+// equality, which makes the object let go of its dictionary; so that is owned by a Ref.
+Ref value_in(const Ref& fields, Handle name) {
   PyObject* value = PyDict_GetItemWithError(fields.get(), name);
   if (value == nullptr && PyErr_Occurred() != nullptr) throw ErrorSet{};
   return share(value);
@@ -113,7 +113,7 @@ Ref WatchedField::peek(Handle object) const {
 }
 
 Ref WatchedField::read(Handle object) const {
-  Ref value = peek(object);
+  const Ref value = peek(object);
   return value ? value : get(object, name_);
 }
 
