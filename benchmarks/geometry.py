@@ -1,7 +1,8 @@
 """Building and serialising cross-sections: against plain Python, by size, and in memory.
 
-python -m benchmarks.geometry              # prints the table and JSON of these figures alone
-python -m benchmarks.geometry MODULE N     # prints the bytes per point and curve of a module
+python -m benchmarks.geometry                  # prints the table and JSON of these figures alone
+python -m benchmarks.geometry bytes MODULE N   # prints the bytes per point and curve of a module
+python -m benchmarks.geometry seconds WORK N   # prints how long a work of GROWING takes
 """
 
 from __future__ import annotations
@@ -13,7 +14,7 @@ import subprocess
 import sys
 import time
 from collections.abc import Callable
-from dataclasses import asdict, replace
+from dataclasses import asdict, dataclass, replace
 from functools import partial
 from importlib import import_module
 from operator import attrgetter
@@ -32,6 +33,8 @@ CURVES_BESIDE_PLAIN = 2_000
 CURVES = 100_000
 IN_MEMORY = 200_000
 LAYER_HEIGHT = 0.5
+LINEAR = 2.3
+"""At most so many times the time for twice the size."""
 
 
 def new_model(module: str) -> Any:
@@ -122,49 +125,6 @@ def against_plain(layers: int, *, rounds: int) -> Row:
     return Row(name, once.ratio * times, at_least=100, note=f"{once.note} ({times} times)")
 
 
-def seconds(work: Callable[[], object], times: int) -> float:
-    gc.collect()
-    start = time.process_time()
-    for _ in range(times):
-        work()
-    return (time.process_time() - start) / times
-
-
-def linearity(what: str, work: Callable[[int], object], at_most: float | None = 2.3) -> Row:
-    """Return how much longer twice the size takes.
-
-    Half the size is worked on twice against all of it once, in turn, so that both spans are as long
-    and meet the same disturbances. Where there is a bound, the garbage collector rests meanwhile,
-    as under `timeit`: how many of its passes go through everything between two sizes is a matter of
-    its thresholds, for any program.
-    """
-    if at_most is not None:
-        gc.disable()
-    try:
-        spans = [
-            (seconds(lambda: work(CURVES), 1), seconds(lambda: work(CURVES // 2), 2))
-            for _ in range(9)
-        ]
-    finally:
-        gc.enable()
-    longer, shorter = (median(span) * 1e3 for span in zip(*spans, strict=True))
-    return Row(
-        f"{what}: {CURVES} : {CURVES // 2}",
-        median(all_of_it / half for all_of_it, half in spans),
-        at_most=at_most,
-        note=f"{longer:.0f} ms : {shorter:.0f} ms",
-    )
-
-
-def linearity_beside(
-    what: str, work: Callable[[int], object], beside: str, least: Callable[[int], object]
-) -> list[Row]:
-    """Return the same for work that cannot grow less than other work does, and may a tenth more."""
-    reference = linearity(beside, least)
-    at_most = max(2.3, 1.1 * reference.ratio)
-    return [linearity(what, work, at_most), replace(reference, at_most=None)]
-
-
 def list_objects(count: int) -> object:
     """Make as many plain objects as a chain has, which nobody calls anything but linear."""
     points = [plain._Point(float(i), 1.0) for i in range(count)]
@@ -187,12 +147,11 @@ def bytes_each(module: str, count: int) -> tuple[float, float]:
     return (with_points - before) / count, (with_curves - with_points) / count
 
 
-def bytes_each_apart(module: str) -> tuple[float, float]:
-    """Return the same, measured in a new process."""
-    command = [sys.executable, "-m", "benchmarks.geometry", module, str(IN_MEMORY)]
+def apart(*arguments: object) -> list[float]:
+    """Return what this module prints with these arguments in a new process."""
+    command = [sys.executable, "-m", "benchmarks.geometry", *map(str, arguments)]
     done = subprocess.run(command, check=True, capture_output=True, text=True)
-    point, curve = done.stdout.split()
-    return float(point), float(curve)
+    return [float(figure) for figure in done.stdout.split()]
 
 
 def memory() -> list[Row]:
@@ -200,7 +159,7 @@ def memory() -> list[Row]:
 
     Coordinates are counted with their points.
     """
-    native, plain = bytes_each_apart(NATIVE), bytes_each_apart(PLAIN)
+    native, plain = apart("bytes", NATIVE, IN_MEMORY), apart("bytes", PLAIN, IN_MEMORY)
     return [
         Row(
             f"memory per {what}: native : plain",
@@ -211,51 +170,107 @@ def memory() -> list[Row]:
     ]
 
 
+@dataclass(frozen=True)
+class Work:
+    """Something that is done with so many objects.
+
+    While it is timed the garbage collector rests, as under `timeit`, unless it is asked for: how
+    many of its passes go through everything between two sizes is a matter of its thresholds, for
+    any program.
+    """
+
+    do: Callable[[int], object]
+    at_most: float | None = LINEAR
+    is_collected: bool = False
+
+    def seconds(self, count: int) -> float:
+        """Return how long it takes, the first time left out."""
+        times = []
+        for _ in range(6):
+            gc.enable() if self.is_collected else gc.disable()
+            start = time.process_time()
+            self.do(count)
+            times.append(time.process_time() - start)
+            gc.collect()
+        return median(times[1:])
+
+
+SHUFFLED = "verticals, shuffled"
+BY_HAND = "verticals without a model, shuffled, sorted once"
+GROWING = {
+    "curves in 100 layers": Work(lambda n: build_and_serialize(NATIVE, 100, n // 100)),
+    "curves in one layer": Work(lambda n: build_and_serialize(NATIVE, 1, n)),
+    "layers of one curve": Work(lambda n: build_and_serialize(NATIVE, n, 1)),
+    "boundaries, ascending": Work(partial(create_boundaries, ascending)),
+    "boundaries, descending": Work(partial(create_boundaries, descending)),
+    "verticals, ascending": Work(partial(create_verticals, ascending)),
+    "verticals, descending": Work(partial(create_verticals, descending)),
+    SHUFFLED: Work(partial(create_verticals, shuffled)),
+    BY_HAND: Work(partial(sort_verticals_once, shuffled), at_most=None),
+    "curves in 100 layers, with garbage collection": Work(
+        lambda n: build_and_serialize(NATIVE, 100, n // 100), at_most=None, is_collected=True
+    ),
+    "objects in a list, with garbage collection": Work(
+        list_objects, at_most=None, is_collected=True
+    ),
+}
+"""What is done at two sizes, by its name in the table."""
+
+
+def growth(name: str) -> Row:
+    """Return how much longer twice the size takes.
+
+    Each size has processes of its own: what the larger one leaves behind in the allocators would
+    serve the smaller one, but not the other way round.
+    """
+    spans = [
+        (apart("seconds", name, CURVES)[0], apart("seconds", name, CURVES // 2)[0])
+        for _ in range(3)
+    ]
+    longer, shorter = (median(span) * 1e3 for span in zip(*spans, strict=True))
+    return Row(
+        f"{name}: {CURVES} : {CURVES // 2}",
+        median(all_of_it / half for all_of_it, half in spans),
+        at_most=GROWING[name].at_most,
+        note=f"{longer:.0f} ms : {shorter:.0f} ms",
+    )
+
+
+def rows_of_growth() -> list[Row]:
+    """Return the growth of each work.
+
+    What is walked in another order than it was made in can't grow less than the same objects do
+    without a model, so its bound is taken from them.
+    """
+    rows = {name: growth(name) for name in GROWING}
+    at_most = max(LINEAR, 1.15 * rows[BY_HAND].ratio)
+    rows[SHUFFLED] = replace(rows[SHUFFLED], at_most=at_most)
+    return list(rows.values())
+
+
 def rows() -> list[Row]:
     """Return all ratios."""
     return [
         against_plain(20, rounds=5),
         against_plain(1, rounds=5),
         against_plain(500, rounds=1),
-        linearity("curves in 100 layers", lambda n: build_and_serialize(NATIVE, 100, n // 100)),
-        linearity("curves in one layer", lambda n: build_and_serialize(NATIVE, 1, n)),
-        linearity("layers of one curve", lambda n: build_and_serialize(NATIVE, n, 1)),
-        *(
-            linearity(f"verticals, {order.__name__}", partial(create_verticals, order))
-            for order in (ascending, descending)
-        ),
-        *linearity_beside(
-            "verticals, shuffled",
-            partial(create_verticals, shuffled),
-            "verticals without a model, sorted once",
-            partial(sort_verticals_once, shuffled),
-        ),
-        *linearity_beside(
-            "boundaries, descending",
-            partial(create_boundaries, descending),
-            "boundaries, ascending",
-            partial(create_boundaries, ascending),
-        ),
-        linearity(
-            "curves in 100 layers, with garbage collection",
-            lambda n: build_and_serialize(NATIVE, 100, n // 100),
-            at_most=None,
-        ),
-        linearity("objects in a list, with garbage collection", list_objects, at_most=None),
+        *rows_of_growth(),
         *memory(),
     ]
 
 
 def main(arguments: list[str]) -> None:
-    if arguments:
-        module, count = arguments
-        print(*bytes_each(module, int(count)))
-        return
-    from benchmarks.__main__ import show
+    match arguments:
+        case ["bytes", module, count]:
+            print(*bytes_each(module, int(count)))
+        case ["seconds", work, count]:
+            print(GROWING[work].seconds(int(count)))
+        case _:
+            from benchmarks.__main__ import show
 
-    report = rows()
-    show(report)
-    print(json.dumps([{**asdict(row), "holds": row.holds} for row in report], indent=1))
+            report = rows()
+            show(report)
+            print(json.dumps([{**asdict(row), "holds": row.holds} for row in report], indent=1))
 
 
 if __name__ == "__main__":
