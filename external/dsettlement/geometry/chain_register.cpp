@@ -43,11 +43,6 @@ bool ChainRegister::take(const State& state, Source source) {
   return read_lists(state);
 }
 
-void ChainRegister::doubt() {
-  put_in_order();
-  certainty_.lose();
-}
-
 Ref ChainRegister::curve(const State& state, const CurveKey& key) const {
   Ref found;
   static_cast<void>(curves_.find(HashOf()(key), [&](Place place) {

@@ -1,19 +1,17 @@
 // What boundaries and pl-lines a model has, with their curves, found without searching.
 #pragma once
 
-#include <optional>
-#include <utility>
 #include <vector>
 
-#include "geometry/certainty.hpp"
 #include "geometry/chain_index.hpp"
 #include "geometry/late_order.hpp"
+#include "geometry/mirror.hpp"
 
 namespace dsettlement::geometry {
 
 // Mirrors a model's lists of boundaries and pl-lines. It holds as long as nobody but this register
 // has had its hands on the lists or on the objects in them.
-class ChainRegister {
+class ChainRegister : public Mirror<ChainRegister> {
  public:
   struct Source {
     host::Ref boundaries;
@@ -23,30 +21,8 @@ class ChainRegister {
   // Whether the register holds for these lists.
   [[nodiscard]] bool mirrors(const State& state, const Source& source) const;
 
-  // Reads the lists that `look` finds, if any, for a register that has forgotten all before. Does
-  // not come to hold as long as something in them is not plain, or somebody else holds on to what
-  // can change.
-  template <typename Look>
-  [[nodiscard]] bool read(const State& state, Look&& look) {
-    const auto take_found = [&] {
-      std::optional<Source> source = look();
-      return source && take(state, *std::move(source));
-    };
-    if (!certainty_.regain(take_found)) clear();
-    return static_cast<bool>(certainty_);
-  }
-
   // Puts the boundaries in order for somebody who is about to look at them.
   void put_in_order() { order_.put(source_.boundaries.get()); }
-
-  // The same for somebody who may change the lists.
-  void doubt();
-
-  // Lets go of all that is known, with the boundaries in order.
-  void forget() {
-    put_in_order();
-    clear();
-  }
 
   // Whether there are equal curves, or equal chains, that are different objects.
   [[nodiscard]] bool has_twins() const noexcept { return has_twins_; }
@@ -67,6 +43,7 @@ class ChainRegister {
   void clear() noexcept;
 
  private:
+  friend Mirror;
   [[nodiscard]] bool take(const State& state, Source source);
   [[nodiscard]] bool read_lists(const State& state);
   [[nodiscard]] bool read_boundary(const State& state, host::Handle boundary);
@@ -81,7 +58,6 @@ class ChainRegister {
   };
   [[nodiscard]] host::Ref curve_at(const State& state, Place place) const;
 
-  Certainty certainty_;
   bool has_twins_ = false;
   Source source_;
   std::uint64_t changes_ = 0;

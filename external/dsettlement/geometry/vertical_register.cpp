@@ -1,5 +1,7 @@
 #include "geometry/vertical_register.hpp"
 
+#include <utility>
+
 #include "geometry/plain.hpp"
 
 namespace dsettlement::geometry {
@@ -22,11 +24,6 @@ bool VerticalRegister::take(const State& state, Source source) {
   source_ = std::move(source);
   changes_ = state.model.vertical_changes.count;
   return read_list(state);
-}
-
-void VerticalRegister::doubt() {
-  put_in_order();
-  certainty_.lose();
 }
 
 std::optional<Ref> VerticalRegister::at(const State& state, double x) const {

@@ -2,46 +2,23 @@
 #pragma once
 
 #include <optional>
-#include <utility>
 
-#include "geometry/certainty.hpp"
 #include "geometry/hashed_list.hpp"
 #include "geometry/key.hpp"
 #include "geometry/late_order.hpp"
+#include "geometry/mirror.hpp"
 #include "geometry/state.hpp"
 
 namespace dsettlement::geometry {
 
 // Mirrors a model's list of verticals. It holds as long as nobody but this register has had its
 // hands on the list or on the objects in it.
-class VerticalRegister {
+class VerticalRegister : public Mirror<VerticalRegister> {
  public:
   using Source = host::Ref;
 
   // Whether the register holds for this list.
   [[nodiscard]] bool mirrors(const State& state, const Source& source) const;
-
-  // Reads the list that `look` finds, if any, for a register that has forgotten all before. Does
-  // not come to hold as long as something in it is not plain or out of order, or somebody else
-  // holds on to it.
-  template <typename Look>
-  [[nodiscard]] bool read(const State& state, Look&& look) {
-    const auto take_found = [&] {
-      std::optional<Source> source = look();
-      return source && take(state, *std::move(source));
-    };
-    if (!certainty_.regain(take_found)) clear();
-    return static_cast<bool>(certainty_);
-  }
-
-  // Puts the list in order for somebody who may change it.
-  void doubt();
-
-  // Lets go of all that is known, with the list in order.
-  void forget() {
-    put_in_order();
-    clear();
-  }
 
   // The first vertical at x, or an empty Ref; nothing if it is not where it was.
   [[nodiscard]] std::optional<host::Ref> at(const State& state, double x) const;
@@ -54,11 +31,11 @@ class VerticalRegister {
   void clear() noexcept;
 
  private:
+  friend Mirror;
   void put_in_order() { order_.put(source_.get()); }
   [[nodiscard]] bool take(const State& state, Source source);
   [[nodiscard]] bool read_list(const State& state);
 
-  Certainty certainty_;
   std::uint64_t changes_ = 0;
   Source source_;
   LateOrder order_;
