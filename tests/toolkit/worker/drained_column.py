@@ -1,27 +1,13 @@
 """Columns and drains made for the tests of the worker."""
 
-from sembra.local.worker.drains import Drains, DrainWater
-from sembra.local.worker.horizontal_flow import HorizontalFlow, RadialFlow
-from sembra.local.worker.model import (
-    Column,
-    Layer,
-    Material,
-    Options,
-    PreconsolidationOption,
-    PreconsolidationType,
-)
+from sembra.local.worker.consolidation.drains import Drains, DrainWater
+from sembra.local.worker.consolidation.horizontal_flow import HorizontalFlow, RadialFlow
+from sembra.local.worker.ground.column import Column, Layer
+from sembra.local.worker.ground.material import Material
+from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
+from sembra.local.worker.options import Options
 
-SECONDS = 86400.0
 FLOW = RadialFlow(influence_diameter=2.0, drain_diameter=0.2)
-
-
-def material(
-    *, cv: float = 0.01, drained: bool = False, horizontal_factor: float = 1.0
-) -> Material:
-    """A material with its coefficient of consolidation in m²/day."""
-    kind = PreconsolidationType.PC
-    koppejan = (0, 1, 0, 50, 10, 500, 100, 50, 500)
-    return Material("Clay", 15, 18, drained, cv / SECONDS, kind, *koppejan, horizontal_factor)
 
 
 def column(*layers: tuple[float, Material], water: float = 0.0) -> Column:

@@ -25,6 +25,9 @@ SOIL: dict[str, float] = {
     "SoilAp": 40.0,
     "SoilAsec": 250.0,
     "SoilPermeabilityHorFactor": 1.0,
+    "SoilPermeabilityVer": 1e-4,
+    "SoilStorageType": 1,
+    "SoilPermeabilityStrainModulus": 1e15,
 }
 
 MODEL = {

@@ -2,12 +2,14 @@
 
 import numpy as np
 import pytest
-from sembra.local.worker.consolidation import clusters, degrees_of_consolidation
+from sembra.local.worker.consolidation.degrees import degrees_of_consolidation
+from sembra.local.worker.consolidation.clusters import clusters
+from sembra.local.worker.consolidation.terzaghi_series import mean_degree
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.model import Column, Layer, Material, PreconsolidationType
-from sembra.local.worker.terzaghi import mean_degree
+from sembra.local.worker.ground.column import Column, Layer
+from sembra.local.worker.ground.material import Material
 
-SECONDS = 86400.0
+from tests.toolkit.worker.made_material import material
 
 # Degree of consolidation against the time factor, as printed in textbooks of soil mechanics.
 TABLE = [
@@ -24,10 +26,6 @@ TABLE = [
 ]
 
 
-def material(*, cv: float = 1e-8, drained: bool = False) -> Material:
-    return Material("Clay", 15, 18, drained, cv, PreconsolidationType.PC, 0, 1, 0, 1, 1, 1, 1, 1, 1)
-
-
 def column(*layers: tuple[float, Material]) -> Column:
     """A column from level 0 down, of pairs of thickness and material."""
     top, stacked = 0.0, []
@@ -40,7 +38,7 @@ def column(*layers: tuple[float, Material]) -> Column:
 @pytest.mark.parametrize(("time_factor", "degree"), TABLE)
 def test_published_table(time_factor: float, degree: float) -> None:
     drainage_length = 2.0
-    time = time_factor * drainage_length**2 / (1e-8 * SECONDS)
+    time = time_factor * drainage_length**2 / 1e-2
     clay = column((2 * drainage_length, material()))
     result = degrees_of_consolidation(clay, np.array([time]), True, True)
     assert result[0, 0] == pytest.approx(degree, abs=0.002)
@@ -90,7 +88,7 @@ def finite_differences(time: float, cells: int = 300) -> tuple[float, float]:
 
 @pytest.mark.parametrize("time", [0.05, 0.5, 2.0])
 def test_layers_of_a_cluster_against_finite_differences(time: float) -> None:
-    cv = 1 / SECONDS
+    cv = 1.0
     layers = [(1.0, material(cv=cv)), (4.0, material(cv=4 * cv))]
     downwards = degrees_of_consolidation(column(*layers), np.array([time]), True, False)
     assert downwards[:, 0] == pytest.approx(finite_differences(time), abs=2e-4)

@@ -3,11 +3,13 @@
 from itertools import pairwise
 
 import pytest
-from sembra.local.worker.discretisation import make_mesh
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.model import Column, Layer, Material, PreconsolidationType
+from sembra.local.worker.ground.column import Column, Layer
+from sembra.local.worker.ground.mesh import make_mesh
 
-CLAY = Material("Clay", 15, 18, True, 0, PreconsolidationType.PC, 0, 1, 0, 1, 1, 1, 1, 1, 1)
+from tests.toolkit.worker.made_material import material
+
+CLAY = material(drained=True)
 
 
 def column(*levels: float, phreatic_level: float = -100.0) -> Column:

@@ -1,10 +1,10 @@
 """Reading the section of the drains."""
 
 import pytest
-from sembra.local.worker.drains import DrainWater
-from sembra.local.worker.horizontal_flow import PlaneFlow, RadialFlow, strip_diameter
+from sembra.local.worker.consolidation.drains import DrainWater
+from sembra.local.worker.consolidation.horizontal_flow import PlaneFlow, RadialFlow, strip_diameter
+from sembra.local.worker.input import read_project
 from sembra.local.worker.project import Project
-from sembra.local.worker.sli import read_project
 
 from tests.toolkit.worker.drain_section import SECTION, with_drains
 from tests.toolkit.worker.input_file import input_text, refused

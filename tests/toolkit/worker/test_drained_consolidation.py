@@ -2,11 +2,12 @@
 
 import numpy as np
 import pytest
-from sembra.local.worker.consolidation import degrees_of_consolidation
+from sembra.local.worker.consolidation.degrees import degrees_of_consolidation
+from sembra.local.worker.consolidation.horizontal_flow import PlaneFlow
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.horizontal_flow import PlaneFlow
 
-from tests.toolkit.worker.drained_column import FLOW, column, drains, material
+from tests.toolkit.worker.drained_column import FLOW, column, drains
+from tests.toolkit.worker.made_material import material
 
 TIMES = np.array([0.0, 1.0, 10.0, 50.0, 200.0])
 

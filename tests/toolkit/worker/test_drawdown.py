@@ -2,12 +2,13 @@
 
 import numpy as np
 import pytest
-from sembra.local.worker.drains import DrainWater
-from sembra.local.worker.drawdown import drawdowns
+from sembra.local.worker.consolidation.drains import DrainWater
+from sembra.local.worker.consolidation.drawdown import drawdowns
+from sembra.local.worker.consolidation.horizontal_flow import PlaneFlow
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.horizontal_flow import PlaneFlow
 
-from tests.toolkit.worker.drained_column import FLOW, column, drains, material, options
+from tests.toolkit.worker.drained_column import FLOW, column, drains, options
+from tests.toolkit.worker.made_material import material
 
 LEAKAGE = FLOW.leakage(0.01)
 CLAY = column((4.0, material()), water=1.0)

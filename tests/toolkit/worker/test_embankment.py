@@ -4,11 +4,10 @@ from math import pi
 
 import numpy as np
 import pytest
-from sembra.local.worker.embankment import Embankment, Site, StripLoad, strip_loads
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.geometry import Polyline
-from sembra.local.worker.model import Distribution
-from sembra.local.worker.spreading import strip_share
+from sembra.local.worker.ground.cross_section import Polyline
+from sembra.local.worker.loads.non_uniform import Embankment, Site, StripLoad, strip_loads
+from sembra.local.worker.loads.spreading import Distribution, strip_share
 
 from tests.toolkit.worker.input_file import calculated, input_text, refused
 from tests.toolkit.worker.result_file import verticals

@@ -5,13 +5,13 @@ from base64 import b64decode
 import pytest
 from sembra.local.worker import run_job
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.geometry import Geometry2D, LayerBetween, Polyline
-from sembra.local.worker.model import Material, PreconsolidationType
+from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween, Polyline
 
 from tests.toolkit.worker.input_file import calculated, input_text, job, refused
+from tests.toolkit.worker.made_material import material
 from tests.toolkit.worker.result_file import residuals, verticals
 
-CLAY = Material("Clay", 15, 18, True, 0, PreconsolidationType.PC, 0, 1, 0, 1, 1, 1, 1, 1, 1)
+CLAY = material(drained=True)
 SURFACE = Polyline(((0.0, 0.0), (40.0, 0.0), (50.0, 5.0), (100.0, 5.0)))
 MIDDLE = Polyline(((0.0, -3.0), (100.0, -3.0)))
 BOTTOM = Polyline(((0.0, -10.0), (100.0, -12.0)))
@@ -170,7 +170,7 @@ def test_every_vertical_is_progress() -> None:
         (
             "         3     4",
             "         3     9",
-            "section [CURVES], line 53: point 9 does not exist",
+            "section [CURVES], line 56: point 9 does not exist",
         ),
         ("       0 - Boundarynumber", "       7 - Boundarynumber", "boundary 7 does not exist"),
         ("       Clay\n", "       Mud\n", 'the material "Mud" is unknown'),

@@ -4,7 +4,7 @@ import math
 
 import numpy as np
 import pytest
-from sembra.local.worker.horizontal_flow import PlaneFlow, RadialFlow, strip_diameter
+from sembra.local.worker.consolidation.horizontal_flow import PlaneFlow, RadialFlow, strip_diameter
 
 # Time factors c_h t / D² for radial flow under equal strain, as tabulated after Leonards (1962).
 DEGREES = (0.10, 0.20, 0.30, 0.40, 0.50, 0.60, 0.80, 0.90, 0.95)

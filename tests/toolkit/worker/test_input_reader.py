@@ -2,8 +2,8 @@
 
 import numpy as np
 import pytest
-from sembra.local.worker.model import PreconsolidationOption
-from sembra.local.worker.sli import read_project
+from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
+from sembra.local.worker.input import read_project
 
 from tests.toolkit.worker.input_file import calculated, input_text, refused
 from tests.toolkit.worker.result_file import verticals

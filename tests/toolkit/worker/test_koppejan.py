@@ -1,13 +1,12 @@
 """Strain by the method of Koppejan, against the formulas worked by hand."""
 
 from itertools import pairwise
-from math import exp, log, log10
+from math import log, log10
 
 import numpy as np
 import pytest
-from sembra.local.worker.koppejan import (
+from sembra.local.worker.soil_models.koppejan import (
     Compressibility,
-    linear_strain,
     secular_factor,
     stress_path,
 )
@@ -50,10 +49,6 @@ def test_strain_of_all_kinds() -> None:
 def test_secular_factor_is_one_after_nine_reference_times() -> None:
     factors = secular_factor(np.array([-1.0, 0.0, 36.0]), 4.0)
     assert factors == pytest.approx([0, 0, 1])
-
-
-def test_linear_out_of_natural_strain() -> None:
-    assert linear_strain(np.array([0.3])) == pytest.approx([1 - exp(-0.3)])
 
 
 def test_one_layer_by_hand() -> None:

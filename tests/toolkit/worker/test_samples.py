@@ -5,10 +5,11 @@ from itertools import zip_longest
 
 import numpy as np
 import pytest
-from sembra.local.worker.consolidation import degrees_of_consolidation
-from sembra.local.worker.sections import read_whole
-from sembra.local.worker.sli.geometry_2d import read_geometry
-from sembra.local.worker.sli.soils import read_materials
+from sembra.local.worker.soil_models.bjerrum import Bjerrum
+from sembra.local.worker.consolidation.degrees import degrees_of_consolidation
+from sembra.local.worker.input.geometry_2d import read_geometry
+from sembra.local.worker.input.sections import read_whole
+from sembra.local.worker.input.soils import read_materials
 
 from tests.toolkit.samples import FOLDER, needs_samples
 from tests.toolkit.worker.drained_sample import drained_columns
@@ -73,7 +74,7 @@ def dissipation(text: str) -> list[np.ndarray]:
 
 def test_consolidation_of_layers_of_different_cv() -> None:
     whole = read_whole((FOLDER / "Tutorial-1c.sli").read_text("ascii"))
-    column = read_geometry(whole, read_materials(whole)).column(50.0, 0.0)
+    column = read_geometry(whole, read_materials(whole, Bjerrum)).column(50.0, 0.0)
     expected = dissipation((FOLDER / "Tutorial-1c.sld").read_text("ascii"))
     times = expected[0][:, 0]
     degrees = degrees_of_consolidation(column, times, True, True)

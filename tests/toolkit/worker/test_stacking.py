@@ -4,8 +4,8 @@ from itertools import permutations
 
 import numpy as np
 import pytest
-from sembra.local.worker.embankment import strip_loads
 from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.loads.non_uniform import strip_loads
 
 from tests.toolkit.worker.test_embankment import (
     embankment,

@@ -2,11 +2,14 @@
 
 import numpy as np
 import pytest
-from sembra.local.worker.model import Column, Layer, Material, PreconsolidationType, UniformLoad
-from sembra.local.worker.stresses import load_stress, pore_pressure, soil_stress
+from sembra.local.worker.ground.column import Column, Layer
+from sembra.local.worker.ground.stresses import load_stress, pore_pressure, soil_stress
+from sembra.local.worker.loads.uniform import UniformLoad
 
-CLAY = Material("Clay", 15, 18, True, 0, PreconsolidationType.PC, 0, 1, 0, 1, 1, 1, 1, 1, 1)
-SAND = Material("Sand", 17, 20, True, 0, PreconsolidationType.PC, 0, 1, 0, 1, 1, 1, 1, 1, 1)
+from tests.toolkit.worker.made_material import material
+
+CLAY = material(drained=True)
+SAND = material("Sand", 17, 20, drained=True)
 
 
 def column(phreatic_level: float) -> Column:

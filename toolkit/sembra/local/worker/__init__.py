@@ -5,8 +5,6 @@ non-uniform ones, with or without vertical drains. What it doesn't cover ends a 
 that says so.
 """
 
-from __future__ import annotations
-
-from .job import run_job
+from sembra.local.worker.job import run_job
 
 __all__ = ["run_job"]

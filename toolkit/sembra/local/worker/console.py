@@ -11,15 +11,13 @@ and input.error.log. The calculation has succeeded when the program ends with ex
 input.sld exists.
 """
 
-from __future__ import annotations
-
 import os
 import shlex
 import subprocess
 import tempfile
 from pathlib import Path
 
-from .errors import WorkerError
+from sembra.local.worker.errors import WorkerError
 
 SETTING = "SEMBRA_DSETTLEMENT_CONSOLE"
 RESULT_EXTENSIONS = (".sld", ".slo", ".err", ".error.log")

@@ -4,7 +4,7 @@ A message goes to the user of the module as it stands here, so it is written in 
 its text doesn't change once released: callers map whole messages to exceptions of their own.
 """
 
-from __future__ import annotations
+from typing import Self
 
 UNSUPPORTED_MODEL = "The worker calculates NEN-Koppejan with Terzaghi consolidation only."
 UNSUPPORTED_JOB = 'The worker runs version 1 of "dsettlement" only.'
@@ -39,6 +39,6 @@ class NotCoveredError(WorkerError):
     """An input file that asks for what the worker doesn't calculate."""
 
     @classmethod
-    def of(cls, what: str) -> NotCoveredError:
+    def of(cls, what: str) -> Self:
         """The error that names the one thing that isn't covered."""
         return cls(NOT_COVERED.format(what=what))

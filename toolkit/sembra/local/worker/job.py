@@ -1,7 +1,5 @@
 """One job of the worker: an input file goes in, result files or an error message come out."""
 
-from __future__ import annotations
-
 import base64
 import binascii
 from collections.abc import Callable
@@ -9,11 +7,17 @@ from typing import Any
 
 import numpy as np
 
-from .console import configured_command, run_console
-from .errors import INTERNAL_ERROR, INVALID_BODY, OUT_OF_RANGE, UNSUPPORTED_JOB, WorkerError
-from .settlement import calculate
-from .sld import write_results
-from .sli import read_project
+from sembra.local.worker.console import configured_command, run_console
+from sembra.local.worker.errors import (
+    INTERNAL_ERROR,
+    INVALID_BODY,
+    OUT_OF_RANGE,
+    UNSUPPORTED_JOB,
+    WorkerError,
+)
+from sembra.local.worker.input import read_project
+from sembra.local.worker.result import write_results
+from sembra.local.worker.settlement import calculate
 
 _NAME = "dsettlement"
 _VERSION = 1

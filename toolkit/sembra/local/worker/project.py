@@ -1,11 +1,12 @@
 """All that is read from an input file."""
 
-from __future__ import annotations
-
 from dataclasses import dataclass
 
-from .drains import Drains
-from .model import Column, Load, Options
+from sembra.local.worker.consolidation.drains import Drains
+from sembra.local.worker.ground.column import Column
+from sembra.local.worker.loads.load import Load
+from sembra.local.worker.options import Options
+from sembra.local.worker.soil_models.soil_model import SoilModel
 
 
 @dataclass(frozen=True)
@@ -15,6 +16,7 @@ class Project:
     `load_areas` holds the cross-sections in m² of the loads that have one.
     """
 
+    soil_model: type[SoilModel]
     columns: tuple[Column, ...]
     loads: tuple[Load, ...]
     options: Options

@@ -1,32 +1,29 @@
 """Settlement of one column: from stresses to settlement at every node and time."""
 
-from __future__ import annotations
-
 from collections.abc import Callable, Sequence
 from dataclasses import dataclass
 
 import numpy as np
 
-from .consolidation import degrees_of_consolidation
-from .discretisation import Mesh, make_mesh
-from .drawdown import drawdowns
-from .errors import OUT_OF_RANGE, WorkerError
-from .koppejan import (
-    StressPath,
-    linear_strain,
-    primary_constants,
-    secular_constants,
-    secular_factor,
-    stress_path,
+from sembra.local.worker.arrays import Floats
+from sembra.local.worker.consolidation.degrees import degrees_of_consolidation
+from sembra.local.worker.consolidation.drawdown import drawdowns
+from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
+from sembra.local.worker.ground.column import Column
+from sembra.local.worker.ground.mesh import Mesh, make_mesh
+from sembra.local.worker.ground.preconsolidation import preconsolidation_pressure
+from sembra.local.worker.ground.stresses import (
+    initial_effective_stress,
+    middle_effective_stress,
+    pore_pressures,
 )
-from .layer_settlement import LayerSettlement, layer_settlements
-from .load_steps import LoadStep, element_stress, load_steps, lowering
-from .model import Column, Floats
-from .preconsolidation import preconsolidation_pressure
-from .project import Project
-from .stresses import initial_effective_stress, middle_effective_stress, pore_pressures
-from .timesteps import calculation_times
-from .unstated_constants import check_constants
+from sembra.local.worker.loads.load_steps import LoadStep, element_stress, load_steps, lowering
+from sembra.local.worker.project import Project
+from sembra.local.worker.soil_models.koppejan import Koppejan
+from sembra.local.worker.soil_models.layer_settlement import LayerSettlement, layer_settlements
+from sembra.local.worker.soil_models.soil_model import Elements, StressStep
+from sembra.local.worker.soil_models.unstated_constants import check_constants
+from sembra.local.worker.timesteps import calculation_times
 
 
 @dataclass(frozen=True)
@@ -88,33 +85,51 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
     water = pore_pressures(column, mesh, options.water_unit_weight)
     lowered = drawdowns(column, drains, options) if drains else []
     steps = load_steps(column, mesh, initial, project.loads, lowered)
-    pressure, paths = _stress_paths(column, mesh, initial, steps, project)
+    model = project.soil_model(_elements(column, mesh, initial, project), options)
+    assert isinstance(model, Koppejan)
+    stresses = [element_stress(mesh, step.effective) for step in steps]
+    paths = model.paths(stresses)
     check_constants(column, mesh, steps, paths)
     starts = [step.time for step in steps] + ([drains.start] if drains else [])
     times = calculation_times(starts, options.end, project.residual_times)
 
-    load_settlements, strain = _strain(column, mesh, times, steps, paths, project)
-    settlements = _from_bottom(strain * mesh.thicknesses)
+    degrees = np.array(
+        [
+            degrees_of_consolidation(
+                column,
+                times - step.time,
+                options.drained_top,
+                options.drained_bottom,
+                drains,
+                step.time,
+            )[mesh.element_layers].T
+            for step in steps
+        ]
+    )
+    stress_steps = [
+        StressStep(step.time, stress) for step, stress in zip(steps, stresses, strict=True)
+    ]
+    strains = model.strains(stress_steps, times, degrees)
+    settlements = _from_bottom(strains[-1] * mesh.thicknesses)
     final_water = pore_pressures(column, mesh, options.water_unit_weight, settlements[-1])
     final_water -= lowering(mesh, lowered, options.end)
-    materials = [column.layers[layer].material for layer in mesh.element_layers]
     return ColumnResult(
         column=column,
         mesh=mesh,
         times=times,
-        load_settlements=load_settlements,
+        load_settlements=(strains @ mesh.thicknesses).T,
         settlements=settlements,
         loading=_loading(times, initial, steps),
         initial_total=initial + water,
         initial_water=water,
-        preconsolidation=pressure,
+        preconsolidation=model.pressures(stresses),
         final_total=steps[-1].effective + final_water,
         final_water=final_water,
         layer_settlements=layer_settlements(
             mesh,
             paths,
-            primary_constants(materials),
-            secular_constants(materials),
+            model.primary,
+            model.secular,
             len(column.layers),
         ),
         dissipation=degrees_of_consolidation(
@@ -123,55 +138,18 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
     )
 
 
-def _stress_paths(
-    column: Column, mesh: Mesh, initial: Floats, steps: Sequence[LoadStep], project: Project
-) -> tuple[Floats, list[StressPath]]:
-    """The preconsolidation pressure of the last step, and the path of every step, per element."""
-    option = project.options.preconsolidation
-    at_middle = middle_effective_stress(column, project.loads, project.options.water_unit_weight)
-    before = highest = element_stress(mesh, initial)
-    pressure = preconsolidation_pressure(column, mesh, before, at_middle, option)
-    paths = []
-    for step in steps:
-        after = element_stress(mesh, step.effective)
-        if option.corrected_at_every_step:
-            pressure = np.maximum(pressure, highest)
-        paths.append(stress_path(before, after, pressure))
-        highest = np.maximum(highest, after)
-        before = after
-    return pressure, paths
-
-
-def _strain(
-    column: Column,
-    mesh: Mesh,
-    times: Floats,
-    steps: Sequence[LoadStep],
-    paths: Sequence[StressPath],
-    project: Project,
-) -> tuple[Floats, Floats]:
-    """Settlement of the surface by the first load step, the first two, and so on; final strain.
-
-    Shapes (times, load steps) and (times, elements). Strain is relative to the initial height.
-    Consolidation holds back primary strain alone; secular strain starts with the load.
-    """
-    options = project.options
-    drains = project.drains_around(column)
+def _elements(column: Column, mesh: Mesh, initial: Floats, project: Project) -> Elements:
+    """Return the elements of a column in their initial state."""
     materials = [column.layers[layer].material for layer in mesh.element_layers]
-    primary, secular = primary_constants(materials), secular_constants(materials)
-    load_settlements = np.empty((len(times), len(steps)))
-    total = np.zeros((len(times), len(mesh.thicknesses)))
-    strain = total
-    for index, (step, path) in enumerate(zip(steps, paths, strict=True)):
-        since = times - step.time
-        degrees = degrees_of_consolidation(
-            column, since, options.drained_top, options.drained_bottom, drains, step.time
-        )
-        total += degrees[mesh.element_layers].T * primary.strain(path)
-        total += secular_factor(since, options.reference_time)[:, None] * secular.strain(path)
-        strain = linear_strain(total) if options.natural_strain else total
-        load_settlements[:, index] = strain @ mesh.thicknesses
-    return load_settlements, strain
+    stress = element_stress(mesh, initial)
+    at_middle = middle_effective_stress(column, project.loads, project.options.water_unit_weight)
+    pressure = preconsolidation_pressure(
+        [material.preconsolidation for material in materials],
+        stress,
+        at_middle[mesh.element_layers],
+        project.options.preconsolidation,
+    )
+    return Elements(materials, stress, pressure)
 
 
 def _from_bottom(compressions: Floats) -> Floats:

@@ -6,14 +6,12 @@ second time would be two tenths of a day. The factor is then bent so that the la
 the load step.
 """
 
-from __future__ import annotations
-
 import math
 from collections.abc import Iterable, Sequence
 
 import numpy as np
 
-from .model import Floats
+from sembra.local.worker.arrays import Floats
 
 FIRST_STEP = 0.1
 _FACTOR = 10.0**0.1

@@ -1,0 +1,1 @@
+"""Consolidation: how water leaves the ground, and what holds strain back meanwhile."""

@@ -1,0 +1,143 @@
+"""A cross-section, and the columns that verticals cut out of it."""
+
+import itertools
+from dataclasses import dataclass, replace
+from typing import ClassVar
+
+from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.ground.column import Column, Layer
+from sembra.local.worker.ground.material import Material
+
+_THINNEST = 1e-4
+
+
+@dataclass(frozen=True)
+class Polyline:
+    """A line through points from left to right.
+
+    Raises:
+        ValueError: there are fewer than two points, or x decreases.
+    """
+
+    points: tuple[tuple[float, float], ...]
+
+    def __post_init__(self) -> None:
+        if len(self.points) < 2:
+            raise ValueError("a line needs at least two points")
+        if any(a[0] > b[0] for a, b in itertools.pairwise(self.points)):
+            raise ValueError("a line should run from left to right")
+
+    def level(self, x: float) -> float:
+        """The level at x; at a vertical part of the line, the level of its first point.
+
+        Raises:
+            WorkerError: the line has no point at x.
+        """
+        for (x1, y1), (x2, y2) in itertools.pairwise(self.points):
+            if x1 <= x <= x2:
+                return y1 if x1 == x2 else y1 + (y2 - y1) * (x - x1) / (x2 - x1)
+        raise WorkerError(f"The vertical at x = {x:g} m lies outside the geometry.")
+
+
+@dataclass(frozen=True)
+class LayerBetween:
+    """A layer between two boundaries.
+
+    The pore pressure at its top and bottom follows a piezometric level line, is absent, or is
+    interpolated over the depth between the nearest known pressures above and below.
+    """
+
+    NO_PRESSURE: ClassVar[int] = 0
+    INTERPOLATED: ClassVar[int] = 99
+
+    top: Polyline
+    bottom: Polyline
+    material: Material
+    head_top: Polyline | int
+    head_bottom: Polyline | int
+
+
+@dataclass(frozen=True)
+class LevelGround:
+    """Ground that is the same everywhere."""
+
+    ground: Column
+
+    def column(self, x: float, z: float) -> Column:
+        """The column below a vertical at x."""
+        return replace(self.ground, x=x, z=z)
+
+
+@dataclass(frozen=True)
+class Geometry2D:
+    """Layers from top to bottom, and the phreatic line."""
+
+    layers: tuple[LayerBetween, ...]
+    phreatic_line: Polyline
+
+    def column(self, x: float, z: float) -> Column:
+        """The column below the surface at x.
+
+        Layers that have no thickness at x are left out.
+
+        Raises:
+            WorkerError: x lies outside the geometry, layers overlap, or a pore pressure has
+                nothing to be interpolated from.
+        """
+        heads = _heads(self.layers, x)
+        layers: list[Layer] = []
+        for layer, (head_top, head_bottom) in zip(self.layers, heads, strict=True):
+            top = layers[-1].bottom if layers else layer.top.level(x)
+            bottom = layer.bottom.level(x)
+            if top - bottom < -_THINNEST:
+                raise WorkerError(
+                    f"At x = {x:g} m the bottom of the layer of {layer.material.name} lies above "
+                    "its top. Layers lie one on the other from bottom to top, and do not cross."
+                )
+            if top - bottom > _THINNEST:
+                layers.append(Layer(top, bottom, layer.material, head_top, head_bottom))
+        if not layers:
+            raise WorkerError(f"There is no layer at x = {x:g} m.")
+        return Column(x, z, tuple(layers), self.phreatic_line.level(x))
+
+
+def _heads(layers: tuple[LayerBetween, ...], x: float) -> list[tuple[float, float]]:
+    """Piezometric levels at top and bottom of each layer.
+
+    A side without pressure has the level of the side itself.
+    """
+    sides = [
+        side
+        for layer in layers
+        for side in (
+            (layer.top.level(x), layer.head_top),
+            (layer.bottom.level(x), layer.head_bottom),
+        )
+    ]
+    known = {
+        index: max((level if isinstance(head, int) else head.level(x)) - level, 0.0)
+        for index, (level, head) in enumerate(sides)
+        if head != LayerBetween.INTERPOLATED
+    }
+    heads = []
+    for index, (level, head) in enumerate(sides):
+        if isinstance(head, Polyline):
+            heads.append(head.level(x))
+        elif index in known:
+            heads.append(level)
+        else:
+            heads.append(level + _interpolated(index, [side[0] for side in sides], known, x))
+    return list(zip(heads[::2], heads[1::2], strict=True))
+
+
+def _interpolated(index: int, levels: list[float], known: dict[int, float], x: float) -> float:
+    """Height of water at a side, linear in level between the nearest known sides."""
+    above = [other for other in known if other < index]
+    below = [other for other in known if other > index]
+    if not above or not below:
+        raise WorkerError(f"A pore pressure at x = {x:g} m has nothing to be interpolated from.")
+    upper, lower = above[-1], below[0]
+    if levels[upper] == levels[lower]:
+        return known[upper]
+    part = (levels[upper] - levels[index]) / (levels[upper] - levels[lower])
+    return known[upper] + (known[lower] - known[upper]) * part

@@ -1,0 +1,174 @@
+"""The sections MODEL, CALCULATION OPTIONS, WATER and RESIDUAL TIMES, and what isn't covered."""
+
+from sembra.local.worker.errors import UNSUPPORTED_MODEL, InputFileError, NotCoveredError
+from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
+from sembra.local.worker.input.loads import count_loads
+from sembra.local.worker.input.sections import Line, Section, parse_number
+from sembra.local.worker.loads.spreading import Distribution
+from sembra.local.worker.options import Options
+
+_TERZAGHI = 1
+_KOPPEJAN = 0
+
+_UNCOVERED_MODEL_SWITCHES = {
+    "Fit for settlement plate": "the fit for a settlement plate",
+    "Probabilistic": "reliability analysis",
+    "Horizontal displacements": "horizontal displacements",
+    "Secondary swelling": "the separate secondary swelling",
+}
+_UNCOVERED_OPTION_SWITCHES = {
+    "Stress distribution loads": "the stress distribution within loads",
+    "Imaginary surface": "an imaginary surface",
+    "Submerging": "submerging",
+    "Maintain profile": "maintaining the profile",
+    "Use fit factors": "fit factors",
+    "Predict settlements omitting additional loadsteps": "the omission of additional load steps",
+}
+
+
+class Labelled:
+    """A section whose lines read `value : label` or `value = label`."""
+
+    def __init__(self, section: Section) -> None:
+        self._section = section
+        self._lines: dict[str, Line] = {}
+        for line in section.lines:
+            value, _, label = line.text.strip().partition(" ")
+            label = label.strip().lstrip(":=").strip()
+            self._lines.setdefault(label.partition("=")[0].strip(), Line(line.number, value))
+
+    def number(self, label: str) -> float:
+        """The number in front of a label."""
+        line = self._line(label)
+        return parse_number(self._section, line.number, label, line.text)
+
+    def between(self, label: str, least: float, greatest: float) -> float:
+        """The number in front of a label, which lies between two bounds, these included."""
+        value = self.number(label)
+        if not least <= value <= greatest:
+            raise self.error(label, f"{label} should be {least:g} to {greatest:g} and is {value:g}")
+        return value
+
+    def code(self, label: str) -> int:
+        """The whole number in front of a label."""
+        value = self.number(label)
+        if not value.is_integer():
+            raise self.error(label, f"{label} should be a whole number and is {value:g}")
+        return int(value)
+
+    def switch(self, label: str, *, absent: bool | None = None) -> bool:
+        """The switch in front of a label; `absent` is its value in files that don't have it."""
+        if absent is not None and label not in self._lines:
+            return absent
+        value = self.number(label)
+        if value not in (0, 1):
+            raise self.error(label, f"{label} should be 0 or 1 and is {value:g}")
+        return value == 1
+
+    def error(self, label: str, problem: str) -> InputFileError:
+        """An error at the line of a label."""
+        return self._section.error(problem, self._line(label).number)
+
+    def _line(self, label: str) -> Line:
+        try:
+            return self._lines[label]
+        except KeyError:
+            raise self._section.error(f'"{label}" is missing') from None
+
+
+def check_model(whole: Section) -> None:
+    """Refuses a file that asks for more than the worker calculates.
+
+    Raises:
+        NotCoveredError: with what it is in plain words.
+        InputFileError: a section is malformed.
+    """
+    model = Labelled(whole.section("MODEL"))
+    if model.code("Calculation type") != _TERZAGHI or model.code("Model") != _KOPPEJAN:
+        raise NotCoveredError(UNSUPPORTED_MODEL)
+    for label, what in _UNCOVERED_MODEL_SWITCHES.items():
+        if model.switch(label, absent=False):
+            raise NotCoveredError.of(what)
+    options = Labelled(whole.section("CALCULATION OPTIONS"))
+    for label, what in _UNCOVERED_OPTION_SWITCHES.items():
+        if options.switch(label, absent=False):
+            raise NotCoveredError.of(what)
+    if count_loads(whole, "WATER LOADS"):
+        raise NotCoveredError.of("water loads")
+
+
+def read_options(whole: Section) -> Options:
+    """The calculation options of the file.
+
+    Raises:
+        InputFileError: a section is malformed, or a value is out of range.
+    """
+    model = Labelled(whole.section("MODEL"))
+    options = Labelled(whole.section("CALCULATION OPTIONS"))
+    end = options.number("End of consolidation [days]")
+    if end <= 0:
+        raise options.error(
+            "End of consolidation [days]", "the end of consolidation should lie after time 0"
+        )
+    reference_time = options.number("Reference time")
+    if reference_time <= 0:
+        raise options.error("Reference time", "the reference time should be greater than zero")
+    code = options.code("Precon. pressure within a layer")
+    if code not in list(PreconsolidationOption):
+        raise options.error(
+            "Precon. pressure within a layer", f"the preconsolidation option {code} is unknown"
+        )
+    drained = "Dispersion conditions layer boundaries"
+    return Options(
+        natural_strain=model.switch("Strain type"),
+        preconsolidation=PreconsolidationOption(code),
+        drained_top=options.switch(f"{drained} top"),
+        drained_bottom=options.switch(f"{drained} bottom"),
+        end=end,
+        reference_time=reference_time,
+        dissipation=options.switch("Dissipation"),
+        water_unit_weight=_read_water_unit_weight(whole),
+    )
+
+
+def read_spreading(whole: Section) -> tuple[Distribution, float]:
+    """How stress spreads below loads, and the width in metres of the strips they are cut into.
+
+    Raises:
+        InputFileError: the section is malformed, or a value is out of range.
+    """
+    options = Labelled(whole.section("CALCULATION OPTIONS"))
+    label = "Stress distribution soil"
+    code = options.code(label)
+    if code not in list(Distribution):
+        raise options.error(label, f"the stress distribution {code} is unknown")
+    width = options.number("Load column width non-uniform loads [m]")
+    if width <= 0:
+        raise options.error(
+            "Load column width non-uniform loads [m]",
+            "the load column width should be greater than zero",
+        )
+    return Distribution(code), width
+
+
+def read_residual_times(whole: Section, end: float) -> tuple[float, ...]:
+    """The times, in days, for which the file wants residual settlements.
+
+    Raises:
+        InputFileError: the section is malformed, or a time lies outside 0 to `end`.
+    """
+    cursor = whole.section("RESIDUAL TIMES").cursor()
+    times = []
+    for _ in range(cursor.count("the number of times")):
+        times.append(cursor.number("a time"))
+        if not 0 <= times[-1] <= end:
+            raise cursor.error(f"the time {times[-1]:g} lies outside the calculation")
+    return tuple(times)
+
+
+def _read_water_unit_weight(whole: Section) -> float:
+    cursor = whole.section("WATER").cursor()
+    value = cursor.number("the unit weight of water")
+    if value <= 0:
+        raise cursor.error("the unit weight of water should be greater than zero")
+    return value

@@ -1,0 +1,91 @@
+"""Puts the sections of an input file together."""
+
+from sembra.local.worker.errors import NotCoveredError
+from sembra.local.worker.ground.column import Column
+from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
+from sembra.local.worker.ground.material import Material
+from sembra.local.worker.input.drains import read_drains
+from sembra.local.worker.input.geometry_1d import read_column
+from sembra.local.worker.input.geometry_2d import read_geometry
+from sembra.local.worker.input.loads import read_embankments, read_uniform_loads
+from sembra.local.worker.input.options import (
+    Labelled,
+    check_model,
+    read_options,
+    read_residual_times,
+    read_spreading,
+)
+from sembra.local.worker.input.sections import Section, read_whole
+from sembra.local.worker.input.soils import read_materials
+from sembra.local.worker.loads.load import Load
+from sembra.local.worker.loads.non_uniform import Site, StripLoad, strip_loads
+from sembra.local.worker.options import Options
+from sembra.local.worker.project import Project
+from sembra.local.worker.soil_models.table import SOIL_MODELS
+
+
+def read_project(text: str) -> Project:
+    """The project that the text of an `.sli` file describes.
+
+    Args:
+        text: the file, with CRLF, LF or CR as line ends.
+
+    Raises:
+        InputFileError: the text is malformed; the message names section and line.
+        NotCoveredError: the file asks for what the worker doesn't calculate.
+    """
+    whole = read_whole(text).section("INPUT DATA")
+    check_model(whole)
+    options = read_options(whole)
+    soil_model = SOIL_MODELS[Labelled(whole.section("MODEL")).code("Model")]
+    materials = read_materials(whole, soil_model)
+    ground = _read_ground(whole, materials)
+    embankments = _read_embankments(whole, ground, options)
+    loads: tuple[Load, ...] = (*read_uniform_loads(whole), *embankments)
+    for load in loads:
+        if load.time >= options.end:
+            raise whole.section("CALCULATION OPTIONS").error(
+                f'the load "{load.name}" comes at {load.time:g} days, which is not before '
+                f"the end of consolidation at {options.end:g} days"
+            )
+    columns: list[Column] = []
+    cursor = whole.section("VERTICALS").cursor()
+    for number in range(1, cursor.count("the number of verticals") + 1):
+        x, z = cursor.numbers(f"X and Z of vertical {number}", 2)
+        columns.append(ground.column(x, z))
+    if not columns:
+        raise cursor.error("there are no verticals")
+    return Project(
+        soil_model=soil_model,
+        columns=tuple(columns),
+        loads=loads,
+        options=options,
+        residual_times=read_residual_times(whole, options.end),
+        load_areas=tuple(load.area for load in embankments),
+        drains=read_drains(whole, options.water_unit_weight),
+    )
+
+
+def _read_ground(whole: Section, materials: dict[str, Material]) -> LevelGround | Geometry2D:
+    if Labelled(whole.section("MODEL")).switch("Dimension"):
+        return read_geometry(whole, materials)
+    return LevelGround(read_column(whole, materials))
+
+
+def _read_embankments(
+    whole: Section, ground: LevelGround | Geometry2D, options: Options
+) -> list[StripLoad]:
+    embankments = read_embankments(whole, options.end)
+    if not embankments:
+        return []
+    if isinstance(ground, LevelGround):
+        raise NotCoveredError.of("non-uniform loads on one-dimensional models")
+    distribution, width = read_spreading(whole)
+    site = Site(
+        surface=ground.layers[0].top,
+        phreatic_line=ground.phreatic_line,
+        water_unit_weight=options.water_unit_weight,
+        strip_width=width,
+        distribution=distribution,
+    )
+    return strip_loads(embankments, site)

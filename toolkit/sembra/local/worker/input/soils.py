@@ -1,0 +1,115 @@
+"""The section SOIL COLLECTION: materials by name."""
+
+from collections.abc import Iterable
+
+from sembra.local.worker.errors import InputFileError
+from sembra.local.worker.ground.material import Conductivity, Material, StorageType
+from sembra.local.worker.ground.preconsolidation import (
+    PreconsolidationType,
+    StatedPreconsolidation,
+)
+from sembra.local.worker.input.sections import Line, Section, parse_number
+from sembra.local.worker.soil_models.soil_model import SoilModel
+
+
+class SoilValues:
+    """The `SoilX=value` lines of one material."""
+
+    def __init__(self, section: Section) -> None:
+        self._section = section
+        self._values = section.values()
+
+    def number(self, key: str) -> float:
+        """Value of a key, as a number."""
+        line = self._line(key)
+        return parse_number(self._section, line.number, key, line.text)
+
+    def positive(self, key: str) -> float:
+        """Value of a key that something is divided by."""
+        value = self.number(key)
+        if value <= 0:
+            raise self.error(key, f"{key} should be greater than zero and is {value:g}")
+        return value
+
+    def not_negative(self, key: str) -> float:
+        """Value of a key that can't be below zero."""
+        value = self.number(key)
+        if value < 0:
+            raise self.error(key, f"{key} should not be negative and is {value:g}")
+        return value
+
+    def flag(self, key: str) -> bool:
+        """Value of a switch, 0 or 1."""
+        value = self.number(key)
+        if value not in (0, 1):
+            raise self.error(key, f"{key} should be 0 or 1 and is {value:g}")
+        return value == 1
+
+    def code(self, key: str, known: Iterable[int]) -> int:
+        """Value of a key that is one of some known codes."""
+        value = self.number(key)
+        for code in known:
+            if code == value:
+                return code
+        raise self.error(key, f"{key} {value:g} is unknown")
+
+    def error(self, key: str, problem: str) -> InputFileError:
+        """An error at the line of a key."""
+        return self._section.error(problem, self._line(key).number)
+
+    def _line(self, key: str) -> Line:
+        try:
+            return self._values[key]
+        except KeyError:
+            raise self._section.error(f"{key} is missing") from None
+
+
+def read_materials(whole: Section, soil_model: type[SoilModel]) -> dict[str, Material]:
+    """Return the materials of the file by name.
+
+    Args:
+        whole: the whole file.
+        soil_model: the soil model of the file, which says what parameters it needs.
+
+    Raises:
+        InputFileError: a value is missing, no number or out of range, or a name stands twice.
+    """
+    materials: dict[str, Material] = {}
+    for section in whole.section("SOIL COLLECTION").sections("SOIL"):
+        material = _read_material(section, soil_model)
+        if material.name in materials:
+            raise section.error(f'the material "{material.name}" stands twice')
+        materials[material.name] = material
+    return materials
+
+
+def _read_material(section: Section, soil_model: type[SoilModel]) -> Material:
+    values = SoilValues(section)
+    return Material(
+        name=section.cursor().name("the name of the material"),
+        unit_weight_dry=values.number("SoilGamDry"),
+        unit_weight_wet=values.number("SoilGamWet"),
+        drained=values.flag("SoilDrained"),
+        conductivity=_read_conductivity(values),
+        preconsolidation=_read_preconsolidation(values, soil_model.preconsolidation_key),
+        parameters=soil_model.read(values),
+    )
+
+
+def _read_conductivity(values: SoilValues) -> Conductivity:
+    return Conductivity(
+        cv=values.number("SoilCv"),
+        horizontal_factor=values.number("SoilPermeabilityHorFactor"),
+        kind=StorageType(values.code("SoilStorageType", StorageType)),
+        vertical=values.number("SoilPermeabilityVer"),
+        strain_modulus=values.number("SoilPermeabilityStrainModulus"),
+    )
+
+
+def _read_preconsolidation(values: SoilValues, key: str) -> StatedPreconsolidation:
+    return StatedPreconsolidation(
+        kind=PreconsolidationType(values.code(key, PreconsolidationType)),
+        pc=values.number("SoilPc"),
+        ocr=values.number("SoilOCR"),
+        pop=values.number("SoilPOP"),
+    )

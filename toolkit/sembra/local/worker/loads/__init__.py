@@ -1,0 +1,1 @@
+"""Loads, and the stress that they cause in the ground."""

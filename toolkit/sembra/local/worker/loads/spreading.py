@@ -1,0 +1,51 @@
+"""Stress below a uniform strip load of endless length on an elastic half-space.
+
+With a and b the angles between the vertical and the lines from the point to the left and right
+edge of the strip, and q its pressure,
+
+    Boussinesq (1885):  s = q / pi [ t + sin t cos t ]     from t = a to t = b
+    Buisman (1940):     s = q / 4  [ 3 sin t - sin^3 t ]   from t = a to t = b
+
+These are the distributions of Fröhlich (1934) with the concentration factors 3 and 4.
+"""
+
+import math
+from enum import IntEnum
+
+import numpy as np
+
+from sembra.local.worker.arrays import Floats
+
+_LEVEL_TOLERANCE = 1e-9
+
+
+class Distribution(IntEnum):
+    """How the stress below a load of limited width spreads with depth."""
+
+    BUISMAN = 0
+    BOUSSINESQ = 1
+
+
+def strip_share(distribution: Distribution, left: Floats, right: Floats, depth: float) -> Floats:
+    """The part of each strip's pressure that reaches a point below; none at their level and above.
+
+    Args:
+        distribution: how the stress spreads.
+        left: horizontal distance from the point to the left edge, positive to the right, in metres.
+        right: the same for the right edge.
+        depth: depth of the point below the strips, in metres.
+    """
+    if depth <= _LEVEL_TOLERANCE:
+        return np.zeros_like(left)
+    primitive = _buisman if distribution is Distribution.BUISMAN else _boussinesq
+    return primitive(np.arctan2(right, depth)) - primitive(np.arctan2(left, depth))
+
+
+def _boussinesq(angle: Floats) -> Floats:
+    primitive: Floats = (angle + np.sin(angle) * np.cos(angle)) / math.pi
+    return primitive
+
+
+def _buisman(angle: Floats) -> Floats:
+    primitive: Floats = (3 * np.sin(angle) - np.sin(angle) ** 3) / 4
+    return primitive

@@ -1,0 +1,61 @@
+"""The whole `.sld` file: heading, echo of the input, results."""
+
+from collections.abc import Iterator, Sequence
+
+from sembra.local.worker.project import Project
+from sembra.local.worker.result.dissipation import dissipation_block
+from sembra.local.worker.result.format import fixed
+from sembra.local.worker.result.residual import residual_block
+from sembra.local.worker.result.vertical import vertical_block
+from sembra.local.worker.settlement import ColumnResult
+
+_TITLE = "Dump file for D-Settlement : Settlement of soil."
+_CREATOR = "CREATED BY : Sembra local worker"
+_END_OF_INPUT = "[END OF INPUT DATA]"
+
+
+def write_results(text: str, project: Project, results: Sequence[ColumnResult]) -> str:
+    """The text of the `.sld` file, with the line ends of the input file.
+
+    Args:
+        text: the `.sli` file, which the result repeats in front of the results.
+        project: what was read from it.
+        results: the results of its columns, in the order of the verticals.
+    """
+    line_end = "\r\n" if "\r\n" in text else "\n"
+    lines = [*_echo(text.splitlines()), "", *_results(project, results)]
+    return line_end.join(lines) + line_end
+
+
+def _echo(lines: Sequence[str]) -> Iterator[str]:
+    """The input file up to the end of its data, with the heading of a result file."""
+    yield _TITLE
+    in_heading = True
+    for line in lines[1:]:
+        in_heading = in_heading and line.strip() != "[INPUT DATA]"
+        if in_heading and line.startswith("FILENAME"):
+            name, dot, extension = line.rstrip().rpartition(".")
+            yield f"{name}.sld" if dot and extension.lower() == "sli" else line
+        elif in_heading and line.startswith("CREATED BY"):
+            yield _CREATOR
+        else:
+            yield line
+        if line.strip() == _END_OF_INPUT:
+            return
+
+
+def _results(project: Project, results: Sequence[ColumnResult]) -> Iterator[str]:
+    yield "[Results]"
+    yield from ("[CALCULATION SETTINGS]", "IsSecondarySwellingUsed=0")
+    yield "[END OF CALCULATION SETTINGS]"
+    yield from ("[Verticals Count]", f"{len(results)}", "[End of Verticals Count]")
+    for number, result in enumerate(results, 1):
+        yield from vertical_block(number, result)
+    yield from residual_block(results, project.residual_times)
+    if project.load_areas:
+        yield from ("[Amounts of Loads]", f"{len(project.load_areas):7d}     number of loads")
+        yield from (fixed(area) for area in project.load_areas)
+        yield "[End of Amounts of Loads]"
+    if project.options.dissipation:
+        yield from dissipation_block(results[0])
+    yield "[End of Results]"

@@ -1,0 +1,1 @@
+"""Soil models: how strain follows from effective stress and time."""

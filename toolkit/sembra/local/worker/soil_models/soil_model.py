@@ -1,0 +1,133 @@
+"""The one interface of all soil models: from effective stress and time to strain.
+
+A soil model is asked in two ways. Consolidation by Terzaghi's theory superposes the drained strains
+of the load steps (`SoilModel.strains`); consolidation by Darcy's law goes from one time to the next
+with the effective stress of the moment (`SoilModel.begin`).
+"""
+
+from abc import ABC, abstractmethod
+from collections.abc import Sequence
+from dataclasses import dataclass
+from typing import ClassVar, Protocol
+
+import numpy as np
+
+from sembra.local.worker.arrays import Floats
+from sembra.local.worker.ground.material import Material
+from sembra.local.worker.options import Options
+
+
+class ParameterValues(Protocol):
+    """The values that an input file states for one material, by their keys in the file."""
+
+    def number(self, key: str) -> float:
+        """Return a value."""
+
+    def positive(self, key: str) -> float:
+        """Return a value that should be greater than zero."""
+
+    def not_negative(self, key: str) -> float:
+        """Return a value that should not be below zero."""
+
+    def flag(self, key: str) -> bool:
+        """Return a switch."""
+
+
+@dataclass(frozen=True)
+class Elements:
+    """The elements of a column, from top to bottom.
+
+    Args:
+        materials: the material of each.
+        initial: its initial effective stress, in kPa.
+        preconsolidation: its initial preconsolidation pressure, in kPa, at least `initial`.
+    """
+
+    materials: Sequence[Material]
+    initial: Floats
+    preconsolidation: Floats
+
+    def parameter(self, name: str) -> Floats:
+        """Return a parameter of the soil model, for each element."""
+        return np.array([material.parameters[name] for material in self.materials])
+
+
+@dataclass(frozen=True)
+class StressStep:
+    """A time in days, and the effective stress of the elements after it without excess, in kPa."""
+
+    time: float
+    stress: Floats
+
+
+class StrainHistory(ABC):
+    """Strain from one time to the next under a stress that is only known then (Darcy)."""
+
+    @abstractmethod
+    def creep_excess(self, stress: Floats, duration: float) -> tuple[Floats, Floats]:
+        """Return the excess pore pressure that creep alone would make in the next step, in kPa.
+
+        Args:
+            stress: effective stress of the elements at the end of the step, in kPa.
+            duration: length of the step, in days.
+
+        Returns:
+            The pressure, and its derivative by the logarithm of the stress.
+        """
+
+    @abstractmethod
+    def advance(self, stress: Floats, duration: float) -> Floats:
+        """Go to the end of the step and return the linear strain of the elements there."""
+
+
+class SoilModel(ABC):
+    """A soil model, applied to the elements of one column.
+
+    Args:
+        elements: the elements.
+        options: the calculation options: strain type, reference time and the correction of the
+            preconsolidation pressure.
+    """
+
+    preconsolidation_key: ClassVar[str]
+    """The key under which a material states how its preconsolidation pressure is meant."""
+
+    def __init__(self, elements: Elements, options: Options) -> None:
+        self.elements = elements
+        self.options = options
+
+    @classmethod
+    @abstractmethod
+    def read(cls, values: ParameterValues) -> dict[str, float]:
+        """Return the parameters of a material, by the names of this model."""
+
+    @property
+    @abstractmethod
+    def storage(self) -> Floats:
+        """Elastic compressibility of each element, that the water is stored by, in 1/kPa."""
+
+    @abstractmethod
+    def virgin_compressibility(self, strain: Floats) -> Floats:
+        """Return the coefficient of volume compressibility m_v at a strain, in 1/kPa."""
+
+    @abstractmethod
+    def strains(self, steps: Sequence[StressStep], times: Floats, degrees: Floats) -> Floats:
+        """Return the strain by the first load step, the first two, and so on.
+
+        Args:
+            steps: the load steps in the order of time.
+            times: times in days.
+            degrees: degree of consolidation for the load of each step, shape (steps, times,
+                elements), 0 up to the time of the step.
+
+        Returns:
+            Strain relative to the initial height, shape (steps, times, elements).
+        """
+
+    @abstractmethod
+    def begin(self) -> StrainHistory:
+        """Return the history of the elements at time 0, when they have no strain yet."""
+
+    def relative_to_initial_height(self, strain: Floats) -> Floats:
+        """Return linear strain, out of natural (Hencky) strain if that is the strain type."""
+        return -np.expm1(-strain) if self.options.natural_strain else strain
