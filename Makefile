@@ -22,7 +22,7 @@ STAMPS := $(VENV)/.stamps
 ENVIRONMENT := $(STAMPS)/environment
 BUILT := $(STAMPS)/module $(STAMPS)/local-edition
 
-.PHONY: help build demo test bench lint sanitize fuzz docs clean
+.PHONY: help build demo test verify bench lint sanitize fuzz docs clean
 
 help:  ## list the targets
 	@sed -n 's/^\([a-z]*\):.*##  *\(.*\)/\1|\2/p' $(MAKEFILE_LIST) | \
@@ -33,6 +33,9 @@ build: $(BUILT)  ## leave .venv with the module and the local edition installed
 
 test: $(BUILT) $(STAMPS)/test  ## run the whole test suite
 	$(BIN)/python -m pytest $(TESTS)
+
+verify: $(BUILT) $(STAMPS)/demo  ## hold the worker against published results, or those in CASES=folder
+	$(BIN)/python -m verification $(CASES)
 
 lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type checkers and the stub checker
 	$(BIN)/python -m ruff format --check .

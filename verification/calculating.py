@@ -1,0 +1,57 @@
+"""Runs the worker on a case and compares."""
+
+from __future__ import annotations
+
+import base64
+import os
+import time
+from dataclasses import dataclass, field
+
+from sembra.errors import ParsingError
+from sembra.local.worker import run_job
+
+from .cases import Case, read_text
+from .comparing import Difference, compare, worst
+from .reading import Vertical, read_verticals
+
+_CONSOLE = "SEMBRA_DSETTLEMENT_CONSOLE"
+
+
+@dataclass(frozen=True)
+class Outcome:
+    """What came out for a case.
+
+    `error` is the message of a job that the worker refused, or why its results can't be compared;
+    then there are no differences. `seconds` is what the job took.
+    """
+
+    case: Case
+    seconds: float
+    error: str | None
+    published: list[Vertical] = field(default_factory=list)
+    ours: list[Vertical] = field(default_factory=list)
+    differences: list[Difference] = field(default_factory=list)
+
+    @property
+    def worst(self) -> Difference | None:
+        """The largest differences of all verticals; None where nothing could be compared."""
+        return worst(self.differences) if self.differences else None
+
+
+def calculate(case: Case) -> Outcome:
+    """Run the worker's own calculation on a case, and compare with the published results."""
+    # A console edition would calculate instead, and be compared with itself.
+    os.environ.pop(_CONSOLE, None)
+    body = base64.b64encode(case.input_file.read_bytes()).decode("ascii")
+    start = time.perf_counter()
+    answer = run_job({"name": "dsettlement", "version": 1, "body": body})
+    seconds = time.perf_counter() - start
+    if answer["error"] is not None:
+        return Outcome(case, seconds, answer["error"])
+    try:
+        published = read_verticals(read_text(case.result_file))
+        ours = read_verticals(base64.b64decode(answer["files"][".sld"]).decode())
+        differences = compare(published, ours)
+    except (ParsingError, ValueError, LookupError) as error:
+        return Outcome(case, seconds, f"not comparable: {type(error).__name__}: {error}")
+    return Outcome(case, seconds, None, published, ours, differences)

@@ -1,0 +1,72 @@
+"""The page of the documentation: table, what is known of cases that are off, and pictures."""
+
+from __future__ import annotations
+
+from collections.abc import Iterator, Mapping, Sequence
+from pathlib import Path
+
+from .calculating import Outcome
+from .judging import LARGEST_CURVE, LARGEST_FINAL, Entry, Verdict
+from .pictures import TELLING, draw
+from .table import markdown_table
+
+_PICTURES = "verification"
+
+_HEAD = f"""\
+# Verification
+
+<!-- Written by `make verify`. -->
+
+The worker's results held against published ones of D-Settlement 23.2, vertical by vertical. All
+figures are the largest differences of a case, in per cent: settlements (final, at every time, per
+load step, in depth, residual) of the vertical's final settlement, or of the largest one for a
+vertical that settles less than 2 % of that; stresses of the vertical's largest. A case is *good*
+if its final settlement is within {LARGEST_FINAL} % and every point of every curve within
+{LARGEST_CURVE} %. Cases that are *known* to be off are told about below the table. Where times or
+nodes differ, the worker's results are interpolated.
+"""
+
+
+def write_page(
+    path: Path, outcomes: Sequence[tuple[Outcome, Verdict]], known: Mapping[str, Entry]
+) -> None:
+    """Write the page, and its pictures into a folder beside it.
+
+    Args:
+        path: the page.
+        outcomes: all cases with their verdicts.
+        known: what is known of the cases that are off.
+    """
+    folder = path.parent / _PICTURES
+    folder.mkdir(parents=True, exist_ok=True)
+    for picture in folder.glob("*.svg"):
+        picture.unlink()
+    lines = [_HEAD, *markdown_table(outcomes), ""]
+    lines += _known(outcomes, known)
+    lines += _pictures(folder, outcomes)
+    path.write_text("\n".join(lines).rstrip() + "\n", encoding="utf-8")
+
+
+def _known(
+    outcomes: Sequence[tuple[Outcome, Verdict]], known: Mapping[str, Entry]
+) -> Iterator[str]:
+    reasons = [
+        f"| {outcome.case.name} | {known[outcome.case.name].reason} |"
+        for outcome, verdict in outcomes
+        if verdict in (Verdict.KNOWN, Verdict.WORSE)
+    ]
+    if reasons:
+        yield from ("## What is off, and why", "", "| case | what was found out |", "|---|---|")
+        yield from (*reasons, "")
+
+
+def _pictures(folder: Path, outcomes: Sequence[tuple[Outcome, Verdict]]) -> Iterator[str]:
+    calculated = {outcome.case.name: outcome for outcome, _ in outcomes if outcome.differences}
+    shown = [(name, caption) for name, caption in TELLING.items() if name in calculated]
+    if shown:
+        yield from ("## Pictures", "")
+        yield "Points are published, lines are the worker's."
+        yield ""
+    for name, caption in shown:
+        draw(folder / f"{name}.svg", calculated[name])
+        yield from (f"![{caption}]({_PICTURES}/{name}.svg)", "", f"*{name}*: {caption}.", "")

@@ -1,0 +1,110 @@
+"""What is compared of a result file, be it published or the worker's."""
+
+from __future__ import annotations
+
+from collections.abc import Mapping, Sequence
+from dataclasses import dataclass
+from io import StringIO
+from typing import Any
+
+import numpy as np
+from numpy.typing import NDArray
+from sembra.external.dsettlement import OutputFileParser
+
+Floats = NDArray[np.float64]
+
+
+@dataclass(frozen=True)
+class Vertical:
+    """Results of one vertical: depths in metres, times in days, stresses in kPa.
+
+    Shapes: `times` (times,), `depths` (nodes,), `settlements` (times, nodes), `loads` (times, load
+    steps), the stresses (nodes,). A block that the file doesn't have is None; `residual` then has
+    no rows. Its columns are time, settlement and residual settlement.
+    """
+
+    x: float
+    times: Floats
+    depths: Floats
+    settlements: Floats
+    loads: Floats | None
+    initial_stress: Floats | None
+    final_stress: Floats | None
+    preconsolidation: Floats | None
+    residual: Floats
+
+    @property
+    def curve(self) -> Floats:
+        """Settlement of the surface, shape (times,)."""
+        curve: Floats = self.settlements[:, 0]
+        return curve
+
+    @property
+    def final(self) -> float:
+        """Settlement of the surface in the end."""
+        return float(self.settlements[-1, 0])
+
+
+def read_verticals(text: str) -> list[Vertical]:
+    """The verticals of a result file, in its order.
+
+    Raises:
+        ValueError: a vertical has no settlements.
+    """
+    # D-Settlement leaves a blank behind this count, where the reader doesn't expect one.
+    text = text.replace("Depth step count ", "Depth step count")
+    parser = OutputFileParser(StringIO(text, newline=""))
+    residual = parser.residual_times
+    return [
+        _vertical(results, residual.get(number, {}))
+        for number, results in parser.vertical_results.items()
+    ]
+
+
+def _vertical(results: Mapping[str, Any], residual: Mapping[str, list[float]]) -> Vertical:
+    history = results["vertical_data"]
+    if not history:
+        raise ValueError("A vertical has no settlements.")
+    first, *_, last = history.values() if len(history) > 1 else [*history.values()] * 2
+    initial, final = _effective_stresses(results["stresses"], first, last)
+    per_load = results["time_settlement_per_load"]
+    return Vertical(
+        x=float(results["coordinates"]["x"]),
+        times=np.array(list(history)),
+        depths=np.array(results["depths"]),
+        settlements=np.array([columns["Settlement"] for columns in history.values()]),
+        loads=_loads(per_load) if per_load else None,
+        initial_stress=initial,
+        final_stress=final,
+        preconsolidation=_array(results["stresses"].get("Final pre consolidation stress")),
+        residual=_columns(residual, ("Time", "Settlement", "Residual settlement")),
+    )
+
+
+def _effective_stresses(
+    stresses: Mapping[str, list[float]],
+    first: Mapping[str, list[float]],
+    last: Mapping[str, list[float]],
+) -> tuple[Floats | None, Floats | None]:
+    """Effective stress before and after: of the stresses' block, or of the history (Darcy)."""
+    if stresses:
+        return tuple(
+            np.array(stresses[f"{when} total stress"]) - np.array(stresses[f"{when} water stress"])
+            for when in ("Initial", "Final")
+        )
+    return _array(first.get("Initial Stress")), _array(last.get("Effective stress vertical"))
+
+
+def _loads(per_load: Mapping[str, Any]) -> Floats:
+    names = [f"load_{number}" for number in range(1, per_load["load_step_count"] + 1)]
+    return _columns(per_load, names)
+
+
+def _columns(table: Mapping[str, list[float]], names: Sequence[str]) -> Floats:
+    if not table:
+        return np.empty((0, len(names)))
+    return np.column_stack([np.array(table[name]) for name in names])
+
+
+def _array(values: list[float] | None) -> Floats | None:
+    return None if values is None else np.array(values)
