@@ -1,7 +1,6 @@
 """Settlement of one column: from stresses to settlement at every node and time."""
 
 from collections.abc import Callable, Sequence
-from dataclasses import dataclass
 
 import numpy as np
 
@@ -19,35 +18,16 @@ from sembra.local.worker.ground.stresses import (
 )
 from sembra.local.worker.loads.load_steps import LoadStep, element_stress, load_steps, lowering
 from sembra.local.worker.project import Project
+from sembra.local.worker.result.column_result import (
+    ColumnResult,
+    Dissipation,
+    TerzaghiStresses,
+)
 from sembra.local.worker.soil_models.koppejan import Koppejan
-from sembra.local.worker.soil_models.layer_settlement import LayerSettlement, layer_settlements
+from sembra.local.worker.soil_models.layer_settlement import layer_settlements
 from sembra.local.worker.soil_models.soil_model import Elements, StressStep
 from sembra.local.worker.soil_models.unstated_constants import check_constants
 from sembra.local.worker.timesteps import calculation_times
-
-
-@dataclass(frozen=True)
-class ColumnResult:
-    """What is calculated for one column.
-
-    Shapes: `times` (times), `load_settlements` (times, load steps), `settlements` and `loading`
-    (times, nodes), the stresses (nodes), `preconsolidation` (nodes - 1), `dissipation` (layers,
-    times). Settlement by the first i load steps stands in column i - 1 of `load_settlements`.
-    """
-
-    column: Column
-    mesh: Mesh
-    times: Floats
-    load_settlements: Floats
-    settlements: Floats
-    loading: Floats
-    initial_total: Floats
-    initial_water: Floats
-    preconsolidation: Floats
-    final_total: Floats
-    final_water: Floats
-    layer_settlements: tuple[LayerSettlement, ...]
-    dissipation: Floats
 
 
 def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnResult]:
@@ -64,7 +44,10 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
     results = []
     for number, column in enumerate(project.columns, 1):
         result = calculate_column(column, project)
-        if not (np.all(np.isfinite(result.settlements)) and np.all(np.isfinite(result.loading))):
+        if not (
+            np.all(np.isfinite(result.settlements))
+            and np.all(np.isfinite(result.consolidation.loading))
+        ):
             raise WorkerError(OUT_OF_RANGE)
         results.append(result)
         report(number / len(project.columns))
@@ -113,18 +96,21 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
     settlements = _from_bottom(strains[-1] * mesh.thicknesses)
     final_water = pore_pressures(column, mesh, options.water_unit_weight, settlements[-1])
     final_water -= lowering(mesh, lowered, options.end)
+    stresses_and_loading = TerzaghiStresses(
+        initial_total=initial + water,
+        initial_water=water,
+        final_total=steps[-1].effective + final_water,
+        final_water=final_water,
+        loading=_loading(times, initial, steps),
+        preconsolidation=model.pressures(stresses),
+    )
     return ColumnResult(
         column=column,
         mesh=mesh,
         times=times,
-        load_settlements=(strains @ mesh.thicknesses).T,
         settlements=settlements,
-        loading=_loading(times, initial, steps),
-        initial_total=initial + water,
-        initial_water=water,
-        preconsolidation=model.pressures(stresses),
-        final_total=steps[-1].effective + final_water,
-        final_water=final_water,
+        consolidation=stresses_and_loading,
+        load_settlements=(strains @ mesh.thicknesses).T,
         layer_settlements=layer_settlements(
             mesh,
             paths,
@@ -132,10 +118,20 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
             model.secular,
             len(column.layers),
         ),
-        dissipation=degrees_of_consolidation(
-            column, times, options.drained_top, options.drained_bottom, drains
-        ),
+        dissipation=_dissipation(column, times, project) if options.dissipation else None,
     )
+
+
+def _dissipation(column: Column, times: Floats, project: Project) -> Dissipation:
+    options = project.options
+    degrees = degrees_of_consolidation(
+        column,
+        times,
+        options.drained_top,
+        options.drained_bottom,
+        project.drains_around(column),
+    )
+    return Dissipation(times, degrees)
 
 
 def _elements(column: Column, mesh: Mesh, initial: Floats, project: Project) -> Elements:

@@ -3,11 +3,11 @@
 from collections.abc import Iterator, Sequence
 
 from sembra.local.worker.project import Project
+from sembra.local.worker.result.column_result import ColumnResult
 from sembra.local.worker.result.dissipation import dissipation_block
 from sembra.local.worker.result.format import fixed
 from sembra.local.worker.result.residual import residual_block
 from sembra.local.worker.result.vertical import vertical_block
-from sembra.local.worker.settlement import ColumnResult
 
 _TITLE = "Dump file for D-Settlement : Settlement of soil."
 _CREATOR = "CREATED BY : Sembra local worker"
@@ -56,6 +56,9 @@ def _results(project: Project, results: Sequence[ColumnResult]) -> Iterator[str]
         yield from ("[Amounts of Loads]", f"{len(project.load_areas):7d}     number of loads")
         yield from (fixed(area) for area in project.load_areas)
         yield "[End of Amounts of Loads]"
-    if project.options.dissipation:
-        yield from dissipation_block(results[0])
+    dissipation = results[0].dissipation
+    if dissipation is not None:
+        yield from dissipation_block(dissipation)
+        # D-Settlement writes the same block once more behind the dissipation.
+        yield from residual_block(results, project.residual_times)
     yield "[End of Results]"

@@ -19,3 +19,17 @@ def column_indication(headers: Iterable[str]) -> Iterator[str]:
     yield "[Column Indication]"
     yield from headers
     yield "[End of Column Indication]"
+
+
+def history(
+    headers: Iterable[str], times: Iterable[float], tables: Iterable[Iterable[str]]
+) -> Iterator[str]:
+    """A table for each time, with one set of headers."""
+    yield "[Time-dependent Data]"
+    yield from column_indication(headers)
+    for time, rows in zip(times, tables, strict=True):
+        yield "[Vertical Data at Time]"
+        yield f"{time:17.12f}    =  Time in days"
+        yield from rows
+        yield "[End of Vertical Data at Time]"
+    yield "[End of Time dependent Data]"

@@ -4,8 +4,8 @@ from collections.abc import Iterator, Sequence
 
 import numpy as np
 
+from sembra.local.worker.result.column_result import ColumnResult
 from sembra.local.worker.result.format import column_indication, fixed
-from sembra.local.worker.settlement import ColumnResult
 
 
 def residual_block(results: Sequence[ColumnResult], times: Sequence[float]) -> Iterator[str]:
@@ -20,7 +20,7 @@ def residual_block(results: Sequence[ColumnResult], times: Sequence[float]) -> I
     yield from ("[DATA COUNT]", f"{len(results) * len(times):7d} Data count")
     yield from ("[END OF DATA COUNT]", "[RESIDUAL SETTLEMENT DATA]")
     for number, result in enumerate(results, 1):
-        history = result.load_settlements[:, -1]
+        history = result.settlements[:, 0]
         final = float(history[-1])
         for time in times:
             settlement = float(np.interp(time, result.times, history))

@@ -1,0 +1,65 @@
+"""The blocks of a vertical that consolidates by Darcy's law."""
+
+from collections.abc import Iterator
+
+import numpy as np
+
+from sembra.local.worker.arrays import Floats
+from sembra.local.worker.result.column_result import DarcyHistory
+from sembra.local.worker.result.format import fixed, history
+
+_HEADERS = (
+    "Settlement",
+    "Effective stress vertical",
+    "Hydraulic head",
+    "Initial Stress",
+    "Loading",
+    "Upper amplitude convolution",
+    "Lower amplitude convolution",
+    "Normalized consolidation coefficient",
+)
+_NO_ELEMENT = " -1 -1 -1"
+"""What stands in the columns of the elements at the lowest node, which has none below it."""
+
+
+def leakages_block(consolidation: DarcyHistory) -> Iterator[str]:
+    """Flow to the vertical drains, one number for each element."""
+    yield "[Leakages]"
+    yield f"{len(consolidation.leakages):7d}    =  Leakage count"
+    yield from (fixed(leakage) for leakage in consolidation.leakages)
+    yield "[End of Leakages]"
+
+
+def drained_layers_block(consolidation: DarcyHistory) -> Iterator[str]:
+    """Whether an element is drained, 1 or 0 for each."""
+    yield "[Drained Layers]"
+    yield f"{len(consolidation.drained):7d}    =  Layer count"
+    yield from ("1" if drained else "0" for drained in consolidation.drained)
+    yield "[End of Drained Layers]"
+
+
+def darcy_history(times: Floats, settlements: Floats, consolidation: DarcyHistory) -> Iterator[str]:
+    """Settlement, stresses and heads at the nodes, and the elements below them, for every time."""
+    initial = np.broadcast_to(consolidation.initial_effective, settlements.shape)
+    nodes = np.stack(
+        [settlements, consolidation.effective, consolidation.head, initial, consolidation.loading],
+        axis=-1,
+    )
+    elements = np.stack(
+        [
+            consolidation.upper_amplitudes,
+            consolidation.lower_amplitudes,
+            consolidation.normalized_coefficients,
+        ],
+        axis=-1,
+    )
+    tables = (_table(*rows) for rows in zip(nodes, elements, strict=True))
+    yield from history(_HEADERS, times, tables)
+
+
+def _table(nodes: Floats, elements: Floats) -> Iterator[str]:
+    """The rows of one time."""
+    *upper, lowest = (" ".join(fixed(value) for value in node) for node in nodes)
+    for node, (above, below, coefficient) in zip(upper, elements, strict=True):
+        yield f"{node} {fixed(above)} {fixed(below)} {fixed(coefficient, 17)} "
+    yield lowest + _NO_ELEMENT

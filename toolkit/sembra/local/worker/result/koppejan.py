@@ -1,0 +1,34 @@
+"""Settlement of the layers by kind, for NEN-Koppejan."""
+
+from collections.abc import Iterator, Sequence
+
+from sembra.local.worker.result.format import column_indication, row
+from sembra.local.worker.soil_models.layer_settlement import LayerSettlement
+
+_HEADERS = (
+    "Layer number",
+    "Primary swelling",
+    "Secundary swelling",
+    "Primary settlement below pre cons. stress",
+    "Secondary settlement below pre cons. stress",
+    "Primary settlement above pre cons. stress",
+    "Secondary settlement above pre cons. stress",
+)
+
+
+def koppejan_block(layers: Sequence[LayerSettlement]) -> Iterator[str]:
+    """Settlement by kind; layers, which are given from top to bottom, count from the lowest."""
+    yield "[Koppejan settlement]"
+    yield from column_indication(_HEADERS)
+    yield "[Koppejan Settlement Data]"
+    yield f"{len(layers):7d}  =  Layer seperation count "
+    for number, layer in enumerate(reversed(layers), 1):
+        primary, secular = layer.primary, layer.secular
+        pairs = (
+            (primary.swelling, secular.swelling),
+            (primary.below, secular.below),
+            (primary.above, secular.above),
+        )
+        yield f"{number:7d}   " + row(float(value) for pair in pairs for value in pair)
+    yield "[End of Koppejan Settlement Data]"
+    yield "[End of Koppejan Settlement]"

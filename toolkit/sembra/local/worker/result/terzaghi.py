@@ -1,0 +1,43 @@
+"""The blocks of a vertical that consolidates by Terzaghi's theory."""
+
+from collections.abc import Iterator
+
+import numpy as np
+
+from sembra.local.worker.arrays import Floats
+from sembra.local.worker.result.column_result import TerzaghiStresses
+from sembra.local.worker.result.format import column_indication, fixed, history, row
+
+
+def stresses_block(stresses: TerzaghiStresses) -> Iterator[str]:
+    """Stresses at the nodes.
+
+    The preconsolidation pressure is that of the element below the node, so the last one has none.
+    No blank stands behind "Depth step count": readers take the line to the letter.
+    """
+    columns = {
+        "Initial total stress": stresses.initial_total,
+        "Initial water stress": stresses.initial_water,
+    }
+    if stresses.preconsolidation is not None:
+        columns["Final pre consolidation stress"] = np.append(stresses.preconsolidation, 0.0)
+    columns["Final total stress"] = stresses.final_total
+    columns["Final water stress"] = stresses.final_water
+    yield "[Stresses]"
+    yield from column_indication(columns)
+    yield "[Stress Data]"
+    yield f"{len(stresses.initial_total):7d}  =  Depth step count"
+    yield from (row(values) for values in zip(*columns.values(), strict=True))
+    yield "[End of Stress Data]"
+    yield "[End of Stresses]"
+
+
+def terzaghi_history(
+    times: Floats, settlements: Floats, stresses: TerzaghiStresses
+) -> Iterator[str]:
+    """Settlement and effective stress at the nodes for every time."""
+    tables = (
+        [f"{fixed(settlement)} {fixed(stress)}" for settlement, stress in zip(*nodes, strict=True)]
+        for nodes in zip(settlements, stresses.loading, strict=True)
+    )
+    yield from history(("Settlement", "Loading"), times, tables)
