@@ -2,8 +2,8 @@
 
 import numpy as np
 import pytest
-from sembra.local.worker.consolidation.degrees import degrees_of_consolidation
 from sembra.local.worker.consolidation.clusters import clusters
+from sembra.local.worker.consolidation.degrees import degrees_of_consolidation
 from sembra.local.worker.consolidation.terzaghi_series import mean_degree
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column, Layer

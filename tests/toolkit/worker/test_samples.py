@@ -5,11 +5,11 @@ from itertools import zip_longest
 
 import numpy as np
 import pytest
-from sembra.local.worker.soil_models.bjerrum import Bjerrum
 from sembra.local.worker.consolidation.degrees import degrees_of_consolidation
 from sembra.local.worker.input.geometry_2d import read_geometry
 from sembra.local.worker.input.sections import read_whole
 from sembra.local.worker.input.soils import read_materials
+from sembra.local.worker.soil_models.bjerrum import Bjerrum
 
 from tests.toolkit.samples import FOLDER, needs_samples
 from tests.toolkit.worker.drained_sample import drained_columns

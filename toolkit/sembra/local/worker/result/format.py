@@ -2,6 +2,8 @@
 
 from collections.abc import Iterable, Iterator
 
+END_OF_HISTORY = "[End of Time dependent Data]"
+
 
 def fixed(value: float, width: int = 12) -> str:
     """A number with seven decimals; a negative zero loses its sign."""
@@ -32,4 +34,4 @@ def history(
         yield f"{time:17.12f}    =  Time in days"
         yield from rows
         yield "[End of Vertical Data at Time]"
-    yield "[End of Time dependent Data]"
+    yield END_OF_HISTORY

@@ -3,14 +3,14 @@
 from collections.abc import Iterator
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.result.column_result import ColumnResult, TerzaghiStresses
+from sembra.local.worker.result.column_result import ColumnResult, DarcyHistory, TerzaghiStresses
 from sembra.local.worker.result.darcy import (
     darcy_history,
     drained_layers_block,
     leakages_block,
 )
 from sembra.local.worker.result.fixed_times import fixed_time_block
-from sembra.local.worker.result.format import fixed, row
+from sembra.local.worker.result.format import END_OF_HISTORY, fixed, row
 from sembra.local.worker.result.koppejan import koppejan_block
 from sembra.local.worker.result.terzaghi import stresses_block, terzaghi_history
 
@@ -37,6 +37,9 @@ def vertical_block(number: int, result: ColumnResult) -> Iterator[str]:
         yield from drained_layers_block(result.consolidation)
         yield from darcy_history(result.times, result.settlements, result.consolidation)
     yield from fixed_time_block(result)
+    if isinstance(result.consolidation, DarcyHistory):
+        # Only by Darcy has the second block of time-dependent data an end.
+        yield END_OF_HISTORY
     yield "[End of Vertical]"
 
 
