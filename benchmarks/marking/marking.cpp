@@ -2,20 +2,38 @@
 
 #include <Python.h>
 
+#include <utility>
+
 #include "output/core/find_marks.hpp"
 
 namespace {
 
 using namespace dsettlement::output;  // NOLINT(google-build-using-namespace)
 
+std::size_t count_marks(const Section<Narrow>& vertical) {
+  std::vector<CoordinateMarks<Narrow>> coordinates;
+  std::vector<TimeMarks<Narrow>> times;
+  find_coordinates(vertical.text(), coordinates);
+  std::size_t count = coordinates.size();
+  for (const auto& [opening, closing] :
+       {std::pair(Tag::depths, Tag::end_of_depths), std::pair(Tag::leakages, Tag::end_of_leakages),
+        std::pair(Tag::drained_layers, Tag::end_of_drained_layers)}) {
+    count += find_lines(vertical, opening, closing).has_value() ? 1 : 0;
+  }
+  count += find_stresses(vertical).has_value() ? 1 : 0;
+  count += find_time_settlement_per_load(vertical).has_value() ? 1 : 0;
+  if (const auto data = find_time_dependent_data(vertical)) {
+    find_times(vertical.part(data->rows), times);
+  }
+  return count + times.size();
+}
+
 std::size_t mark(Text<Narrow> text) {
   const std::vector<TagMark> tags = index_tags(text);
   const Section<Narrow> whole(text, tags);
-  VerticalMarks<Narrow> marks;
   std::size_t count = 0;
   while (const auto vertical = find_vertical(whole.part(text))) {
-    find_vertical_marks(whole.part(*vertical), marks);
-    count += marks.times.size();
+    count += count_marks(whole.part(*vertical));
     text.begin = vertical->end;
   }
   return count;

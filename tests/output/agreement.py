@@ -7,6 +7,7 @@ from typing import Any
 from sembra.external.dsettlement import OutputFileParser
 
 from benchmarks.plain.output_parser import OutputFileParser as PlainOutputFileParser
+from tests.output.changed_readers import Changes, changed, changes_for
 
 Outcome = dict[str, str]
 
@@ -43,10 +44,20 @@ def outcomes(parser_class: Any, text: str) -> Outcome:
 
 
 def difference(text: str) -> str | None:
-    """Return a description of the first difference between the two readers, or None."""
-    expected = outcomes(PlainOutputFileParser, text)
-    actual = outcomes(OutputFileParser, text)
+    """Return a description of the first difference between the two readers, or None.
+
+    They are compared as they are, and with changes that are chosen by chance.
+    """
+    changes = changes_for(text)
+    return difference_with({}, text) or difference_with(changes, text)
+
+
+def difference_with(changes: Changes, text: str) -> str | None:
+    """Return the first difference where both readers have the same changes, or None."""
+    expected = outcomes(changed(PlainOutputFileParser, changes), text)
+    actual = outcomes(changed(OutputFileParser, changes), text)
     for name in expected.keys() | actual.keys():
         if expected.get(name) != actual.get(name):
-            return f"{name}: expected {expected.get(name)!r}, got {actual.get(name)!r}"
+            told = f" with {changes}" if changes else ""
+            return f"{name}{told}: expected {expected.get(name)!r}, got {actual.get(name)!r}"
     return None

@@ -1,8 +1,8 @@
 #include "output/parser.hpp"
 
 #include "host/text.hpp"
-#include "output/native_road.hpp"
-#include "output/pattern_road.hpp"
+#include "output/results.hpp"
+#include "output/vertical.hpp"
 
 namespace dsettlement::output {
 
@@ -43,14 +43,9 @@ Ref residual_times(State& state, Arguments arguments) {
   return host::call(parse, host::get(self, state.names.private_results));
 }
 
-bool is_native(const State& state, Handle cls, Pattern pattern, Handle text) {
-  return is_plain_text(text) && state.patterns.is_original(cls, pattern);
-}
-
 // The last piece of the path in the file, or a word for a file that doesn't tell it.
 Ref name_of_file(const State& state, Handle cls, Handle file) {
-  const Ref path = is_native(state, cls, Pattern::file_name, file) ? find_path_text(file)
-                                                                   : search_path(state, cls, file);
+  const Ref path = find_path_text(state, cls, file);
   if (!path) return Ref::steal(PyUnicode_FromString("sld-file"));
   return host::item(host::call_method(path, state.names.split, state.names.backslash),
                     host::integer(-1));
@@ -58,8 +53,7 @@ Ref name_of_file(const State& state, Handle cls, Handle file) {
 
 Ref parse_results(State& state, Arguments arguments) {
   const auto [cls, file] = arguments.first<2>();
-  Ref results = is_native(state, cls, Pattern::results, file) ? find_results_text(file)
-                                                              : search_results(state, cls, file);
+  Ref results = find_results_text(state, cls, file);
   if (results) return results;
   host::raise(state.toolkit.parsing_error.original(),
               host::text("{} contains no [Results]", {name_of_file(state, cls, file)}));
@@ -67,23 +61,17 @@ Ref parse_results(State& state, Arguments arguments) {
 
 Ref parse_verticals(State& state, Arguments arguments) {
   const auto [cls, results] = arguments.first<2>();
-  return is_native(state, cls, Pattern::vertical, results) ? read_verticals(state, cls, results)
-                                                           : match_verticals(state, cls, results);
+  return read_verticals(state, cls, results);
 }
 
 Ref parse_vertical(State& state, Arguments arguments) {
   const auto [cls, vertical] = arguments.first<2>();
-  if (is_plain_text(vertical) && state.patterns.are_original_for_vertical(cls)) {
-    return read_vertical(state, vertical);
-  }
-  return match_vertical(state, cls, vertical);
+  return read_vertical(state, cls, vertical);
 }
 
 Ref parse_residual_settlements(State& state, Arguments arguments) {
   const auto [cls, results] = arguments.first<2>();
-  return is_native(state, cls, Pattern::residual_settlements, results)
-             ? read_residual_settlements(results)
-             : match_residual_settlements(state, cls, results);
+  return read_residual_settlements(state, cls, results);
 }
 
 }  // namespace

@@ -39,28 +39,10 @@ void Patterns::define(host::ClassBody& body) {
   }
 }
 
-Ref Patterns::of(Handle cls, Pattern pattern) const {
-  return host::get(cls, names_[static_cast<std::size_t>(pattern)]);
-}
-
-bool Patterns::is_original(Handle cls, Pattern pattern) const {
-  try {
-    return of(cls, pattern).get() == compiled_[static_cast<std::size_t>(pattern)].get();
-  } catch (const host::ErrorSet&) {
-    if (PyErr_ExceptionMatches(PyExc_AttributeError) == 0) throw;
-    PyErr_Clear();  // It fails again, and then for good, where the pattern is needed.
-    return false;
-  }
-}
-
-bool Patterns::are_original_for_vertical(Handle cls) const {
-  for (const Pattern pattern :
-       {Pattern::coordinate, Pattern::time_settlement_per_load, Pattern::depths, Pattern::leakages,
-        Pattern::drained_layers, Pattern::stresses, Pattern::time_dependent_data,
-        Pattern::vertical_data_at_time}) {
-    if (!is_original(cls, pattern)) return false;
-  }
-  return true;
+Ref Patterns::to_run(Handle cls, Pattern pattern, bool is_plain_text) const {
+  const auto index = static_cast<std::size_t>(pattern);
+  Ref found = host::get(cls, names_[index]);
+  return is_plain_text && found.get() == compiled_[index].get() ? Ref() : found;
 }
 
 }  // namespace dsettlement::output

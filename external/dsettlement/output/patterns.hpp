@@ -15,15 +15,10 @@ class Patterns {
   // Compiles the patterns and enters them into the class body in their order.
   void define(host::ClassBody& body);
 
-  // The pattern that stands in a class now; a subclass or a test may have put another one there.
-  [[nodiscard]] host::Ref of(host::Handle cls, Pattern pattern) const;
-
-  // True if the class has the pattern that was defined; false as well if it has none. Any other
-  // failure to look it up is raised.
-  [[nodiscard]] bool is_original(host::Handle cls, Pattern pattern) const;
-
-  // True if the class has all the patterns that were defined for a vertical.
-  [[nodiscard]] bool are_original_for_vertical(host::Handle cls) const;
+  // The pattern that stands in a class now and has to be run; an empty Ref for the one that was
+  // defined, whose matches are found natively. A subclass or a test may have put another one there,
+  // and what is no plain text is for any pattern to refuse.
+  [[nodiscard]] host::Ref to_run(host::Handle cls, Pattern pattern, bool is_plain_text) const;
 
  private:
   std::array<host::Name, pattern_count> names_;

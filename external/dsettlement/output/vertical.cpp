@@ -1,58 +1,161 @@
 #include "output/vertical.hpp"
 
 #include "output/core/find_marks.hpp"
+#include "output/matches.hpp"
 #include "output/tables.hpp"
 #include "output/time_settlement.hpp"
 #include "output/time_tables.hpp"
 
 namespace dsettlement::output {
 
+using host::Handle;
 using host::Mapping;
 using host::Ref;
 
 namespace {
 
+// Lines that are found in their turn, and read as numbers last of all: as a stretch of the
+// vertical, or as a text that a pattern gave.
 template <typename Character>
-Ref build_coordinates(const State& state,
-                      const std::vector<CoordinateMarks<Character>>& coordinates) {
-  Mapping mapping;
-  for (const auto& coordinate : coordinates) {
-    mapping.put(host::call_method(python_text(coordinate.axis), state.names.lower),
-                real_of(coordinate.value));
+struct NumberLines {
+  std::optional<Text<Character>> marked;
+  Ref matched;
+};
+
+// The steps of reading one vertical. Their order settles which of several failures is raised. Each
+// looks up the pattern of its own block when its turn comes, as the pattern that an application has
+// put there may run code of its own; a block whose pattern was not replaced is read natively.
+template <typename Character>
+class VerticalReader {
+ public:
+  // Without a section, `source` is no plain text, and all its blocks are left to the patterns.
+  VerticalReader(const State& state, Handle cls, Handle source,
+                 const Section<Character>* section = nullptr)
+      : state_(state), cls_(cls), source_(source), section_(section) {}
+
+  Ref read() {
+    const State::Names& names = state_.names;
+    const Ref coordinates = read_coordinates();
+    const auto depths = find_lines(Pattern::depths, Tag::depths, Tag::end_of_depths);
+    const auto leakages = find_lines(Pattern::leakages, Tag::leakages, Tag::end_of_leakages);
+    const auto drained_layers =
+        find_lines(Pattern::drained_layers, Tag::drained_layers, Tag::end_of_drained_layers);
+    const Ref stresses = read_stresses();
+    const Ref time_settlement_per_load = read_time_settlement();
+    const Ref vertical_data = read_vertical_data();
+    return Mapping()
+        .put(names.coordinates, coordinates)
+        .put(names.depths, numbers_of(depths))
+        .put(names.leakages, numbers_of(leakages))
+        .put(names.drained_layers, numbers_of(drained_layers))
+        .put(names.stresses, stresses)
+        .put(names.time_settlement_per_load, time_settlement_per_load)
+        .put(names.vertical_data, vertical_data)
+        .done();
   }
-  return mapping.done();
-}
 
-template <typename Character>
-Ref build_stresses(const std::optional<TableMarks<Character>>& stresses) {
-  if (!stresses) return Mapping().done();
-  const Headers headers(stresses->headers);
-  return headers.table(build_columns(stresses->rows, headers));
-}
+ private:
+  Ref read_coordinates() {
+    if (const Ref pattern = to_run(Pattern::coordinate)) {
+      return match_coordinates(state_, pattern, text());
+    }
+    std::vector<CoordinateMarks<Character>> coordinates;
+    find_coordinates(section_->text(), coordinates);
+    Mapping mapping;
+    for (const auto& coordinate : coordinates) {
+      mapping.put(host::call_method(python_text(coordinate.axis), state_.names.lower),
+                  real_of(coordinate.value));
+    }
+    return mapping.done();
+  }
 
-template <typename Character>
-Ref build_time_settlement(const State& state,
-                          const std::optional<TimeSettlementMarks<Character>>& marks) {
-  Mapping mapping;
-  if (!marks) return mapping.done();
-  mapping.put(state.names.load_step_count, integer_of(marks->load_step_count));
-  mapping.put(state.names.time_step_count, integer_of(marks->time_step_count));
-  add_load_columns(mapping, state.names.time, build_common_columns(marks->rows));
-  return mapping.done();
-}
+  NumberLines<Character> find_lines(Pattern block, Tag opening, Tag closing) {
+    if (const Ref pattern = to_run(block)) return {{}, match_lines(state_, pattern, text())};
+    return {output::find_lines(*section_, opening, closing), {}};
+  }
 
-template <typename Character>
-Ref build_vertical_data(const VerticalMarks<Character>& marks) {
-  if (!marks.time_dependent_headers) return Mapping().done();
-  TimeTables tables{Headers(*marks.time_dependent_headers)};
-  for (const auto& block : marks.times) tables.add(real_of(block.time), block.rows);
-  return tables.done();
-}
+  static Ref numbers_of(const NumberLines<Character>& lines) {
+    if (lines.marked) return build_numbers(*lines.marked);
+    if (!lines.matched) return Ref::steal(PyList_New(0));
+    return with_text_of(lines.matched, [](auto matched) { return build_numbers(matched); });
+  }
 
-template <typename Character>
-Ref build_lines(const std::optional<Text<Character>>& lines) {
-  return lines ? build_numbers(*lines) : Ref::steal(PyList_New(0));
-}
+  Ref read_stresses() {
+    if (const Ref pattern = to_run(Pattern::stresses)) {
+      return match_stresses(state_, pattern, text());
+    }
+    const auto stresses = find_stresses(*section_);
+    if (!stresses) return Mapping().done();
+    const Headers headers(stresses->headers);
+    return headers.table(build_columns(stresses->rows, headers));
+  }
+
+  Ref read_time_settlement() {
+    if (const Ref pattern = to_run(Pattern::time_settlement_per_load)) {
+      return match_time_settlement(state_, pattern, text());
+    }
+    Mapping mapping;
+    const auto marks = find_time_settlement_per_load(*section_);
+    if (!marks) return mapping.done();
+    mapping.put(state_.names.load_step_count, integer_of(marks->load_step_count));
+    mapping.put(state_.names.time_step_count, integer_of(marks->time_step_count));
+    add_load_columns(mapping, state_.names.time, build_common_columns(marks->rows));
+    return mapping.done();
+  }
+
+  Ref read_vertical_data() {
+    if (const Ref pattern = to_run(Pattern::time_dependent_data)) {
+      const TimeDependentMatch match = match_time_dependent_data(state_, pattern, text());
+      TimeTables tables{match.headers};
+      if (const Ref times = times_to_run(is_plain_text(match.data))) {
+        match_times(state_, times, match.data, tables);
+      } else {
+        with_text_of(match.data, [&](auto data) {
+          const std::vector<TagMark> tags = index_tags(data);
+          read_times(Section(data, tags), tables);
+        });
+      }
+      return tables.done();
+    }
+    const auto marks = find_time_dependent_data(*section_);
+    const TableMarks<Character> data = marks.value_or(TableMarks<Character>{});
+    TimeTables tables{Headers(data.headers)};
+    if (const Ref times = times_to_run(true)) {
+      match_times(state_, times, python_text(data.rows), tables);
+    } else if (marks) {
+      read_times(section_->part(data.rows), tables);
+    }
+    return tables.done();
+  }
+
+  template <typename CharacterOfData>
+  static void read_times(const Section<CharacterOfData>& data, TimeTables& tables) {
+    std::vector<TimeMarks<CharacterOfData>> times;
+    find_times(data, times);
+    for (const auto& block : times) tables.add(real_of(block.time), block.rows);
+  }
+
+  Ref to_run(Pattern pattern) const {
+    return state_.patterns.to_run(cls_, pattern, section_ != nullptr);
+  }
+  Ref times_to_run(bool is_plain) const {
+    return state_.patterns.to_run(cls_, Pattern::vertical_data_at_time, is_plain);
+  }
+
+  // The vertical as the text that patterns are run on, made when the first of them asks for it.
+  Handle text() {
+    if (!text_) {
+      text_ = section_ == nullptr ? host::share(source_) : python_text(source_, section_->text());
+    }
+    return text_;
+  }
+
+  const State& state_;
+  Handle cls_;
+  Handle source_;
+  const Section<Character>* section_;
+  Ref text_;
+};
 
 }  // namespace
 
@@ -64,36 +167,22 @@ void add_load_columns(Mapping& mapping, host::Handle time, const std::vector<Ref
   }
 }
 
-Ref assemble_vertical(const State& state, const VerticalParts& parts) {
-  return Mapping()
-      .put(state.names.coordinates, parts.coordinates)
-      .put(state.names.depths, parts.depths)
-      .put(state.names.leakages, parts.leakages)
-      .put(state.names.drained_layers, parts.drained_layers)
-      .put(state.names.stresses, parts.stresses)
-      .put(state.names.time_settlement_per_load, parts.time_settlement_per_load)
-      .put(state.names.vertical_data, parts.vertical_data)
-      .done();
-}
-
-// The order of the steps settles which of several failures is raised: the lists of lines come last.
 template <typename Character>
-Ref build_vertical(const State& state, const Section<Character>& vertical) {
-  VerticalMarks<Character> marks;
-  find_vertical_marks(vertical, marks);
-  VerticalParts parts;
-  parts.coordinates = build_coordinates(state, marks.coordinates);
-  parts.stresses = build_stresses(marks.stresses);
-  parts.time_settlement_per_load = build_time_settlement(state, marks.time_settlement_per_load);
-  parts.vertical_data = build_vertical_data(marks);
-  parts.depths = build_lines(marks.depths);
-  parts.leakages = build_lines(marks.leakages);
-  parts.drained_layers = build_lines(marks.drained_layers);
-  return assemble_vertical(state, parts);
+Ref read_vertical(const State& state, Handle cls, Handle source,
+                  const Section<Character>& vertical) {
+  return VerticalReader<Character>(state, cls, source, &vertical).read();
 }
 
-template Ref build_vertical(const State&, const Section<Narrow>&);
-template Ref build_vertical(const State&, const Section<Medium>&);
-template Ref build_vertical(const State&, const Section<Wide>&);
+Ref read_vertical(const State& state, Handle cls, Handle vertical) {
+  if (!is_plain_text(vertical)) return VerticalReader<Narrow>(state, cls, vertical).read();
+  return with_text_of(vertical, [&]<typename Character>(Text<Character> text) {
+    const std::vector<TagMark> tags = index_tags(text);
+    return read_vertical(state, cls, vertical, Section<Character>(text, tags));
+  });
+}
+
+template Ref read_vertical(const State&, Handle, Handle, const Section<Narrow>&);
+template Ref read_vertical(const State&, Handle, Handle, const Section<Medium>&);
+template Ref read_vertical(const State&, Handle, Handle, const Section<Wide>&);
 
 }  // namespace dsettlement::output

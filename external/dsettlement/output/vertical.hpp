@@ -1,4 +1,4 @@
-// The mapping of one vertical, built from the marks of its block.
+// The mapping of one vertical.
 #pragma once
 
 #include "output/core/tags.hpp"
@@ -6,22 +6,12 @@
 
 namespace dsettlement::output {
 
-// The parts of the mapping, each new for every vertical.
-struct VerticalParts {
-  host::Ref coordinates;
-  host::Ref depths;
-  host::Ref leakages;
-  host::Ref drained_layers;
-  host::Ref stresses;
-  host::Ref time_settlement_per_load;
-  host::Ref vertical_data;
-};
-
-// Puts the parts together in the order in which they are shown.
-[[nodiscard]] host::Ref assemble_vertical(const State& state, const VerticalParts& parts);
-
-// Reads a [Vertical] block whose marks the original patterns define.
+// Reads a [Vertical] block that lies in `source`, with the patterns of a class.
 template <typename Character>
-[[nodiscard]] host::Ref build_vertical(const State& state, const Section<Character>& vertical);
+[[nodiscard]] host::Ref read_vertical(const State& state, host::Handle cls, host::Handle source,
+                                      const Section<Character>& vertical);
+
+// Reads what `_parse_vertical` is given, which may be anything.
+[[nodiscard]] host::Ref read_vertical(const State& state, host::Handle cls, host::Handle vertical);
 
 }  // namespace dsettlement::output

@@ -23,9 +23,8 @@ template <typename Character>
 template <typename Character>
 [[nodiscard]] std::optional<Text<Character>> find_vertical(const Section<Character>& section);
 
-// All parts of one [Vertical] block.
-template <typename Character>
-void find_vertical_marks(const Section<Character>& vertical, VerticalMarks<Character>& marks);
+// The parts of a [Vertical] block. Each is looked for by itself in the whole block, so parts may
+// overlap.
 
 // The lines that say where the vertical stands, found anywhere in the text.
 template <typename Character>

@@ -1,4 +1,4 @@
-// One [Vertical] block and all that is looked for in it.
+// One [Vertical] block, and the blocks of lines in it.
 
 #include "output/core/find_marks.hpp"
 #include "output/core/lazy_text.hpp"
@@ -24,22 +24,6 @@ std::optional<Text<Character>> find_vertical(const Section<Character>& section) 
     return std::nullopt;
   }
   return std::nullopt;
-}
-
-template <typename Character>
-void find_vertical_marks(const Section<Character>& vertical, VerticalMarks<Character>& marks) {
-  find_coordinates(vertical.text(), marks.coordinates);
-  marks.depths = find_lines(vertical, Tag::depths, Tag::end_of_depths);
-  marks.leakages = find_lines(vertical, Tag::leakages, Tag::end_of_leakages);
-  marks.drained_layers = find_lines(vertical, Tag::drained_layers, Tag::end_of_drained_layers);
-  marks.stresses = find_stresses(vertical);
-  marks.time_settlement_per_load = find_time_settlement_per_load(vertical);
-  marks.time_dependent_headers.reset();
-  marks.times.clear();
-  if (const auto data = find_time_dependent_data(vertical)) {
-    marks.time_dependent_headers = data->headers;
-    find_times(vertical.part(data->rows), marks.times);
-  }
 }
 
 // OPENING LINE_END (.*?) LINE_END CLOSING LINE_END
@@ -68,9 +52,6 @@ std::optional<Text<Character>> find_lines(const Section<Character>& section, Tag
 template std::optional<Text<Narrow>> find_vertical(const Section<Narrow>&);
 template std::optional<Text<Medium>> find_vertical(const Section<Medium>&);
 template std::optional<Text<Wide>> find_vertical(const Section<Wide>&);
-template void find_vertical_marks(const Section<Narrow>&, VerticalMarks<Narrow>&);
-template void find_vertical_marks(const Section<Medium>&, VerticalMarks<Medium>&);
-template void find_vertical_marks(const Section<Wide>&, VerticalMarks<Wide>&);
 template std::optional<Text<Narrow>> find_lines(const Section<Narrow>&, Tag, Tag);
 template std::optional<Text<Medium>> find_lines(const Section<Medium>&, Tag, Tag);
 template std::optional<Text<Wide>> find_lines(const Section<Wide>&, Tag, Tag);

@@ -6,9 +6,6 @@
 // no mark.
 #pragma once
 
-#include <optional>
-#include <vector>
-
 #include "output/core/text.hpp"
 
 namespace dsettlement::output {
@@ -40,19 +37,6 @@ template <typename Character>
 struct TimeMarks {
   Text<Character> time;
   Text<Character> rows;
-};
-
-// One [Vertical]. Every part is looked for by itself in the whole block, so parts may overlap.
-template <typename Character>
-struct VerticalMarks {
-  std::vector<CoordinateMarks<Character>> coordinates;
-  std::optional<Text<Character>> depths;
-  std::optional<Text<Character>> leakages;
-  std::optional<Text<Character>> drained_layers;
-  std::optional<TableMarks<Character>> stresses;
-  std::optional<TimeSettlementMarks<Character>> time_settlement_per_load;
-  std::optional<Text<Character>> time_dependent_headers;
-  std::vector<TimeMarks<Character>> times;
 };
 
 }  // namespace dsettlement::output

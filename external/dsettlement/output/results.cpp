@@ -1,6 +1,7 @@
-#include "output/native_road.hpp"
+#include "output/results.hpp"
 
 #include "output/core/find_marks.hpp"
+#include "output/matches.hpp"
 #include "output/python_text.hpp"
 #include "output/residuals.hpp"
 #include "output/vertical.hpp"
@@ -35,43 +36,44 @@ bool is_original(const State& state, Handle cls, Handle method) {
 
 }  // namespace
 
-Ref find_results_text(Handle file) {
+Ref find_results_text(const State& state, Handle cls, Handle file) {
+  if (const Ref pattern = state.patterns.to_run(cls, Pattern::results, is_plain_text(file))) {
+    return match_whole(state, pattern, file);
+  }
   return with_text_of(file, [&]<typename Character>(Text<Character> text) {
     const auto results = find_results(text);
     return results ? python_text(file, *results) : Ref();
   });
 }
 
-Ref find_path_text(Handle file) {
+Ref find_path_text(const State& state, Handle cls, Handle file) {
+  if (const Ref pattern = state.patterns.to_run(cls, Pattern::file_name, is_plain_text(file))) {
+    return match_path(state, pattern, file);
+  }
   return with_text_of(file, [&]<typename Character>(Text<Character> text) {
     const auto path = find_file_path(text);
     return path ? python_text(file, *path) : Ref();
   });
 }
 
-Ref read_vertical(const State& state, Handle vertical) {
-  return with_text_of(vertical, [&]<typename Character>(Text<Character> text) {
-    const std::vector<TagMark> tags = index_tags(text);
-    return build_vertical(state, Section<Character>(text, tags));
-  });
-}
-
 Ref read_verticals(const State& state, Handle cls, Handle results) {
-  bool is_native = false;
+  if (const Ref pattern = state.patterns.to_run(cls, Pattern::vertical, is_plain_text(results))) {
+    return match_verticals(state, cls, pattern, results);
+  }
   return with_text_of(results, [&]<typename Character>(Text<Character> text) {
     return for_each_vertical(text, [&](const Section<Character>& vertical) {
-      // Between two verticals that are read natively nothing runs that could change the class.
-      if (!is_native) {
-        const Ref parse = host::get(cls, state.names.parse_vertical);
-        is_native = is_original(state, cls, parse) && state.patterns.are_original_for_vertical(cls);
-        if (!is_native) return host::call(parse, python_text(results, vertical.text()));
-      }
-      return build_vertical(state, vertical);
+      const Ref parse = host::get(cls, state.names.parse_vertical);
+      if (is_original(state, cls, parse)) return read_vertical(state, cls, results, vertical);
+      return host::call(parse, python_text(results, vertical.text()));
     });
   });
 }
 
-Ref read_residual_settlements(Handle results) {
+Ref read_residual_settlements(const State& state, Handle cls, Handle results) {
+  if (const Ref pattern =
+          state.patterns.to_run(cls, Pattern::residual_settlements, is_plain_text(results))) {
+    return match_residual_settlements(state, pattern, results);
+  }
   return with_text_of(results, []<typename Character>(Text<Character> text) {
     const std::vector<TagMark> tags = index_tags(text);
     const auto block = find_residual_settlements(Section<Character>(text, tags));
