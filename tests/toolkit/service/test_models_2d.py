@@ -135,7 +135,7 @@ def test_a_truth_value_is_no_pl_line() -> None:
     model.create_layer(top, "Sand", pl_line_top=False, pl_line_bottom=0)
     with pytest.raises(Exception, match="Input file could not be generated") as refusal:
         model.generate_input_file()
-    assert "layers[3].pl_top" in str(refusal.value.__cause__)
+    assert "layer 4 of 'Sand', pl_line_top: input" in str(refusal.value.__cause__)
 
 
 def test_loads_initial_temporary_and_on_other_loads() -> None:

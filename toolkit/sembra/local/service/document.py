@@ -1,10 +1,13 @@
 """Reading and checking the document of a model."""
 
+from collections.abc import Iterator
+from itertools import islice
 from typing import Annotated, Any
 
 from pydantic import Discriminator, Tag, ValidationError
-from pydantic_core import ErrorDetails
+from pydantic_core import ErrorDetails, from_json
 
+from sembra.local.places import place
 from sembra.local.service.frame import Frame
 from sembra.local.service.geometry_1d import Document1D
 from sembra.local.service.geometry_2d import Document2D
@@ -53,39 +56,46 @@ def read_document(body: bytes) -> Frame:
         body: JSON text with the one key "input", whose value is the document.
 
     Raises:
-        RefusalError: It is not what the template can be filled with; the reason names the key.
+        RefusalError: It is not what the template can be filled with; the reason names the material,
+            load, layer or key.
     """
     try:
-        document = _Request.model_validate_json(body).input
+        request = from_json(body)
+    except ValueError as error:
+        raise RefusalError(400, f"invalid JSON: {error}") from error
+    given = request.get("input") if isinstance(request, dict) else None
+    try:
+        document = _Request.model_validate(request).input
     except ValidationError as error:
-        reasons = [_reason(fault) for fault in error.errors(include_url=False)]
-        unreadable = error.errors()[0]["type"] == "json_invalid"
-        raise RefusalError(400 if unreadable else 422, _join(reasons)) from error
-    reasons = list(check_references(document))
+        faults = error.errors(include_url=False, include_input=False)
+        raise RefusalError(422, _join(_reason(fault, given) for fault in faults)) from error
+    reasons = _join(check_references(document, given))
     if reasons:
-        raise RefusalError(422, _join(reasons))
+        raise RefusalError(422, reasons)
     return document
 
 
-def _join(reasons: list[str]) -> str:
-    shown = reasons[:MOST_REASONS]
-    if len(reasons) > len(shown):
-        shown.append(f"and {len(reasons) - len(shown)} more")
+def _join(reasons: Iterator[str]) -> str:
+    shown = list(islice(reasons, MOST_REASONS + 1))
+    if len(shown) > MOST_REASONS:
+        shown[MOST_REASONS] = "and more"
     return "; ".join(shown)
 
 
-def _reason(fault: ErrorDetails) -> str:
-    where = ""
-    for step in fault["loc"]:
-        if step in ("input", "1D", "2D") and where == "":
-            continue
-        where += f"[{step}]" if isinstance(step, int) else f"{'.' if where else ''}{step}"
-    where = where or "the document"
+def _reason(fault: ErrorDetails, document: object) -> str:
+    steps = fault["loc"]
+    if steps[:1] == ("input",):
+        steps = steps[2 if steps[1:2] in (("1D",), ("2D",)) else 1 :]
+        where = place(document, steps)
+    else:
+        where = place(None, steps) if steps else "the request"
     match fault["type"]:
         case "missing":
             return f"{where} is missing"
         case "extra_forbidden":
             return f"{where} is not known"
+        case "too_many_keys":
+            return f"{where} {fault['msg']}"
         case "value_error":
             return f"{where} {fault['ctx']['error']}"
         case "model_type_unknown":

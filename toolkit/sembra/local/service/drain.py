@@ -4,7 +4,7 @@ from typing import Annotated
 
 from pydantic import Field
 
-from sembra.local.service.types import Number, Strict, Whole
+from sembra.local.service.types import Many, Number, Strict, Whole
 
 COLUMN = 1
 """Type of drain that has a diameter; the others have a width."""
@@ -42,7 +42,7 @@ class VerticalDrain(Strict):
     end_time: Number
     underpressure: Number
     dewatering_head_or_pressure: Number
-    detailed_schedule: list[Annotated[list[Number], Field(min_length=3, max_length=3)]]
+    detailed_schedule: Many[Annotated[Many[Number], Field(min_length=3, max_length=3)]]
 
     @property
     def is_sand_wall(self) -> bool:

@@ -6,7 +6,7 @@ from pydantic import Field
 
 from sembra.local.service.drain import VerticalDrain
 from sembra.local.service.soil import Soil
-from sembra.local.service.types import Line, Number, OwnLine, Strict, Whole
+from sembra.local.service.types import Line, Many, Number, OwnLine, Strict, Whole
 
 
 class Vertical(Strict):
@@ -19,7 +19,7 @@ class NonUniformLoad(Strict):
     """A load under a polyline."""
 
     name: OwnLine
-    points: list[Annotated[list[Number], Field(min_length=2, max_length=2)]]
+    points: Many[Annotated[Many[Number], Field(min_length=2, max_length=2)]]
     time: Whole
     end_time: Whole
     gamma_dry: Number
@@ -53,11 +53,11 @@ class Frame(Strict):
     verticals_z_coordinate: Number
     stress_distribution_loads: bool
     has_vertical_drains: bool
-    soils: list[Soil]
-    verticals: list[Vertical]
-    non_uniform_loads: list[NonUniformLoad]
-    other_loads: list[UniformLoad]
-    residual_times: list[Whole]
+    soils: Many[Soil]
+    verticals: Many[Vertical]
+    non_uniform_loads: Many[NonUniformLoad]
+    other_loads: Many[UniformLoad]
+    residual_times: Many[Whole]
     vertical_drain: VerticalDrain
 
     date: Line

@@ -5,7 +5,7 @@ from typing import Annotated, NamedTuple
 from pydantic import Field
 
 from sembra.local.service.frame import Frame
-from sembra.local.service.types import Number, OwnLine, Strict, Whole
+from sembra.local.service.types import Many, Number, OwnLine, Strict, Whole
 
 
 class Layer1D(NamedTuple):
@@ -18,7 +18,7 @@ class Layer1D(NamedTuple):
 class Geometry1D(Strict):
     """A column of layers from top to bottom."""
 
-    layers: Annotated[list[Layer1D], Field(min_length=1)]
+    layers: Annotated[Many[Layer1D], Field(min_length=1)]
     bottom_level: Number
     phreatic_level: Number | None
 

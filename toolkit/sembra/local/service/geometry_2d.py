@@ -5,7 +5,7 @@ from typing import Annotated, NamedTuple
 from pydantic import Field
 
 from sembra.local.service.frame import Frame
-from sembra.local.service.types import Number, OwnLine, Strict, Whole
+from sembra.local.service.types import Many, Number, OwnLine, Strict, Whole
 
 NO_PL_LINE = 0
 """Code for a layer's end that has no pl-line: the pore pressure there is zero."""
@@ -43,9 +43,9 @@ class Document2D(Frame):
     """The document of a two-dimensional model."""
 
     model_type: Whole
-    points: list[Point]
-    curves: list[Curve]
-    boundaries: list[Annotated[list[Whole], Field(min_length=1)]]
-    pl_lines: list[Annotated[list[Whole], Field(min_length=1)]]
-    layers: Annotated[list[Layer2D], Field(min_length=1)]
+    points: Many[Point]
+    curves: Many[Curve]
+    boundaries: Many[Annotated[Many[Whole], Field(min_length=1)]]
+    pl_lines: Many[Annotated[Many[Whole], Field(min_length=1)]]
+    layers: Annotated[Many[Layer2D], Field(min_length=1)]
     phreatic_line: Whole

@@ -2,13 +2,32 @@
 
 from typing import Annotated, Any
 
-from pydantic import AfterValidator, BaseModel, BeforeValidator, ConfigDict, Field
+from pydantic import (
+    AfterValidator,
+    BaseModel,
+    BeforeValidator,
+    ConfigDict,
+    FailFast,
+    Field,
+    model_validator,
+)
+from pydantic_core import PydanticCustomError
+
+MOST_UNKNOWN = 100
+"""How many keys a mapping may have beyond the declared ones and still have each told."""
 
 
 class Strict(BaseModel):
     """A mapping with exactly the declared keys, whose values are of the declared types."""
 
     model_config = ConfigDict(extra="forbid", strict=True, frozen=True, allow_inf_nan=False)
+
+    @model_validator(mode="before")
+    @classmethod
+    def _has_no_flood_of_keys(cls, value: Any) -> Any:
+        if isinstance(value, dict) and len(value) > len(cls.model_fields) + MOST_UNKNOWN:
+            raise PydanticCustomError("too_many_keys", "has too many keys")
+        return value
 
 
 def _whole(value: Any) -> Any:
@@ -26,6 +45,9 @@ def _no_mark(text: str) -> str:
         raise ValueError("must not begin with '[', which begins a section of the file")
     return text
 
+
+type Many[Entry] = Annotated[list[Entry], FailFast()]
+"""A list, of which the first entry that is wrong is told: there may be millions."""
 
 Number = Annotated[float, Field(strict=True)]
 """A finite number; an integer will do, a truth value won't."""
