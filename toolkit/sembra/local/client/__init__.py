@@ -1,0 +1,1 @@
+"""The HTTP client of the post: connections that are kept, and one deadline per exchange."""
