@@ -4,7 +4,8 @@ import argparse
 
 import uvicorn
 
-from sembra.local.service.app import app
+from sembra.local.service.app import make_app
+from sembra.local.service.guard import LOOPBACK
 
 
 def main() -> None:
@@ -12,8 +13,15 @@ def main() -> None:
     parser = argparse.ArgumentParser(prog="python -m sembra.local.service", description=__doc__)
     parser.add_argument("--host", default="127.0.0.1", help="address to listen on")
     parser.add_argument("--port", type=int, default=8000, help="port to listen on")
+    parser.add_argument(
+        "--name",
+        action="append",
+        default=[],
+        help="a name by which others call this machine, such as addons.example; may be repeated",
+    )
     arguments = parser.parse_args()
-    uvicorn.run(app, host=arguments.host, port=arguments.port, lifespan="off")
+    names = LOOPBACK | {arguments.host, *(name.lower() for name in arguments.name)}
+    uvicorn.run(make_app(names), host=arguments.host, port=arguments.port, lifespan="off")
 
 
 if __name__ == "__main__":
