@@ -4,6 +4,7 @@ import json
 import os
 import subprocess
 import sys
+import time
 from concurrent.futures import ThreadPoolExecutor
 
 import httpx
@@ -11,6 +12,7 @@ import pytest
 from sembra.errors import InternalError
 from sembra.local.service.background import local_service_url, stop_local_service
 
+from tests.toolkit.conftest import PATH
 from tests.toolkit.documents import document_1d
 
 
@@ -49,6 +51,42 @@ def test_forked_process_starts_its_own() -> None:
     assert _run(code).returncode == 0
 
 
+@pytest.mark.skipif(not hasattr(os, "fork"), reason="no fork on this system")
+def test_forked_process_does_not_keep_the_port() -> None:
+    code = """if True:
+        import os, re, socket, warnings
+        warnings.simplefilter("ignore")
+        from sembra.local.service.background import local_service_url, stop_local_service
+        url = local_service_url()
+        end, keep = os.pipe()
+        child = os.fork()
+        if child == 0:
+            os.close(keep)
+            os.read(end, 1)
+            os._exit(0)
+        stop_local_service()
+        try:
+            socket.create_connection(("127.0.0.1", int(url.rpartition(":")[2])), timeout=10)
+        except ConnectionRefusedError:
+            print("closed")
+        os.close(keep)
+        os.waitpid(child, 0)
+    """
+    done = _run(code)
+    assert (done.stdout, done.stderr) == ("closed\n", "")
+
+
+def test_answers_on_a_kept_connection_do_not_wait_for_confirmations() -> None:
+    with httpx.Client(base_url=local_service_url(), trust_env=False) as client:
+        body = {"input": document_1d()}
+        durations = []
+        for _ in range(15):
+            begin = time.perf_counter()
+            assert client.post(PATH, json=body).status_code == 200
+            durations.append(time.perf_counter() - begin)
+    assert min(durations[1:]) < 0.03
+
+
 def test_a_program_ends_silently_with_the_service_running() -> None:
     code = "from sembra.local.service.background import local_service_url; local_service_url()"
     done = _run(code)
@@ -78,7 +116,7 @@ def test_importing_the_toolkit_loads_no_heavy_module() -> None:
     code = """if True:
         import sys
         import sembra.core, sembra.errors, sembra.external.external_program
-        heavy = {"httpx", "uvicorn", "pydantic", "jinja2", "rich", "starlette", "numpy"}
+        heavy = {"httpcore", "uvicorn", "pydantic", "jinja2", "rich", "starlette", "numpy"}
         print(sorted(heavy & set(sys.modules)))
     """
     assert _run(code).stdout == "[]\n"

@@ -1,6 +1,7 @@
 """The template-filling service in a thread of this process, on a loopback port."""
 
 import atexit
+import logging
 import os
 import socket
 import threading
@@ -14,6 +15,13 @@ from sembra.local.service.app import app
 START_LIMIT = 15.0
 """Time that the service may take to start, in seconds."""
 
+WAITING = 128
+"""How many connections may wait to be taken up."""
+
+# What the server has to say about its callers doesn't go to the application's standard error,
+# unless the application sets up logging.
+logging.getLogger("uvicorn").addHandler(logging.NullHandler())
+
 
 class BackgroundService:
     """One running service.
@@ -25,7 +33,7 @@ class BackgroundService:
     def __init__(self) -> None:
         # The port is bound here and handed over open, so nobody can take it in between.
         try:
-            self._socket = socket.create_server(("127.0.0.1", 0))
+            self._socket = _listen()
         except OSError as error:
             raise InternalError(f"No loopback port for the local service: {error}") from error
         self._server = uvicorn.Server(
@@ -34,7 +42,6 @@ class BackgroundService:
         self._thread = threading.Thread(
             target=self._server.run, args=([self._socket],), name="sembra-service", daemon=True
         )
-        self._process = os.getpid()
         try:
             self._thread.start()
         except RuntimeError as error:
@@ -49,8 +56,8 @@ class BackgroundService:
 
     @property
     def is_running(self) -> bool:
-        """Whether the service runs in this process: threads don't survive a fork."""
-        return self._process == os.getpid() and self._thread.is_alive()
+        """Whether the service answers."""
+        return self._thread.is_alive()
 
     def stop(self) -> None:
         """Stop the service and wait until it has stopped."""
@@ -59,13 +66,34 @@ class BackgroundService:
             self._thread.join(timeout=5.0)
         self._socket.close()
 
+    def leave_to_parent(self) -> None:
+        """Let go of the port in a forked child, which has a copy of it but not the thread."""
+        self._socket.close()
+
     def _await_start(self) -> None:
         deadline = time.monotonic() + START_LIMIT
         while not self._server.started:
             if not self._thread.is_alive() or time.monotonic() > deadline:
                 self.stop()
                 raise InternalError("The local service did not start")
-            time.sleep(0.005)
+            time.sleep(0.001)
+
+
+def _listen() -> socket.socket:
+    """Return a socket that listens on a free loopback port.
+
+    The server sets TCP_NODELAY on connections whose protocol is given as TCP, which
+    `socket.create_server` doesn't do: the body of each answer would wait some 40 ms until its head
+    has been confirmed.
+    """
+    listener = socket.socket(socket.AF_INET, socket.SOCK_STREAM, socket.IPPROTO_TCP)
+    try:
+        listener.bind(("127.0.0.1", 0))
+        listener.listen(WAITING)
+    except BaseException:
+        listener.close()
+        raise
+    return listener
 
 
 _lock = threading.Lock()
@@ -97,7 +125,9 @@ def stop_local_service() -> None:
 def _forget_after_fork() -> None:
     global _lock, _service
     _lock = threading.Lock()
-    _service = None
+    if _service is not None:
+        _service.leave_to_parent()
+        _service = None
 
 
 atexit.register(stop_local_service)
