@@ -15,7 +15,7 @@ from sembra.external.external_program import (
     _get_dseries_file_body,
     _JobContent,
 )
-from sembra.local.worker.errors import UNSUPPORTED_MODEL
+from sembra.local.worker.errors import OUT_OF_RANGE
 
 from tests.toolkit import fake_jobs
 from tests.toolkit.jobs.test_process_executor import await_that, is_alive, sleeping_processes
@@ -169,9 +169,9 @@ def test_is_abstract() -> None:
 
 
 def test_map_knows_the_message_of_the_real_worker() -> None:
-    text, kind = _dseries_exception_map[UNSUPPORTED_MODEL]
+    text, kind = _dseries_exception_map[OUT_OF_RANGE]
     assert kind is ModelError
-    assert "NEN_KOPPEJAN" in text
+    assert "The model holds numbers" in text
 
 
 def test_body_that_the_real_worker_cannot_read() -> None:
@@ -190,7 +190,9 @@ def test_sample_on_the_real_worker() -> None:
 
 @needs_samples
 def test_sample_that_the_real_worker_does_not_cover() -> None:
-    program = Program(b64encode((FOLDER / "bm4-7b.sli").read_bytes()).decode())
-    with pytest.raises(ExecutionError):
+    text = (FOLDER / "bm3-7a.sli").read_text("cp1252")
+    text = text.replace("0 : Use fit factors = FALSE", "1 : Use fit factors = TRUE")
+    program = Program(b64encode(text.encode("cp1252")).decode())
+    with pytest.raises(ExecutionError, match="fit factors"):
         program.execute(timeout=60)
-    assert program.messages == [UNSUPPORTED_MODEL]
+    assert len(program.messages) == 1

@@ -8,13 +8,13 @@ from typing import Any
 import numpy as np
 from sembra.external.dsettlement import OutputFileParser
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.ground.column import Column
-from sembra.local.worker.ground.mesh import Mesh
-from sembra.local.worker.result.column_result import (
+from sembra.local.worker.column_result import (
     ColumnResult,
     DarcyHistory,
     TerzaghiStresses,
 )
+from sembra.local.worker.ground.column import Column
+from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.soil_models.layer_settlement import LayerSettlement, SettlementParts
 
 KOPPEJAN = re.compile(r"Layer seperation count \r?\n(.*?)\[End of Koppejan", re.DOTALL)

@@ -14,7 +14,7 @@ from sembra.external.dsettlement import (
 )
 
 from tests.toolkit.worker.drain_section import with_drains
-from tests.toolkit.worker.input_file import Load, calculated, input_text
+from tests.toolkit.worker.input_file import calculated, input_text
 from tests.toolkit.worker.result_file import verticals
 from tests.toolkit.worker.test_geometry import two_dimensional
 
@@ -58,14 +58,14 @@ def test_drains_start_late() -> None:
     assert at(late, 100.0) > 1.1 * at(PLAIN, 100.0)
 
 
-def test_verticals_outside_the_drains_have_none() -> None:
+def test_beside_the_drains_less_drains_away_with_the_distance() -> None:
     text = two_dimensional().replace("SoilDrained=1", "SoilDrained=0")
     # Verticals stand at 10, 20.5 and 90.
     among = ("      10.000 = Position of the r", "      20.500 = Position of the r")
     level = ("-0.500 = Phreatic", " 0.000 = Phreatic")
     plain = verticals(calculated(text))
     drained = verticals(calculated(with_drains(text, among, START, level)))
-    assert [a == b for a, b in zip(plain, drained, strict=True)] == [False, False, True]
+    assert [a == b for a, b in zip(plain, drained, strict=True)] == [False, False, False]
 
 
 def test_dewatering_is_a_load_that_comes_and_goes() -> None:
@@ -78,21 +78,6 @@ def test_dewatering_is_a_load_that_comes_and_goes() -> None:
     # Afterwards the soil swells, along a stiffer line than it was compressed.
     gain = [at(text, time) - at(idle, time) for time in (2000.0, 5000.0)]
     assert 0 < gain[1] < gain[0]
-
-
-def closed(load: Load) -> str:
-    """An input file of clay that drains neither at its top nor at its bottom."""
-    sides = {f"Dispersion conditions layer boundaries {side}": 0 for side in ("top", "bottom")}
-    return input_text(soils=CLAY, phreatic_level=0.0, end=5000, options=sides, loads=[load])
-
-
-def test_underpressure_in_closed_ground_settles_like_a_load() -> None:
-    ends = [("-3.000 = Bottom", "-4.000 = Bottom"), ("-0.500 = Ph", " 0.000 = Ph"), START]
-    vacuum = [("    90.000 = End", "100000.000 = End"), ("    10.000 = Be", "     0.000 = Be")]
-    vacuum += [("-1.500 = Water", " 0.000 = Water"), SIMPLE]
-    loaded = with_drains(closed(("Fill", 0, 35.0, 1, 0)), *ends)
-    pumped = with_drains(closed(("Weight", -1, 0.0, 1, 0)), *ends, *vacuum)
-    assert history(pumped)[1] == pytest.approx(history(loaded)[1], abs=2e-6)
 
 
 def test_stresses_with_dewatering() -> None:

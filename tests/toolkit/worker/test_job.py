@@ -6,23 +6,21 @@ from typing import Any
 import pytest
 from sembra.local.worker import job as job_module
 from sembra.local.worker import run_job
-from sembra.local.worker.errors import INVALID_BODY, UNSUPPORTED_JOB, UNSUPPORTED_MODEL
+from sembra.local.worker.errors import INVALID_BODY, OUT_OF_RANGE, UNSUPPORTED_JOB
 
 from tests.toolkit.worker.input_file import calculated, input_text, job, refused
 
 
 def test_message_that_callers_map() -> None:
-    assert UNSUPPORTED_MODEL == (
-        "The worker calculates NEN-Koppejan with Terzaghi consolidation only."
+    assert OUT_OF_RANGE == (
+        "The input file holds numbers that are too large or too small to calculate with."
     )
 
 
 @pytest.mark.parametrize(
     ("model", "message"),
     [
-        ({"Calculation type": 0}, UNSUPPORTED_MODEL),
-        ({"Model": 1}, UNSUPPORTED_MODEL),
-        ({"Model": 2}, UNSUPPORTED_MODEL),
+        ({"Calculation type": 0}, "The worker does not cover consolidation by Darcy."),
         ({"Probabilistic": 1}, "The worker does not cover reliability analysis."),
     ],
 )

@@ -12,9 +12,8 @@ from sembra.errors import ModelError
 __all__ = ["ExecutionError", "ExternalProgram"]
 
 _dseries_exception_map: dict[str, tuple[str, type[Exception]]] = {
-    "The worker calculates NEN-Koppejan with Terzaghi consolidation only.": (
-        "The worker on this machine calculates models with CalculationModel.NEN_KOPPEJAN and "
-        "ConsolidationModel.TERZAGHI only.",
+    "The input file holds numbers that are too large or too small to calculate with.": (
+        "The model holds numbers that are too large or too small to calculate with.",
         ModelError,
     ),
 }

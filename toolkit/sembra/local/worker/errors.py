@@ -6,7 +6,6 @@ its text doesn't change once released: callers map whole messages to exceptions 
 
 from typing import Self
 
-UNSUPPORTED_MODEL = "The worker calculates NEN-Koppejan with Terzaghi consolidation only."
 UNSUPPORTED_JOB = 'The worker runs version 1 of "dsettlement" only.'
 INVALID_BODY = "The body of the job is not the base64 text of an input file."
 INTERNAL_ERROR = "The worker failed by an error of its own: {error}"

@@ -2,7 +2,8 @@
 
 from dataclasses import dataclass
 
-from sembra.local.worker.consolidation.drains import Drains
+from sembra.local.worker.consolidation.consolidation import Consolidation
+from sembra.local.worker.consolidation.drains.drains import Drains
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.options import Options
@@ -17,13 +18,10 @@ class Project:
     """
 
     soil_model: type[SoilModel]
+    consolidation: Consolidation
     columns: tuple[Column, ...]
     loads: tuple[Load, ...]
     options: Options
     residual_times: tuple[float, ...]
     load_areas: tuple[float, ...] = ()
     drains: Drains | None = None
-
-    def drains_around(self, column: Column) -> Drains | None:
-        """The drains, if the column stands among them."""
-        return self.drains if self.drains and self.drains.surround(column.x) else None

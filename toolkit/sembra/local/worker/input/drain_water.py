@@ -6,7 +6,14 @@ A second line "Flow type" is the kind of schedule; the rows of a detailed one st
 import itertools
 from enum import IntEnum
 
-from sembra.local.worker.consolidation.drains import DrainWater
+from sembra.local.worker.consolidation.drains.water import (
+    DrainWater,
+    PipeWater,
+    Schedule,
+    ScheduleKind,
+    Stage,
+    StandingWater,
+)
 from sembra.local.worker.errors import NotCoveredError
 from sembra.local.worker.input.options import Labelled
 from sembra.local.worker.input.sections import Cursor, Section
@@ -22,91 +29,78 @@ class DrainType(IntEnum):
     SAND_WALL = 2
 
 
-class _Schedule(IntEnum):
-    OFF = 0
-    SIMPLE = 1
-    DETAILED = 2
-
-
 class WaterReader:
     """Reads the water in drains of a type.
 
     Args:
         section: the section of the drains.
         kind: the type of drain.
-        water_unit_weight: in kN/m³.
     """
 
-    def __init__(self, section: Section, kind: DrainType, water_unit_weight: float) -> None:
+    def __init__(self, section: Section, kind: DrainType) -> None:
         self._section = section
         self._lines = Labelled(section)
         self._kind = kind
-        self._water_unit_weight = water_unit_weight
 
-    def read(self) -> tuple[DrainWater, ...]:
-        """The water in the drains from the start of drainage on, in the order of time.
+    def read(self) -> Schedule:
+        """Return the water in the drains from the start of drainage on.
 
         Raises:
             InputFileError: the section is malformed, or a value is out of range.
-            NotCoveredError: the drains are dewatered in a way that the worker doesn't calculate.
+            NotCoveredError: a detailed schedule has no times.
         """
         cursor = self._schedule()
         code = cursor.integer("the kind of schedule")
-        if code not in list(_Schedule):
+        if code not in list(ScheduleKind):
             raise cursor.error(f"the kind {code} of schedule is unknown")
-        if code == _Schedule.DETAILED:
-            return self._detailed(cursor)
-        idle = DrainWater(
-            self._not_negative("Start of drainage"), self._lines.number("Phreatic level in drain")
+        kind = ScheduleKind(code)
+        return Schedule(
+            kind, self._detailed(cursor) if kind is ScheduleKind.DETAILED else self._plain(kind)
         )
-        return self._simple(idle) if code == _Schedule.SIMPLE else (idle,)
 
-    def _simple(self, idle: DrainWater) -> tuple[DrainWater, ...]:
-        """Dewatering from one time to another, as far as that is after the start of drainage."""
+    def _plain(self, kind: ScheduleKind) -> tuple[Stage, ...]:
+        """Water at rest, and dewatering from one time to another after the start of drainage."""
+        start = self._not_negative("Start of drainage")
+        idle = StandingWater(self._lines.number("Phreatic level in drain"))
+        at_rest = Stage(start, idle)
+        if kind is ScheduleKind.OFF:
+            return (at_rest,)
         begin, end = self._not_negative("Begin time"), self._not_negative("End time")
         if end < begin:
             raise self._lines.error("End time", "dewatering ends before it begins")
-        begin = max(begin, idle.time)
+        begin = max(begin, start)
         if end <= begin:
-            return (idle,)
+            return (at_rest,)
         of_kind = "sand wall" if self._kind is DrainType.SAND_WALL else "strips and columns"
-        dewatered = self._dewatered(
-            begin,
+        pumped = self._pumped(
             self._not_negative(f"Under pressure for {of_kind}"),
             self._lines.number("Water head during dewatering"),
             self._lines.number("Tube pressure during dewatering"),
         )
-        before = (idle,) if begin > idle.time else ()
-        return (*before, dewatered, DrainWater(end, idle.level))
+        before = (at_rest,) if begin > start else ()
+        return (*before, Stage(begin, pumped), Stage(end, idle))
 
-    def _detailed(self, cursor: Cursor) -> tuple[DrainWater, ...]:
+    def _detailed(self, cursor: Cursor) -> tuple[Stage, ...]:
         """Dewatering in stages, each until the next; drainage starts with the first."""
-        water: list[DrainWater] = []
+        stages: list[Stage] = []
         for _ in range(cursor.count("the number of times")):
-            time, underpressure, head, tube_pressure = cursor.numbers(
+            time, underpressure, head, pipe_pressure = cursor.numbers(
                 "time, underpressure, water level and tube pressure", 4
             )
             if time < 0 or underpressure < 0:
                 raise cursor.error("neither a time nor an underpressure should be negative")
-            water.append(self._dewatered(time, underpressure, head, tube_pressure))
-            if any(a.time >= b.time for a, b in itertools.pairwise(water[-2:])):
+            stages.append(Stage(time, self._pumped(underpressure, head, pipe_pressure)))
+            if any(a.time >= b.time for a, b in itertools.pairwise(stages[-2:])):
                 raise cursor.error("the times of the schedule should ascend")
-        if not water:
+        if not stages:
             raise NotCoveredError.of("drains with a detailed schedule that has no times")
-        return tuple(water)
+        return tuple(stages)
 
-    def _dewatered(
-        self, time: float, underpressure: float, head: float, tube_pressure: float
-    ) -> DrainWater:
-        """In a sand wall, water stands as high above the drain pipe as its pressure carries it."""
+    def _pumped(self, underpressure: float, head: float, pipe_pressure: float) -> DrainWater:
         if self._kind is not DrainType.SAND_WALL:
-            return DrainWater(time, head, underpressure)
-        if underpressure > 0:
-            raise NotCoveredError.of("an underpressure in sand walls")
-        if tube_pressure < 0:
-            raise NotCoveredError.of("a tube pressure below zero in sand walls")
+            return StandingWater(head, underpressure)
         pipe = self._lines.number("Position of the drain pipe")
-        return DrainWater(time, pipe + tube_pressure / self._water_unit_weight)
+        return PipeWater(pipe, pipe_pressure, underpressure)
 
     def _not_negative(self, label: str) -> float:
         value = self._lines.number(label)

@@ -1,7 +1,7 @@
 """The section VERTICAL DRAIN: the drains themselves."""
 
-from sembra.local.worker.consolidation.drains import Drains
-from sembra.local.worker.consolidation.horizontal_flow import (
+from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.flow import (
     HorizontalFlow,
     PlaneFlow,
     RadialFlow,
@@ -20,12 +20,11 @@ _SIZES = (0.001, 1000.0)
 _INFLUENCE = {0: 1.05, 1: 1.13, 2: 1.0}
 
 
-def read_drains(whole: Section, water_unit_weight: float) -> Drains | None:
-    """The drains of the file, or None if they are switched off.
+def read_drains(whole: Section) -> Drains | None:
+    """Return the drains of the file, or None if they are switched off.
 
     Args:
         whole: the whole file.
-        water_unit_weight: in kN/m³.
 
     Raises:
         InputFileError: the section is malformed, or a value is out of range.
@@ -50,7 +49,7 @@ def read_drains(whole: Section, water_unit_weight: float) -> Drains | None:
         right=right,
         bottom=lines.number("Bottom position"),
         flow=_read_flow(lines, kind),
-        water=WaterReader(section, kind, water_unit_weight).read(),
+        schedule=WaterReader(section, kind).read(),
     )
 
 
@@ -58,7 +57,7 @@ def _read_flow(lines: Labelled, kind: DrainType) -> HorizontalFlow:
     distance = lines.between(_DISTANCE, *_SIZES)
     try:
         if kind is DrainType.SAND_WALL:
-            return PlaneFlow(distance - lines.between("Width", *_SIZES))
+            return PlaneFlow(distance, lines.between("Diameter", *_SIZES))
         diameter = (
             lines.between("Diameter", *_SIZES)
             if kind is DrainType.COLUMN
@@ -66,7 +65,7 @@ def _read_flow(lines: Labelled, kind: DrainType) -> HorizontalFlow:
                 lines.between("Width", *_SIZES), lines.between("Thickness", *_SIZES)
             )
         )
-        return RadialFlow(_read_influence(lines) * distance, diameter)
+        return RadialFlow(distance, _read_influence(lines), diameter)
     except ValueError as error:
         raise lines.error(_DISTANCE, str(error)) from None
 

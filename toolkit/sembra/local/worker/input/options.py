@@ -1,14 +1,15 @@
 """The sections MODEL, CALCULATION OPTIONS, WATER and RESIDUAL TIMES, and what isn't covered."""
 
-from sembra.local.worker.errors import UNSUPPORTED_MODEL, InputFileError, NotCoveredError
+from collections.abc import Iterable
+
+from sembra.local.worker.errors import InputFileError, NotCoveredError
 from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
 from sembra.local.worker.input.loads import count_loads
 from sembra.local.worker.input.sections import Line, Section, parse_number
 from sembra.local.worker.loads.spreading import Distribution
 from sembra.local.worker.options import Options
 
-_TERZAGHI = 1
-_KOPPEJAN = 0
+_DARCY = 0
 
 _UNCOVERED_MODEL_SWITCHES = {
     "Fit for settlement plate": "the fit for a settlement plate",
@@ -22,7 +23,6 @@ _UNCOVERED_OPTION_SWITCHES = {
     "Submerging": "submerging",
     "Maintain profile": "maintaining the profile",
     "Use fit factors": "fit factors",
-    "Predict settlements omitting additional loadsteps": "the omission of additional load steps",
 }
 
 
@@ -56,6 +56,13 @@ class Labelled:
             raise self.error(label, f"{label} should be a whole number and is {value:g}")
         return int(value)
 
+    def one_of(self, label: str, known: Iterable[int]) -> int:
+        """The code in front of a label, which is one of the known ones."""
+        code = self.code(label)
+        if code not in known:
+            raise self.error(label, f"{label} {code} is unknown")
+        return code
+
     def switch(self, label: str, *, absent: bool | None = None) -> bool:
         """The switch in front of a label; `absent` is its value in files that don't have it."""
         if absent is not None and label not in self._lines:
@@ -84,8 +91,8 @@ def check_model(whole: Section) -> None:
         InputFileError: a section is malformed.
     """
     model = Labelled(whole.section("MODEL"))
-    if model.code("Calculation type") != _TERZAGHI or model.code("Model") != _KOPPEJAN:
-        raise NotCoveredError(UNSUPPORTED_MODEL)
+    if model.code("Calculation type") == _DARCY:
+        raise NotCoveredError.of("consolidation by Darcy")
     for label, what in _UNCOVERED_MODEL_SWITCHES.items():
         if model.switch(label, absent=False):
             raise NotCoveredError.of(what)

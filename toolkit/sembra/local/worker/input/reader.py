@@ -1,5 +1,6 @@
 """Puts the sections of an input file together."""
 
+from sembra.local.worker.consolidation.table import CONSOLIDATIONS
 from sembra.local.worker.errors import NotCoveredError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
@@ -37,7 +38,8 @@ def read_project(text: str) -> Project:
     whole = read_whole(text).section("INPUT DATA")
     check_model(whole)
     options = read_options(whole)
-    soil_model = SOIL_MODELS[Labelled(whole.section("MODEL")).code("Model")]
+    model = Labelled(whole.section("MODEL"))
+    soil_model = SOIL_MODELS[model.one_of("Model", SOIL_MODELS)]
     materials = read_materials(whole, soil_model)
     ground = _read_ground(whole, materials)
     embankments = _read_embankments(whole, ground, options)
@@ -57,12 +59,13 @@ def read_project(text: str) -> Project:
         raise cursor.error("there are no verticals")
     return Project(
         soil_model=soil_model,
+        consolidation=CONSOLIDATIONS[model.one_of("Calculation type", CONSOLIDATIONS)],
         columns=tuple(columns),
         loads=loads,
         options=options,
         residual_times=read_residual_times(whole, options.end),
         load_areas=tuple(load.area for load in embankments),
-        drains=read_drains(whole, options.water_unit_weight),
+        drains=read_drains(whole),
     )
 
 

@@ -2,7 +2,7 @@
 
 from collections.abc import Iterator
 
-from sembra.local.worker.result.column_result import Dissipation
+from sembra.local.worker.column_result import Dissipation
 from sembra.local.worker.result.format import row
 
 

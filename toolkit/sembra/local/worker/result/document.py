@@ -2,8 +2,8 @@
 
 from collections.abc import Iterator, Sequence
 
+from sembra.local.worker.column_result import ColumnResult
 from sembra.local.worker.project import Project
-from sembra.local.worker.result.column_result import ColumnResult
 from sembra.local.worker.result.dissipation import dissipation_block
 from sembra.local.worker.result.format import fixed
 from sembra.local.worker.result.residual import residual_block

@@ -5,7 +5,7 @@ from collections.abc import Iterator
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.result.column_result import ColumnResult
+from sembra.local.worker.column_result import ColumnResult
 from sembra.local.worker.result.format import column_indication, fixed
 
 _TIMES = [digit * 10.0**power for power in range(-3, 4) for digit in (1, 2, 5)] + [10000.0]

@@ -4,7 +4,7 @@ from collections.abc import Iterator, Sequence
 
 import numpy as np
 
-from sembra.local.worker.result.column_result import ColumnResult
+from sembra.local.worker.column_result import ColumnResult
 from sembra.local.worker.result.format import column_indication, fixed
 
 

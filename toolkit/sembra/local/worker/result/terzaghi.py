@@ -5,7 +5,7 @@ from collections.abc import Iterator
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.result.column_result import TerzaghiStresses
+from sembra.local.worker.column_result import TerzaghiStresses
 from sembra.local.worker.result.format import column_indication, fixed, history, row
 
 

@@ -3,7 +3,7 @@
 from collections.abc import Iterator
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.result.column_result import ColumnResult, DarcyHistory, TerzaghiStresses
+from sembra.local.worker.column_result import ColumnResult, DarcyHistory, TerzaghiStresses
 from sembra.local.worker.result.darcy import (
     darcy_history,
     drained_layers_block,

@@ -15,3 +15,7 @@ class Isotache(CreepIsotaches):
             "b": values.positive("SoilSecCompIndex"),
             "c": values.not_negative("SoilSecCompRate"),
         }
+
+    @property
+    def printed_preconsolidation(self) -> None:
+        """None: result files of this model don't have it."""

@@ -13,9 +13,11 @@ from collections.abc import Sequence
 from dataclasses import dataclass
 
 import numpy as np
+from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.options import Options
+from sembra.local.worker.soil_models.layer_settlement import LayerSettlement, SettlementParts
 from sembra.local.worker.soil_models.soil_model import (
     Elements,
     ParameterValues,
@@ -23,30 +25,8 @@ from sembra.local.worker.soil_models.soil_model import (
     StrainHistory,
     StressStep,
 )
-
-
-@dataclass(frozen=True)
-class StressPath:
-    """The logarithms of one load step, per element: unloading (negative), below and above pc."""
-
-    swelling: Floats
-    below: Floats
-    above: Floats
-
-
-def stress_path(before: Floats, after: Floats, preconsolidation: Floats) -> StressPath:
-    """Split the step from one effective stress to another at the preconsolidation pressure.
-
-    All stresses must be positive; each array has one value per element.
-    """
-    loading = after > before
-    below = np.log(np.minimum(after, preconsolidation) / before)
-    above = np.log(after / np.maximum(before, preconsolidation))
-    return StressPath(
-        swelling=np.where(loading, 0.0, np.log(after / before)),
-        below=np.where(loading, np.maximum(below, 0.0), 0.0),
-        above=np.where(loading, np.maximum(above, 0.0), 0.0),
-    )
+from sembra.local.worker.soil_models.stress_path import StressPath, stress_path
+from sembra.local.worker.soil_models.unstated_constants import unstated_constants
 
 
 @dataclass(frozen=True)
@@ -130,12 +110,29 @@ class Koppejan(SoilModel):
         path = _Loading(self)
         return [path.load(stress) for stress in stresses]
 
-    def pressures(self, stresses: Sequence[Floats]) -> Floats:
-        """Return the preconsolidation pressure that the last of several load steps meets."""
-        path = _Loading(self)
-        for stress in stresses:
-            path.load(stress)
-        return path.preconsolidation
+    def layer_settlements(
+        self, stresses: Sequence[Floats], heights: Floats, layers: NDArray[np.intp]
+    ) -> tuple[LayerSettlement, ...]:
+        """Return the settlement of each layer by all load steps, when all water is out."""
+        paths = self.paths(stresses)
+
+        def parts(constants: Compressibility, layer: int) -> SettlementParts:
+            inside = heights * (layers == layer)
+            strains = [constants.parts(path) for path in paths]
+            return SettlementParts(
+                swelling=float(sum(strain.swelling @ inside for strain in strains)),
+                below=float(sum(strain.below @ inside for strain in strains)),
+                above=float(sum(strain.above @ inside for strain in strains)),
+            )
+
+        return tuple(
+            LayerSettlement(parts(self.primary, layer), parts(self.secular, layer))
+            for layer in range(int(layers[-1]) + 1)
+        )
+
+    def remarks(self, stresses: Sequence[Floats]) -> list[str]:
+        """Tell of loading or unloading of a material whose constants nobody has stated."""
+        return unstated_constants(self.elements, self.paths(stresses))
 
     def begin(self) -> StrainHistory:
         """Return the history of the elements at time 0."""

@@ -11,10 +11,12 @@ from dataclasses import dataclass
 from typing import ClassVar, Protocol
 
 import numpy as np
+from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.options import Options
+from sembra.local.worker.soil_models.layer_settlement import LayerSettlement
 
 
 class ParameterValues(Protocol):
@@ -102,6 +104,11 @@ class SoilModel(ABC):
         """Return the parameters of a material, by the names of this model."""
 
     @property
+    def printed_preconsolidation(self) -> Floats | None:
+        """The preconsolidation pressure that result files show, or None if they don't, in kPa."""
+        return self.elements.preconsolidation
+
+    @property
     @abstractmethod
     def storage(self) -> Floats:
         """Elastic compressibility of each element, that the water is stored by, in 1/kPa."""
@@ -127,6 +134,26 @@ class SoilModel(ABC):
     @abstractmethod
     def begin(self) -> StrainHistory:
         """Return the history of the elements at time 0, when they have no strain yet."""
+
+    def remarks(self, _stresses: Sequence[Floats], /) -> list[str]:
+        """Return what the user should know about the parameters, as whole sentences.
+
+        Args:
+            stresses: effective stress of the elements after each load step, in kPa.
+        """
+        return []
+
+    def layer_settlements(
+        self, _stresses: Sequence[Floats], _heights: Floats, _layers: NDArray[np.intp], /
+    ) -> tuple[LayerSettlement, ...] | None:
+        """Return the settlement of each layer by kind, if the model tells kinds apart.
+
+        Args:
+            stresses: effective stress of the elements after each load step, in kPa.
+            heights: initial height of each element, in metres.
+            layers: the layer of each element, from 0 at the top.
+        """
+        return None
 
     def relative_to_initial_height(self, strain: Floats) -> Floats:
         """Return linear strain, out of natural (Hencky) strain if that is the strain type."""

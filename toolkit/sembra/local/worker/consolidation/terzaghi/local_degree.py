@@ -1,4 +1,4 @@
-"""Degree of consolidation of a homogeneous layer (Terzaghi and Fröhlich, 1936).
+"""Degree of consolidation of a part of a homogeneous layer (Terzaghi and Fröhlich, 1936).
 
 The excess pressure after a sudden uniform load is known as a Fourier series and, for early times,
 as a series of images.
@@ -16,26 +16,24 @@ _IMAGES = 4
 _erfc = np.vectorize(math.erfc, otypes=[np.float64])
 
 
-def mean_degree(times: Floats, length: float, upper: float, lower: float) -> Floats:
-    """Mean degree of consolidation between two depths of a layer drained at both sides.
+def local_degree(factor: Floats, upper: float, lower: float) -> Floats:
+    """Return the mean degree of consolidation between two depths of a layer drained at both sides.
 
     Args:
-        times: times since the load; up to 0 the degree is 0.
-        length: thickness of the layer divided by sqrt(cv), the distance between drained sides.
-        upper: depth of the part's top in the same measure.
+        factor: time factor c_v t / length², shape (times,); up to 0 the degree is 0.
+        upper: depth of the part's top, in parts of the distance between the drained sides.
         lower: depth of the part's bottom in the same measure.
     """
-    degrees = np.zeros_like(times)
-    factor = times / length**2
-    early = (times > 0) & (factor < _EARLY)
+    degrees = np.zeros_like(factor)
+    early = (factor > 0) & (factor < _EARLY)
     late = factor >= _EARLY
-    degrees[early] = _by_images(factor[early], upper / length, lower / length)
-    degrees[late] = 1 - _by_series(factor[late], upper / length, lower / length)
+    degrees[early] = _by_images(factor[early], upper, lower)
+    degrees[late] = 1 - _by_series(factor[late], upper, lower)
     return degrees
 
 
 def _by_series(factor: Floats, upper: float, lower: float) -> Floats:
-    """Mean excess pressure; relative depths, factor = cv t / length²."""
+    """Return the mean excess pressure; relative depths, factor = cv t / length²."""
     wave = (2 * np.arange(_TERMS) + 1)[:, None] * math.pi
     shape = (np.cos(wave * upper) - np.cos(wave * lower)) * 4 / wave**2
     total: Floats = (shape * np.exp(-(wave**2) * factor)).sum(axis=0)
@@ -43,7 +41,7 @@ def _by_series(factor: Floats, upper: float, lower: float) -> Floats:
 
 
 def _by_images(factor: Floats, upper: float, lower: float) -> Floats:
-    """Mean degree of consolidation; relative depths, factor = cv t / length²."""
+    """Return the mean degree of consolidation; relative depths, factor = cv t / length²."""
     width = 2 * np.sqrt(factor)
     total = np.zeros_like(factor)
     for n in range(_IMAGES):

@@ -1,0 +1,70 @@
+"""The one interface of the kinds of consolidation: from the loads on a column to its strains."""
+
+from collections.abc import Sequence
+from dataclasses import dataclass
+from typing import Protocol
+
+from sembra.local.worker.arrays import Floats
+from sembra.local.worker.column_result import DarcyHistory, TerzaghiStresses
+from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.ground.column import Column
+from sembra.local.worker.ground.mesh import Mesh
+from sembra.local.worker.loads.load import Load
+from sembra.local.worker.options import Options
+from sembra.local.worker.soil_models.soil_model import SoilModel
+
+
+@dataclass(frozen=True)
+class Situation:
+    """A column and what happens to it.
+
+    Args:
+        column: the column.
+        mesh: its mesh.
+        initial: effective stress at the nodes before the first load, in kPa.
+        water: pore pressure at the nodes then, in kPa.
+        model: the soil model of its elements.
+        loads: all loads, initial ones too.
+        drains: the drains of the file, if there are any.
+        options: the calculation options.
+        wanted_times: times in days that results are wanted for, beside those of the calculation.
+    """
+
+    column: Column
+    mesh: Mesh
+    initial: Floats
+    water: Floats
+    model: SoilModel
+    loads: Sequence[Load]
+    drains: Drains | None
+    options: Options
+    wanted_times: Sequence[float]
+
+
+@dataclass(frozen=True)
+class Consolidated:
+    """What becomes of a column.
+
+    Args:
+        times: all times of the calculation, from 0 to its end, shape (times,).
+        strain: strain of the elements relative to their initial height, shape (times, elements).
+        load_settlements: settlement of the surface by the first load step, by the first two, and
+            so on, shape (times, load steps), or None if the tool doesn't give it.
+        stresses: the stresses, as the kind of consolidation has them.
+    """
+
+    times: Floats
+    strain: Floats
+    load_settlements: Floats | None
+    stresses: TerzaghiStresses | DarcyHistory
+
+
+class Consolidation(Protocol):
+    """A kind of consolidation."""
+
+    def __call__(self, situation: Situation, /) -> Consolidated:
+        """Return what becomes of a column.
+
+        Raises:
+            WorkerError: an effective stress isn't positive, or a layer can't consolidate.
+        """

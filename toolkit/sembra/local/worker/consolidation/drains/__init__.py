@@ -1,0 +1,1 @@
+"""Vertical drains: where they stand, how water flows to them, and the water in them."""

@@ -1,0 +1,1 @@
+"""Consolidation by the theory of Terzaghi and Fröhlich (1936), in closed form."""

@@ -1,0 +1,97 @@
+"""The strains of a column that consolidates by Terzaghi's theory: drained ones, superposed."""
+
+from collections.abc import Sequence
+
+import numpy as np
+
+from sembra.local.worker.arrays import Floats
+from sembra.local.worker.column_result import TerzaghiStresses
+from sembra.local.worker.consolidation.consolidation import Consolidated, Situation
+from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
+from sembra.local.worker.consolidation.terzaghi.dewatering import Drawdown, drawdowns
+from sembra.local.worker.ground.mesh import Mesh
+from sembra.local.worker.ground.stresses import pore_pressures
+from sembra.local.worker.loads.load_steps import LoadStep, element_stress, load_steps
+from sembra.local.worker.soil_models.soil_model import StressStep
+from sembra.local.worker.timesteps import calculation_times
+
+
+def consolidate(situation: Situation) -> Consolidated:
+    """Return the strains of a column by the first load step, the first two, and so on.
+
+    Dewatering of drains is a load step; so is the soil's own weight where there are no initial
+    loads, and it causes nothing.
+
+    Raises:
+        WorkerError: an effective stress isn't positive, or a layer can't consolidate.
+    """
+    s = situation
+    mesh, options = s.mesh, s.options
+    column = TerzaghiColumn(s.column, mesh, options, s.drains)
+    lowered = (
+        drawdowns(s.column, mesh, s.drains, column, options.water_unit_weight) if s.drains else []
+    )
+    lowered = [one for one in lowered if one.time < options.end]
+    steps = _with_dewatering(load_steps(s.column, mesh, s.initial, s.loads), lowered, mesh)
+    starts = [step.time for step in steps] + ([s.drains.start] if s.drains else [])
+    times = calculation_times(starts, options.end, s.wanted_times)
+    changes = [step for step in steps if not step.is_own_weight]
+    strains = np.zeros((len(steps), len(times), len(mesh.thicknesses)))
+    if changes:
+        strains[len(steps) - len(changes) :] = s.model.strains(
+            [StressStep(step.time, element_stress(mesh, step.effective)) for step in changes],
+            times,
+            np.array([column.degrees(times, step.time)[mesh.element_layers].T for step in changes]),
+        )
+    return Consolidated(
+        times=times,
+        strain=strains[-1],
+        load_settlements=(strains @ mesh.thicknesses).T,
+        stresses=_stresses(s, times, steps, strains[-1, -1] * mesh.thicknesses, lowered),
+    )
+
+
+def _with_dewatering(
+    steps: Sequence[LoadStep], lowered: Sequence[Drawdown], mesh: Mesh
+) -> list[LoadStep]:
+    """Return the load steps with those of dewatering among them.
+
+    Dewatering at the time of a load is one step with it; the own weight stays by itself.
+    """
+    loads = [step for step in steps if not step.is_own_weight]
+    before = [step for step in steps if step.is_own_weight]
+    merged = list(before)
+    for time in sorted({step.time for step in loads} | {one.time for one in lowered}):
+        placed = [step for step in [*before, *loads] if step.time <= time]
+        effective = placed[-1].effective + lowering(mesh, lowered, time)
+        merged.append(LoadStep(time, effective))
+    return merged
+
+
+def lowering(mesh: Mesh, lowered: Sequence[Drawdown], time: float) -> Floats:
+    """Return by what the pore pressure at the nodes has fallen at a time, in kPa."""
+    past = [drawdown for drawdown in lowered if drawdown.time <= time]
+    return past[-1].lowering[mesh.node_layers] if past else np.zeros_like(mesh.levels)
+
+
+def _stresses(
+    s: Situation,
+    times: Floats,
+    steps: Sequence[LoadStep],
+    compressions: Floats,
+    lowered: Sequence[Drawdown],
+) -> TerzaghiStresses:
+    settlements = np.append(np.cumsum(compressions[::-1])[::-1], 0.0)
+    water = pore_pressures(s.column, s.mesh, s.options.water_unit_weight, settlements)
+    water -= lowering(s.mesh, lowered, s.options.end)
+    loading = np.tile(s.initial, (len(times), 1))
+    for step in steps:
+        loading[times > step.time] = step.effective
+    return TerzaghiStresses(
+        initial_total=s.initial + s.water,
+        initial_water=s.water,
+        final_total=steps[-1].effective + water,
+        final_water=water,
+        loading=loading,
+        preconsolidation=s.model.printed_preconsolidation,
+    )
