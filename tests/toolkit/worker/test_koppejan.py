@@ -8,8 +8,8 @@ import pytest
 from sembra.local.worker.soil_models.koppejan import (
     Compressibility,
     secular_factor,
-    stress_path,
 )
+from sembra.local.worker.soil_models.stress_path import stress_path
 
 from tests.toolkit.worker.input_file import calculated, input_text
 from tests.toolkit.worker.result_file import verticals
