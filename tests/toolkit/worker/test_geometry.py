@@ -42,7 +42,8 @@ def test_levels_at_the_vertical() -> None:
 def test_interpolated_pressure_between_the_nearest_known_ones() -> None:
     column = section(WATER, INTERPOLATED, DEEP_WATER).column(20.0, 0.0)
     head_at_border = column.layers[0].head_bottom
-    part = 3.0 / 10.4
+    # From no pressure at the water level of -0.6 m to 12.4 m of water at -10.4 m.
+    part = (3.0 - 0.6) / (10.4 - 0.6)
     assert head_at_border + 3.0 == pytest.approx(part * 12.4)
     assert column.layers[1].head_top == head_at_border
 

@@ -3,7 +3,7 @@
 import numpy as np
 import pytest
 from sembra.local.worker.ground.column import Column, Layer
-from sembra.local.worker.ground.stresses import load_stress, pore_pressure, soil_stress
+from sembra.local.worker.ground.stresses import load_stress, soil_stress
 from sembra.local.worker.loads.uniform import UniformLoad
 
 from tests.toolkit.worker.made_material import material
@@ -33,25 +33,7 @@ def column(phreatic_level: float) -> Column:
     ],
 )
 def test_total_stress(phreatic_level: float, level: float, stress: float) -> None:
-    assert soil_stress(column(phreatic_level), level, 10.0) == pytest.approx(stress)
-
-
-def test_pore_pressure_is_hydrostatic_below_the_level_and_zero_above() -> None:
-    layer = column(-1.0).layers[0]
-    assert pore_pressure(layer, -1.8, 9.81) == pytest.approx(0.8 * 9.81)
-    assert pore_pressure(layer, -0.5, 9.81) == 0.0
-
-
-def test_settlement_brings_a_point_deeper_under_water() -> None:
-    layer = column(-1.0).layers[0]
-    assert pore_pressure(layer, -0.5, 10.0, settlement=0.7) == pytest.approx(2.0)
-
-
-def test_pore_pressure_between_two_levels_is_linear() -> None:
-    layer = Layer(-2.0, -6.0, SAND, head_top=-1.0, head_bottom=1.0)
-    assert pore_pressure(layer, -2.0, 10.0) == pytest.approx(10.0)
-    assert pore_pressure(layer, -6.0, 10.0) == pytest.approx(70.0)
-    assert pore_pressure(layer, -3.0, 10.0) == pytest.approx(25.0)
+    assert soil_stress(column(phreatic_level), np.array([level]), 10.0) == pytest.approx([stress])
 
 
 def test_a_load_acts_at_and_below_its_level() -> None:

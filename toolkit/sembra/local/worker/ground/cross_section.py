@@ -84,7 +84,8 @@ class Geometry2D:
             WorkerError: x lies outside the geometry, layers overlap, or a pore pressure has
                 nothing to be interpolated from.
         """
-        heads = _heads(self.layers, x)
+        phreatic_level = self.phreatic_line.level(x)
+        heads = _heads(self.layers, x, phreatic_level)
         layers: list[Layer] = []
         for layer, (head_top, head_bottom) in zip(self.layers, heads, strict=True):
             top = layers[-1].bottom if layers else layer.top.level(x)
@@ -98,10 +99,12 @@ class Geometry2D:
                 layers.append(Layer(top, bottom, layer.material, head_top, head_bottom))
         if not layers:
             raise WorkerError(f"There is no layer at x = {x:g} m.")
-        return Column(x, z, tuple(layers), self.phreatic_line.level(x))
+        return Column(x, z, tuple(layers), phreatic_level)
 
 
-def _heads(layers: tuple[LayerBetween, ...], x: float) -> list[tuple[float, float]]:
+def _heads(
+    layers: tuple[LayerBetween, ...], x: float, phreatic_level: float
+) -> list[tuple[float, float]]:
     """Piezometric levels at top and bottom of each layer.
 
     A side without pressure has the level of the side itself.
@@ -115,29 +118,38 @@ def _heads(layers: tuple[LayerBetween, ...], x: float) -> list[tuple[float, floa
         )
     ]
     known = {
-        index: max((level if isinstance(head, int) else head.level(x)) - level, 0.0)
+        index: 0.0 if isinstance(head, int) else head.level(x) - level
         for index, (level, head) in enumerate(sides)
         if head != LayerBetween.INTERPOLATED
     }
-    heads = []
-    for index, (level, head) in enumerate(sides):
-        if isinstance(head, Polyline):
-            heads.append(head.level(x))
-        elif index in known:
-            heads.append(level)
-        else:
-            heads.append(level + _interpolated(index, [side[0] for side in sides], known, x))
+    levels = [level for level, _ in sides]
+    heads = [
+        level
+        + (
+            known[index]
+            if index in known
+            else _interpolated(index, levels, known, x, phreatic_level)
+        )
+        for index, level in enumerate(levels)
+    ]
     return list(zip(heads[::2], heads[1::2], strict=True))
 
 
-def _interpolated(index: int, levels: list[float], known: dict[int, float], x: float) -> float:
-    """Height of water at a side, linear in level between the nearest known sides."""
+def _interpolated(
+    index: int, levels: list[float], known: dict[int, float], x: float, phreatic_level: float
+) -> float:
+    """Height of water at a side, linear in level between the nearest known sides.
+
+    Where there is a suction at the upper one, above the phreatic line, it is linear from the line.
+    """
     above = [other for other in known if other < index]
     below = [other for other in known if other > index]
     if not above or not below:
         raise WorkerError(f"A pore pressure at x = {x:g} m has nothing to be interpolated from.")
-    upper, lower = above[-1], below[0]
-    if levels[upper] == levels[lower]:
-        return known[upper]
-    part = (levels[upper] - levels[index]) / (levels[upper] - levels[lower])
-    return known[upper] + (known[lower] - known[upper]) * part
+    upper, lower = levels[above[-1]], levels[below[0]]
+    start = known[above[-1]]
+    if start < 0 and lower < phreatic_level < upper:
+        upper, start = phreatic_level, 0.0
+    if upper == lower:
+        return start
+    return start + (known[below[0]] - start) * (upper - levels[index]) / (upper - lower)

@@ -1,7 +1,7 @@
 """Vertical stresses in a column, in kPa.
 
-Total stress is the weight of what lies above; pore pressure is hydrostatic below the piezometric
-level; effective stress is their difference (Terzaghi, 1925).
+Total stress is the weight of what lies above; effective stress is what the pore pressure leaves of
+it (Terzaghi, 1925).
 """
 
 from collections.abc import Iterable
@@ -10,45 +10,29 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.ground.column import Column, Layer
+from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
+from sembra.local.worker.ground.pore_pressure import pore_pressures_at
 from sembra.local.worker.loads.load import Load
 
 _STRESS_TOLERANCE = 1e-6
 _LEAST_EFFECTIVE_STRESS = 0.001
 
 
-def soil_stress(column: Column, level: float, water_unit_weight: float) -> float:
-    """Total stress by the soil and the free water above a level, without loads.
+def soil_stress(column: Column, levels: Floats, water_unit_weight: float) -> Floats:
+    """Total stress at some levels by the soil and the free water above them, without loads.
 
     Soil weighs its dry unit weight above the phreatic level and its wet unit weight below it;
     water that stands above the surface adds its weight.
     """
-    stress = max(column.phreatic_level - column.surface, 0.0) * water_unit_weight
+    free_water = max(column.phreatic_level - column.surface, 0.0) * water_unit_weight
+    stress = np.full_like(levels, free_water)
     for layer in column.layers:
-        bottom = max(layer.bottom, level)
-        if bottom >= layer.top:
-            break
-        border = min(max(column.phreatic_level, bottom), layer.top)
+        bottom = np.clip(levels, layer.bottom, layer.top)
+        border = np.clip(column.phreatic_level, bottom, layer.top)
         stress += (layer.top - border) * layer.material.unit_weight_dry
         stress += (border - bottom) * layer.material.unit_weight_wet
     return stress
-
-
-def pore_pressure(
-    layer: Layer, level: float, water_unit_weight: float, settlement: float = 0.0
-) -> float:
-    """Pore pressure at a level within a layer, after a settlement of that point.
-
-    Between two piezometric levels, one for the top and one for the bottom of the layer, the
-    pressure runs linearly. Above the piezometric level it is zero.
-    """
-    if layer.head_top == layer.head_bottom:
-        return max(layer.head_top - level + settlement, 0.0) * water_unit_weight
-    top = max(layer.head_top - layer.top, 0.0)
-    bottom = max(layer.head_bottom - layer.bottom, 0.0)
-    height = top + (bottom - top) * (layer.top - level) / layer.thickness
-    return (height + settlement) * water_unit_weight if height > 0 else 0.0
 
 
 def load_stress(loads: Iterable[Load], x: float, levels: Floats) -> Floats:
@@ -70,9 +54,9 @@ def initial_effective_stress(
     Raises:
         WorkerError: the water carries more than the weight above it.
     """
-    soil = [soil_stress(column, float(level), water_unit_weight) for level in mesh.levels]
     initial = [load for load in loads if load.is_initial]
-    total = np.array(soil) + load_stress(initial, column.x, mesh.levels)
+    total = soil_stress(column, mesh.levels, water_unit_weight)
+    total += load_stress(initial, column.x, mesh.levels)
     effective = total - pore_pressures(column, mesh, water_unit_weight)
     check_not_negative(mesh, effective)
     return np.maximum(effective, _LEAST_EFFECTIVE_STRESS)
@@ -96,13 +80,8 @@ def pore_pressures(
     column: Column, mesh: Mesh, water_unit_weight: float, settlements: Floats | None = None
 ) -> Floats:
     """Pore pressure at the nodes, after their settlements if these are given."""
-    moved = np.zeros_like(mesh.levels) if settlements is None else settlements
-    return np.array(
-        [
-            pore_pressure(column.layers[layer], float(level), water_unit_weight, float(settlement))
-            for layer, level, settlement in zip(mesh.node_layers, mesh.levels, moved, strict=True)
-        ]
-    )
+    moved = 0.0 if settlements is None else settlements
+    return pore_pressures_at(column, mesh.levels, water_unit_weight, moved)
 
 
 def middle_effective_stress(
@@ -110,11 +89,8 @@ def middle_effective_stress(
 ) -> Floats:
     """Initial effective stress in the middle of each layer."""
     middles = np.array([(layer.top + layer.bottom) / 2 for layer in column.layers])
-    soil = [soil_stress(column, float(level), water_unit_weight) for level in middles]
-    water = [
-        pore_pressure(layer, float(level), water_unit_weight)
-        for layer, level in zip(column.layers, middles, strict=True)
-    ]
     initial = [load for load in loads if load.is_initial]
-    stress: Floats = np.array(soil) - np.array(water) + load_stress(initial, column.x, middles)
+    stress = soil_stress(column, middles, water_unit_weight)
+    stress += load_stress(initial, column.x, middles)
+    stress -= pore_pressures_at(column, middles, water_unit_weight)
     return stress
