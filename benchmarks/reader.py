@@ -10,6 +10,7 @@ from pathlib import Path
 
 from sembra.errors import ParsingError
 from sembra.external.dsettlement import OutputFileParser
+from sembra.local.results import ResultFile
 
 from benchmarks.hostile_texts import MAKERS
 from benchmarks.peak_memory import measure_apart
@@ -108,6 +109,25 @@ def against_plain_and_floor(path: Path) -> list[Row]:
     return [against_plain, floor]
 
 
+def against_parent(path: Path) -> Row:
+    """Return how much longer a class takes that has a stress pattern of its own, and reads more."""
+    derived = ResultFile.read(path)
+    parent = OutputFileParser(Source(path.read_bytes().decode("cp1252")))
+    times = max(1, 2_000_000 // len(parent.raw_results))
+
+    def read_derived() -> None:
+        for _ in range(times):
+            _ = derived.vertical_results
+
+    def read_parent() -> None:
+        for _ in range(times):
+            _ = parent.vertical_results
+
+    return compare(
+        f"{path.stem}: other stress pattern : native", read_derived, read_parent, at_most=1.5
+    )
+
+
 def memory(path: Path) -> Row:
     """Return the ratio of the peak to the result for one real file."""
     peak, size = measure_apart(path, COPIES)
@@ -171,7 +191,7 @@ def rows() -> list[Row]:
     """Return all ratios; those on real files only where the files are."""
     report = []
     for path in sorted(SAMPLES.glob("*.sld")):
-        report += [*against_plain_and_floor(path), memory(path)]
+        report += [*against_plain_and_floor(path), against_parent(path), memory(path)]
     _keep_freed_memory()
     report += [linearity(name) for name in MAKERS]
     return report + [linearity(name, width) for name in WIDENED for width in WIDENING]

@@ -44,6 +44,7 @@ def test_the_one_dimensional_model_runs_and_its_files_can_be_kept(
             *(snippets(section) for section in sections),
             after,
             snippets("Keeping and reading files"),
+            snippets("Results"),
             "analysis.execute(timeout=60)",
             "print(parser.residual_times[1]['Settlement'])",
             "print(analysis.get_sld_file().getvalue() == Path('road.sld').read_bytes().decode())",
