@@ -36,7 +36,10 @@ MODEL = {
     "Model = NEN - Koppejan": 0,
     "Strain type = Linear": 0,
     "Vertical drains = FALSE": 0,
+    "Fit for settlement plate = FALSE": 0,
     "Probabilistic = FALSE": 0,
+    "Horizontal displacements = FALSE": 0,
+    "Secondary swelling = FALSE": 0,
 }
 
 OPTIONS = {

@@ -171,7 +171,7 @@ def test_every_vertical_is_progress() -> None:
         (
             "         3     4",
             "         3     9",
-            "section [CURVES], line 56: point 9 does not exist",
+            "section [CURVES], line 59: point 9 does not exist",
         ),
         ("       0 - Boundarynumber", "       7 - Boundarynumber", "boundary 7 does not exist"),
         ("       Clay\n", "       Mud\n", 'the material "Mud" is unknown'),

@@ -21,7 +21,7 @@ def test_message_that_callers_map() -> None:
     ("model", "message"),
     [
         ({"Calculation type": 0}, "The worker does not cover consolidation by Darcy."),
-        ({"Probabilistic": 1}, "The worker does not cover reliability analysis."),
+        ({"Secondary swelling": 1}, "The worker does not cover the separate secondary swelling."),
     ],
 )
 def test_models_that_are_not_covered(model: dict[str, float], message: str) -> None:
@@ -41,6 +41,31 @@ def test_models_that_are_not_covered(model: dict[str, float], message: str) -> N
 def test_options_that_are_not_covered(option: str, what: str) -> None:
     message = refused(input_text(options={option: 1}))
     assert message == f"The worker does not cover {what}."
+
+
+def test_one_refusal_names_all_that_stands_in_the_way() -> None:
+    text = input_text(model={"Secondary swelling": 1}, options={"Use fit factors": 1})
+    assert refused(text) == (
+        "The worker does not cover the separate secondary swelling and fit factors."
+    )
+
+
+@pytest.mark.parametrize(
+    ("label", "what"),
+    [
+        ("Probabilistic", "The reliability analysis"),
+        ("Horizontal displacements", "The calculation of horizontal displacements"),
+        ("Fit for settlement plate", "The fit for a settlement plate"),
+    ],
+)
+def test_what_only_adds_results_is_left_away_with_a_warning(label: str, what: str) -> None:
+    result = run_job(job(input_text(model={label: 1})))
+    remark = f"{what} that the file asks for is left away. The settlements are the same without it."
+    assert (result["error"], result["remarks"]) == (None, [remark])
+    assert f"[Warnings]\n      1     number of warnings\n{remark}\n" in calculated(
+        input_text(model={label: 1})
+    )
+    assert run_job(job(input_text()))["remarks"] == []
 
 
 def test_water_loads_are_not_covered() -> None:

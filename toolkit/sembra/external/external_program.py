@@ -1,5 +1,6 @@
 """Jobs for external programs: what to send, running it, and what came back."""
 
+import warnings
 from abc import ABC, abstractmethod
 from base64 import b64decode
 from collections.abc import Mapping
@@ -55,7 +56,8 @@ class ExternalProgram(ABC):
     def execute(self, timeout: float = 60.0) -> None:
         """Run the program and wait for its end.
 
-        A progress bar is shown if the standard error stream is a terminal.
+        A progress bar is shown if the standard error stream is a terminal. What the worker remarks
+        on the calculation is shown as warnings (`UserWarning`); it stands in the result file, too.
 
         Args:
             timeout: Time that the job may take, in seconds. A job that takes longer is ended.
@@ -86,6 +88,8 @@ class ExternalProgram(ABC):
             self._handle_execution_error(message)
             raise ExecutionError(message)
         self._result_content = result
+        for remark in result.get("remarks", ()):
+            warnings.warn(remark, stacklevel=2)
 
     @abstractmethod
     def _generate_job_content(self) -> _JobContent:

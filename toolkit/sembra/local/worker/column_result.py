@@ -109,3 +109,4 @@ class ColumnResult:
     load_settlements: Floats | None
     layer_settlements: tuple[LayerSettlement, ...] | None
     dissipation: Dissipation | None
+    remarks: tuple[str, ...] = ()

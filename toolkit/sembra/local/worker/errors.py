@@ -4,8 +4,6 @@ A message goes to the user of the module as it stands here, so it is written in 
 its text doesn't change once released: callers map whole messages to exceptions of their own.
 """
 
-from typing import Self
-
 UNSUPPORTED_JOB = 'The worker runs version 1 of "dsettlement" only.'
 INVALID_BODY = "The body of the job is not the base64 text of an input file."
 INTERNAL_ERROR = "The worker failed by an error of its own: {error}"
@@ -35,9 +33,14 @@ class InputFileError(WorkerError):
 
 
 class NotCoveredError(WorkerError):
-    """An input file that asks for what the worker doesn't calculate."""
+    """An input file that asks for what the worker doesn't calculate.
 
-    @classmethod
-    def of(cls, what: str) -> Self:
-        """The error that names the one thing that isn't covered."""
-        return cls(NOT_COVERED.format(what=what))
+    Args:
+        gaps: what that is, each in words that can stand behind "does not cover".
+    """
+
+    def __init__(self, *gaps: str) -> None:
+        *first, last = dict.fromkeys(gaps)
+        listed = f"{', '.join(first)} and {last}" if first else last
+        super().__init__(NOT_COVERED.format(what=listed))
+        self.gaps = gaps

@@ -38,22 +38,29 @@ def run_job(
 
     Returns:
         "files": the result files in base64 by extension, with ".sld" after a calculation and
-        ".err" with the message after an error; "error": None, or the message in plain words.
+        ".err" with the message after an error; "error": None, or the message in plain words;
+        "remarks": what the user should know about the calculation, as a list of sentences.
         A job either has all its results or an error; this function raises nothing for bad input.
     """
     try:
         with np.errstate(over="raise", invalid="raise", divide="raise"):
-            files = _run(content, report)
+            files, remarks = _run(content, report)
     except WorkerError as error:
         return _failed(str(error))
     except (FloatingPointError, OverflowError):
         return _failed(OUT_OF_RANGE)
     except Exception as error:
         return _failed(INTERNAL_ERROR.format(error=f"{type(error).__name__}: {error}"))
-    return {"files": {name: _encode(data) for name, data in files.items()}, "error": None}
+    return {
+        "files": {name: _encode(data) for name, data in files.items()},
+        "error": None,
+        "remarks": remarks,
+    }
 
 
-def _run(content: dict[str, Any], report: Callable[[float], None]) -> dict[str, bytes]:
+def _run(
+    content: dict[str, Any], report: Callable[[float], None]
+) -> tuple[dict[str, bytes], list[str]]:
     if content.get("name") != _NAME or content.get("version") != _VERSION:
         raise WorkerError(UNSUPPORTED_JOB)
     data = _decode(content.get("body"))
@@ -62,13 +69,14 @@ def _run(content: dict[str, Any], report: Callable[[float], None]) -> dict[str, 
     if command:
         files = run_console(command, data)
         report(1.0)
-        return files
+        return files, []
     text = _text(data)
     project = read_project(text)
     results = calculate(project, lambda fraction: report(0.9 * fraction))
-    written = write_results(text, project, results)
+    remarks = list(dict.fromkeys([*project.remarks, *(one for r in results for one in r.remarks)]))
+    written = write_results(text, project, results, remarks)
     report(1.0)
-    return {".sld": written.encode()}
+    return {".sld": written.encode()}, remarks
 
 
 def _decode(body: object) -> bytes:
@@ -89,7 +97,7 @@ def _text(data: bytes) -> str:
 
 
 def _failed(message: str) -> dict[str, Any]:
-    return {"files": {".err": _encode(f"{message}\n".encode())}, "error": message}
+    return {"files": {".err": _encode(f"{message}\n".encode())}, "error": message, "remarks": []}
 
 
 def _encode(data: bytes) -> str:

@@ -14,7 +14,8 @@ from sembra.local.worker.soil_models.soil_model import SoilModel
 class Project:
     """All that a calculation needs, one column for each vertical.
 
-    `load_areas` holds the cross-sections in m² of the loads that have one.
+    `load_areas` holds the cross-sections in m² of the loads that have one, and `remarks` what the
+    user should know about the input, as whole sentences.
     """
 
     soil_model: type[SoilModel]
@@ -25,3 +26,4 @@ class Project:
     residual_times: tuple[float, ...]
     load_areas: tuple[float, ...] = ()
     drains: Drains | None = None
+    remarks: tuple[str, ...] = ()

@@ -68,6 +68,7 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
         wanted_times=project.residual_times,
     )
     consolidated = project.consolidation(situation)
+    stresses = _drained_stresses(situation)
     return ColumnResult(
         column=column,
         mesh=mesh,
@@ -76,9 +77,10 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
         consolidation=consolidated.stresses,
         load_settlements=consolidated.load_settlements,
         layer_settlements=situation.model.layer_settlements(
-            _drained_stresses(situation), mesh.thicknesses, mesh.element_layers
+            stresses, mesh.thicknesses, mesh.element_layers
         ),
         dissipation=_dissipation(situation, consolidated.times) if options.dissipation else None,
+        remarks=tuple(situation.model.remarks(stresses)),
     )
 
 

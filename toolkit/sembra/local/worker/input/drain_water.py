@@ -93,7 +93,7 @@ class WaterReader:
             if any(a.time >= b.time for a, b in itertools.pairwise(stages[-2:])):
                 raise cursor.error("the times of the schedule should ascend")
         if not stages:
-            raise NotCoveredError.of("drains with a detailed schedule that has no times")
+            raise NotCoveredError("drains with a detailed schedule that has no times")
         return tuple(stages)
 
     def _pumped(self, underpressure: float, head: float, pipe_pressure: float) -> DrainWater:

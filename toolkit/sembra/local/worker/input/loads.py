@@ -53,7 +53,7 @@ def _read_load(cursor: Cursor, number: int) -> UniformLoad:
     name = cursor.name(f"the name of load {number}")
     kind = cursor.integer(f"the kind of load {number}")
     if kind != _UNIFORM:
-        raise NotCoveredError.of(f'{_KINDS.get(kind, "other")} loads (load "{name}")')
+        raise NotCoveredError(f'{_KINDS.get(kind, "other")} loads (load "{name}")')
     time, unit_weight, height, level = cursor.numbers(
         f"time, unit weight, height and level of load {number}", 4
     )

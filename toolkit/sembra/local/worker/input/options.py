@@ -2,28 +2,11 @@
 
 from collections.abc import Iterable
 
-from sembra.local.worker.errors import InputFileError, NotCoveredError
+from sembra.local.worker.errors import InputFileError
 from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
-from sembra.local.worker.input.loads import count_loads
 from sembra.local.worker.input.sections import Line, Section, parse_number
 from sembra.local.worker.loads.spreading import Distribution
 from sembra.local.worker.options import Options
-
-_DARCY = 0
-
-_UNCOVERED_MODEL_SWITCHES = {
-    "Fit for settlement plate": "the fit for a settlement plate",
-    "Probabilistic": "reliability analysis",
-    "Horizontal displacements": "horizontal displacements",
-    "Secondary swelling": "the separate secondary swelling",
-}
-_UNCOVERED_OPTION_SWITCHES = {
-    "Stress distribution loads": "the stress distribution within loads",
-    "Imaginary surface": "an imaginary surface",
-    "Submerging": "submerging",
-    "Maintain profile": "maintaining the profile",
-    "Use fit factors": "fit factors",
-}
 
 
 class Labelled:
@@ -81,27 +64,6 @@ class Labelled:
             return self._lines[label]
         except KeyError:
             raise self._section.error(f'"{label}" is missing') from None
-
-
-def check_model(whole: Section) -> None:
-    """Refuses a file that asks for more than the worker calculates.
-
-    Raises:
-        NotCoveredError: with what it is in plain words.
-        InputFileError: a section is malformed.
-    """
-    model = Labelled(whole.section("MODEL"))
-    if model.code("Calculation type") == _DARCY:
-        raise NotCoveredError.of("consolidation by Darcy")
-    for label, what in _UNCOVERED_MODEL_SWITCHES.items():
-        if model.switch(label, absent=False):
-            raise NotCoveredError.of(what)
-    options = Labelled(whole.section("CALCULATION OPTIONS"))
-    for label, what in _UNCOVERED_OPTION_SWITCHES.items():
-        if options.switch(label, absent=False):
-            raise NotCoveredError.of(what)
-    if count_loads(whole, "WATER LOADS"):
-        raise NotCoveredError.of("water loads")
 
 
 def read_options(whole: Section) -> Options:

@@ -1,17 +1,19 @@
 """Puts the sections of an input file together."""
 
+from collections.abc import Sequence
+
 from sembra.local.worker.consolidation.table import CONSOLIDATIONS
 from sembra.local.worker.errors import NotCoveredError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
 from sembra.local.worker.ground.material import Material
+from sembra.local.worker.input.coverage import Coverage
 from sembra.local.worker.input.drains import read_drains
 from sembra.local.worker.input.geometry_1d import read_column
 from sembra.local.worker.input.geometry_2d import read_geometry
-from sembra.local.worker.input.loads import read_embankments, read_uniform_loads
+from sembra.local.worker.input.loads import count_loads, read_embankments, read_uniform_loads
 from sembra.local.worker.input.options import (
     Labelled,
-    check_model,
     read_options,
     read_residual_times,
     read_spreading,
@@ -26,24 +28,35 @@ from sembra.local.worker.soil_models.table import SOIL_MODELS
 
 
 def read_project(text: str) -> Project:
-    """The project that the text of an `.sli` file describes.
+    """Return the project that the text of an `.sli` file describes.
 
     Args:
         text: the file, with CRLF, LF or CR as line ends.
 
     Raises:
         InputFileError: the text is malformed; the message names section and line.
-        NotCoveredError: the file asks for what the worker doesn't calculate.
+        NotCoveredError: the file asks for what the worker doesn't calculate; the message names all
+            of it.
     """
     whole = read_whole(text).section("INPUT DATA")
-    check_model(whole)
+    coverage = Coverage(whole)
     options = read_options(whole)
     model = Labelled(whole.section("MODEL"))
     soil_model = SOIL_MODELS[model.one_of("Model", SOIL_MODELS)]
     materials = read_materials(whole, soil_model)
     ground = _read_ground(whole, materials)
-    embankments = _read_embankments(whole, ground, options)
-    loads: tuple[Load, ...] = (*read_uniform_loads(whole), *embankments)
+    embankments: Sequence[StripLoad] = ()
+    others: Sequence[Load] = ()
+    drains = None
+    with coverage.collecting():
+        embankments = _read_embankments(whole, ground, options)
+    with coverage.collecting():
+        others = read_uniform_loads(whole)
+    with coverage.collecting():
+        drains = read_drains(whole)
+    _collect_uncovered(whole, coverage)
+    coverage.check()
+    loads: tuple[Load, ...] = (*others, *embankments)
     for load in loads:
         if load.time >= options.end:
             raise whole.section("CALCULATION OPTIONS").error(
@@ -65,8 +78,31 @@ def read_project(text: str) -> Project:
         options=options,
         residual_times=read_residual_times(whole, options.end),
         load_areas=tuple(load.area for load in embankments),
-        drains=read_drains(whole),
+        drains=drains,
+        remarks=coverage.remarks,
     )
+
+
+_NOT_YET = {
+    "Stress distribution loads": "the stress distribution within loads",
+    "Imaginary surface": "an imaginary surface",
+    "Submerging": "submerging",
+    "Maintain profile": "maintaining the profile",
+}
+
+
+def _collect_uncovered(whole: Section, coverage: Coverage) -> None:
+    options = Labelled(whole.section("CALCULATION OPTIONS"))
+    for label, what in _NOT_YET.items():
+        with coverage.collecting():
+            if options.switch(label, absent=False):
+                raise NotCoveredError(what)
+    with coverage.collecting():
+        if count_loads(whole, "WATER LOADS"):
+            raise NotCoveredError("water loads")
+    with coverage.collecting():
+        if Labelled(whole.section("MODEL")).code("Calculation type") not in CONSOLIDATIONS:
+            raise NotCoveredError("consolidation by Darcy")
 
 
 def _read_ground(whole: Section, materials: dict[str, Material]) -> LevelGround | Geometry2D:
@@ -82,7 +118,7 @@ def _read_embankments(
     if not embankments:
         return []
     if isinstance(ground, LevelGround):
-        raise NotCoveredError.of("non-uniform loads on one-dimensional models")
+        raise NotCoveredError("non-uniform loads on one-dimensional models")
     distribution, width = read_spreading(whole)
     site = Site(
         surface=ground.layers[0].top,

@@ -14,16 +14,19 @@ _CREATOR = "CREATED BY : Sembra local worker"
 _END_OF_INPUT = "[END OF INPUT DATA]"
 
 
-def write_results(text: str, project: Project, results: Sequence[ColumnResult]) -> str:
+def write_results(
+    text: str, project: Project, results: Sequence[ColumnResult], remarks: Sequence[str] = ()
+) -> str:
     """The text of the `.sld` file, with the line ends of the input file.
 
     Args:
         text: the `.sli` file, which the result repeats in front of the results.
         project: what was read from it.
         results: the results of its columns, in the order of the verticals.
+        remarks: what the user should know about the calculation, as whole sentences.
     """
     line_end = "\r\n" if "\r\n" in text else "\n"
-    lines = [*_echo(text.splitlines()), "", *_results(project, results)]
+    lines = [*_echo(text.splitlines()), "", *_results(project, results, remarks)]
     return line_end.join(lines) + line_end
 
 
@@ -44,7 +47,9 @@ def _echo(lines: Sequence[str]) -> Iterator[str]:
             return
 
 
-def _results(project: Project, results: Sequence[ColumnResult]) -> Iterator[str]:
+def _results(
+    project: Project, results: Sequence[ColumnResult], remarks: Sequence[str]
+) -> Iterator[str]:
     yield "[Results]"
     yield from ("[CALCULATION SETTINGS]", "IsSecondarySwellingUsed=0")
     yield "[END OF CALCULATION SETTINGS]"
@@ -61,4 +66,7 @@ def _results(project: Project, results: Sequence[ColumnResult]) -> Iterator[str]
         yield from dissipation_block(dissipation)
         # D-Settlement writes the same block once more behind the dissipation.
         yield from residual_block(results, project.residual_times)
+    if remarks:
+        yield from ("[Warnings]", f"{len(remarks):7d}     number of warnings")
+        yield from (*remarks, "[End of Warnings]")
     yield "[End of Results]"

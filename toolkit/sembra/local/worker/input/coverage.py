@@ -1,0 +1,63 @@
+"""What an input file asks for and the worker doesn't calculate.
+
+What would change the settlements is refused, all of it in one message; what only adds results is
+left away, with a remark.
+"""
+
+from collections.abc import Iterator
+from contextlib import contextmanager
+
+from sembra.local.worker.errors import NotCoveredError
+from sembra.local.worker.input.options import Labelled
+from sembra.local.worker.input.sections import Section
+
+_REFUSED = {
+    ("MODEL", "Secondary swelling"): "the separate secondary swelling",
+    ("CALCULATION OPTIONS", "Use fit factors"): "fit factors",
+}
+_LEFT_AWAY = {
+    "Fit for settlement plate": "The fit for a settlement plate",
+    "Probabilistic": "The reliability analysis",
+    "Horizontal displacements": "The calculation of horizontal displacements",
+}
+
+
+class Coverage:
+    """Collects what stands in the way of a calculation, and what is left away from it.
+
+    Args:
+        whole: the whole file.
+
+    Raises:
+        InputFileError: a section is malformed.
+    """
+
+    def __init__(self, whole: Section) -> None:
+        self._gaps = [
+            what
+            for (section, label), what in _REFUSED.items()
+            if Labelled(whole.section(section)).switch(label, absent=False)
+        ]
+        model = Labelled(whole.section("MODEL"))
+        self.remarks = tuple(
+            f"{what} that the file asks for is left away. The settlements are the same without it."
+            for label, what in _LEFT_AWAY.items()
+            if model.switch(label, absent=False)
+        )
+
+    @contextmanager
+    def collecting(self) -> Iterator[None]:
+        """Keep what is not covered for later, and go on behind the block."""
+        try:
+            yield
+        except NotCoveredError as error:
+            self._gaps.extend(error.gaps)
+
+    def check(self) -> None:
+        """Refuse the file if anything stands in the way.
+
+        Raises:
+            NotCoveredError: with all of it.
+        """
+        if self._gaps:
+            raise NotCoveredError(*self._gaps)
