@@ -1,5 +1,7 @@
 """Materials made for the tests of the worker."""
 
+from collections.abc import Mapping
+
 from sembra.local.worker.ground.material import Conductivity, Material
 from sembra.local.worker.ground.preconsolidation import (
     PreconsolidationType,
@@ -18,8 +20,9 @@ def material(
     cv: float = 0.01,
     drained: bool = False,
     horizontal_factor: float = 1.0,
+    parameters: Mapping[str, float] = KOPPEJAN,
 ) -> Material:
-    """A material of Koppejan's method, with its coefficient of consolidation in m²/day."""
+    """A material, of Koppejan's method if not told, with its c_v in m²/day."""
     conductivity = Conductivity(cv / SECONDS, horizontal_factor)
     stated = StatedPreconsolidation(PreconsolidationType.PC, 0.0, 1.0, 0.0)
-    return Material(name, dry, wet, drained, conductivity, stated, KOPPEJAN)
+    return Material(name, dry, wet, drained, conductivity, stated, parameters)
