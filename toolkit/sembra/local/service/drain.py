@@ -6,8 +6,11 @@ from pydantic import Field
 
 from sembra.local.service.types import Many, Number, Strict, Whole
 
+STRIP = 0
+"""Type of drain that has a width."""
+
 COLUMN = 1
-"""Type of drain that has a diameter; the others have a width."""
+"""Type of drain that has a diameter."""
 
 SAND_WALL = 2
 """Type of drain whose dewatering is given as a tube pressure [kPa], not as a water head [m]."""
@@ -18,9 +21,9 @@ UNUSED_SIZE = 0.1
 UNUSED_TUBE_PRESSURE = 10.0
 """What D-Settlement itself writes for the tube pressure [kPa] of strips and columns."""
 
-LABELS = ("Radial", "Plane", "Sand wall")
+LABELS = ("Radial", "Plane", "")
 """What stands behind the type. D-Settlement calls a strip radial and a column plane, although the
-water flows radially to both; it reads the number alone."""
+water flows radially to both, and has no word for a sand wall; it reads the number alone."""
 
 
 class VerticalDrain(Strict):
@@ -56,8 +59,8 @@ class VerticalDrain(Strict):
 
     @property
     def diameter(self) -> float:
-        """Diameter of a column."""
-        return self.width_diameter if self.type == COLUMN else UNUSED_SIZE
+        """Diameter of a column, or the width of a sand wall, which D-Settlement takes from here."""
+        return UNUSED_SIZE if self.type == STRIP else self.width_diameter
 
     @property
     def width(self) -> float:
