@@ -23,12 +23,16 @@ class Layer:
 
 @dataclass(frozen=True)
 class Column:
-    """The ground below one vertical: layers from top to bottom without gaps."""
+    """The ground below one vertical: layers from top to bottom without gaps.
+
+    `piezometric_levels` are those of all pl-lines here, whichever layers they hold for.
+    """
 
     x: float
     z: float
     layers: tuple[Layer, ...]
     phreatic_level: float
+    piezometric_levels: tuple[float, ...] = ()
 
     @property
     def surface(self) -> float:

@@ -38,6 +38,10 @@ class Polyline:
                 return y1 if x1 == x2 else y1 + (y2 - y1) * (x - x1) / (x2 - x1)
         raise WorkerError(f"The vertical at x = {x:g} m lies outside the geometry.")
 
+    def covers(self, x: float) -> bool:
+        """Whether the line has a point at x."""
+        return self.points[0][0] <= x <= self.points[-1][0]
+
 
 @dataclass(frozen=True)
 class LayerBetween:
@@ -70,10 +74,11 @@ class LevelGround:
 
 @dataclass(frozen=True)
 class Geometry2D:
-    """Layers from top to bottom, and the phreatic line."""
+    """Layers from top to bottom, the phreatic line, and all pl-lines."""
 
     layers: tuple[LayerBetween, ...]
     phreatic_line: Polyline
+    pl_lines: tuple[Polyline, ...] = ()
 
     def column(self, x: float, z: float) -> Column:
         """The column below the surface at x.
@@ -99,7 +104,8 @@ class Geometry2D:
                 layers.append(Layer(top, bottom, layer.material, head_top, head_bottom))
         if not layers:
             raise WorkerError(f"There is no layer at x = {x:g} m.")
-        return Column(x, z, tuple(layers), phreatic_level)
+        piezometric_levels = tuple(line.level(x) for line in self.pl_lines if line.covers(x))
+        return Column(x, z, tuple(layers), phreatic_level, piezometric_levels)
 
 
 def _heads(

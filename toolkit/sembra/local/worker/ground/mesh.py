@@ -1,13 +1,15 @@
 """Depths at which a column is calculated, and the elements between them.
 
-Every layer has a node just below its top, at its middle, at its bottom and at the phreatic level.
-Between these, nodes stand 0.1 m apart in the first metre below the surface and 1 m apart below
-it, in such a way that the last step is thicker than half a metre.
+A column has fixed levels: every layer's top (just below it), middle and bottom, the phreatic level
+and the other piezometric ones, and steps of 0.1 m in the first metre below the surface and around
+an imaginary surface. Between neighbouring fixed levels nodes stand 1 m apart, and what is odd is
+shared by the first and the last element (`_first_step`); between levels more than 12 m apart,
+nodes stand 2 m apart from a depth of 18 m on. `make verify` holds them against published ones.
 """
 
 import itertools
 import math
-from collections.abc import Iterator
+from collections.abc import Iterator, Sequence
 from dataclasses import dataclass
 
 import numpy as np
@@ -19,9 +21,12 @@ from sembra.local.worker.ground.column import Column
 
 TOP_OFFSET = 1e-5
 _FINE_STEP = 0.1
-_FINE_COUNT = 10
-_COARSE_STEP = 1.0
-_THINNEST_LAST_STEP = 0.5
+_FINE_BELOW_SURFACE = range(1, 11)
+_FINE_AROUND_IMAGINARY_SURFACE = range(-4, 6)
+_STEP = 1.0
+_MOST_STEPS = 12
+_LONG_STEP = 2.0
+_LONG_STEPS_FROM = 18.0
 _TOLERANCE = 1e-9
 _DEEPEST = 5000.0
 
@@ -48,27 +53,33 @@ class Mesh:
         return self.levels[:-1] - self.levels[1:]
 
 
-def make_mesh(column: Column) -> Mesh:
+def make_mesh(column: Column, imaginary_surface: float | None = None) -> Mesh:
     """The mesh of a column.
+
+    Args:
+        column: the column.
+        imaginary_surface: level of the imaginary surface, if there is one.
 
     Raises:
         WorkerError: a layer is too thin to hold its nodes, or the column is too deep.
     """
-    levels: list[float] = []
-    layers: list[int] = []
     if column.surface - column.layers[-1].bottom > _DEEPEST:
         raise WorkerError(f"The worker calculates to a depth of {_DEEPEST:g} m and no deeper.")
+    everywhere = _fixed_levels(column, imaginary_surface)
+    levels: list[float] = []
+    layers: list[int] = []
     for index, layer in enumerate(column.layers):
         if layer.thickness < 10 * TOP_OFFSET:
             raise WorkerError(
                 f"The layer of {layer.material.name} at {layer.top:g} m is too thin to calculate."
             )
-        marks = [layer.top, (layer.top + layer.bottom) / 2, layer.bottom]
-        if layer.bottom < column.phreatic_level < layer.top:
-            marks.append(column.phreatic_level)
-        marks = _without_repeats(sorted(marks, reverse=True))
-        nodes = [layer.top - TOP_OFFSET]
-        for upper, lower in itertools.pairwise(marks):
+        inside = [level for level in everywhere if layer.bottom < level < layer.top]
+        middle = (layer.top + layer.bottom) / 2
+        fixed = sorted([layer.top, middle, layer.bottom, *inside], reverse=True)
+        fixed = _without_repeats(fixed)
+        fixed[0] -= TOP_OFFSET
+        nodes = fixed[:1]
+        for upper, lower in itertools.pairwise(fixed):
             nodes.extend(_between(upper, lower, column.surface))
             nodes.append(lower)
         levels.extend(nodes)
@@ -76,8 +87,17 @@ def make_mesh(column: Column) -> Mesh:
     return Mesh(np.array(levels), np.array(layers, dtype=np.intp))
 
 
-def _without_repeats(levels: list[float]) -> list[float]:
-    kept = levels[:1]
+def _fixed_levels(column: Column, imaginary_surface: float | None) -> list[float]:
+    """Fixed levels that don't depend on the layers."""
+    levels = [column.phreatic_level, *column.piezometric_levels]
+    levels += [column.surface - k * _FINE_STEP for k in _FINE_BELOW_SURFACE]
+    if imaginary_surface is not None:
+        levels += [imaginary_surface - k * _FINE_STEP for k in _FINE_AROUND_IMAGINARY_SURFACE]
+    return levels
+
+
+def _without_repeats(levels: Sequence[float]) -> list[float]:
+    kept = [levels[0]]
     for level in levels[1:]:
         if kept[-1] - level > 2 * TOP_OFFSET:
             kept.append(level)
@@ -86,20 +106,49 @@ def _without_repeats(levels: list[float]) -> list[float]:
 
 
 def _between(upper: float, lower: float, surface: float) -> Iterator[float]:
-    """Levels strictly between two marks, from top to bottom."""
-    start = upper
-    for k in range(1, _FINE_COUNT + 1):
-        level = surface - k * _FINE_STEP
-        if lower + _TOLERANCE < level < upper - _TOLERANCE:
-            yield level
-            start = level
-    if start - lower < _FINE_STEP + _TOLERANCE and start > surface - _FINE_COUNT * _FINE_STEP:
+    """Levels strictly between two fixed ones, from top to bottom."""
+    length = upper - lower
+    step = _STEP
+    if _count(length, step) > _MOST_STEPS:
+        step = _LONG_STEP
+    first = _first_step(length, step)
+    if first >= length - _TOLERANCE:
         return
-    length = start - lower
-    count = math.ceil(length / _COARSE_STEP - _TOLERANCE) - 1
-    missing = _THINNEST_LAST_STEP - (length - count * _COARSE_STEP)
-    shift = 0.0
-    if count > 0 and missing > -_TOLERANCE:
-        shift = _FINE_STEP * (math.floor(missing / _FINE_STEP + 1e-6) + 1)
-    for k in range(1, count + 1):
-        yield start - k * _COARSE_STEP + shift
+    if first > step + _TOLERANCE:
+        yield _rounded(upper - first / 2)
+    level = upper - first
+    while level > lower + _TOLERANCE:
+        yield level
+        if step == _LONG_STEP and surface - level < _LONG_STEPS_FROM:
+            level -= _STEP
+        else:
+            level -= step
+
+
+def _first_step(length: float, step: float) -> float:
+    """Height of the first element; full steps follow, and what remains is the last one.
+
+    It is what a number of equal steps leaves over, when these are a tenth of a metre or several
+    shorter than a full step, such that it comes out as long as possible as those. That full steps
+    follow nevertheless is how D-Settlement does it.
+    """
+    count = _count(length, step)
+    tenths = range(round(step / _FINE_STEP))
+    shortened = [step - k * _FINE_STEP for k in tenths]
+    left_over = [length - (count - 1) * each for each in shortened]
+    unlike = [abs(rest - each) for rest, each in zip(left_over, shortened, strict=True)]
+    least = min(unlike)
+    return next(
+        rest
+        for rest, difference in zip(left_over, unlike, strict=True)
+        if difference <= least + _TOLERANCE
+    )
+
+
+def _count(length: float, step: float) -> int:
+    return math.ceil(length / step - 1e-6)
+
+
+def _rounded(level: float) -> float:
+    """A level in whole tenths of a metre, upwards where it lies halfway."""
+    return math.floor(level / _FINE_STEP + 0.5 + 1e-6) * _FINE_STEP

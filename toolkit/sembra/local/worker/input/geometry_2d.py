@@ -46,7 +46,7 @@ def read_geometry(whole: Section, materials: dict[str, Material]) -> Geometry2D:
     if number not in pl_lines:
         raise cursor.error(f"piezometric level line {number} does not exist")
     layers = _read_layers(section, boundaries, pl_lines, materials)
-    return Geometry2D(tuple(reversed(layers)), pl_lines[number])
+    return Geometry2D(tuple(reversed(layers)), pl_lines[number], tuple(pl_lines.values()))
 
 
 def _read_points(section: Section) -> Points:
