@@ -52,6 +52,11 @@ OPTIONS = {
     "Stress distribution soil = Buisman": 0,
     "Stress distribution loads = None": 0,
     "Dissipation = FALSE": 0,
+    "X co-ordinate dissipation": 0.0,
+    "Time superelevation": 0,
+    "Gamma dry superelevation": 18.0,
+    "Gamma wet superelevation": 20.0,
+    "Iteration stop criteria desired profile [m]": 0.1,
     "Use fit factors = FALSE": 0,
 }
 

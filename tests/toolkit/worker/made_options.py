@@ -21,6 +21,6 @@ def options(
         drained_bottom=bottom,
         end=end,
         reference_time=reference_time,
-        dissipation=False,
+        dissipation_x=None,
         water_unit_weight=10.0,
     )

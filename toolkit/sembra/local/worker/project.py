@@ -27,3 +27,11 @@ class Project:
     load_areas: tuple[float, ...] = ()
     drains: Drains | None = None
     remarks: tuple[str, ...] = ()
+
+    @property
+    def dissipation_column(self) -> Column | None:
+        """The column that the dissipation is wanted for: the nearest to where it is."""
+        wanted = self.options.dissipation_x
+        if wanted is None:
+            return None
+        return min(self.columns, key=lambda column: abs(column.x - wanted))

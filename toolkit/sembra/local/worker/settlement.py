@@ -79,7 +79,11 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
         layer_settlements=situation.model.layer_settlements(
             stresses, mesh.thicknesses, mesh.element_layers
         ),
-        dissipation=_dissipation(situation, consolidated.times) if options.dissipation else None,
+        dissipation=(
+            _dissipation(situation, consolidated.times)
+            if column is project.dissipation_column
+            else None
+        ),
         remarks=tuple(situation.model.remarks(stresses)),
     )
 

@@ -6,7 +6,7 @@ from sembra.local.worker.errors import InputFileError
 from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
 from sembra.local.worker.input.sections import Line, Section, parse_number
 from sembra.local.worker.loads.spreading import Distribution
-from sembra.local.worker.options import Options
+from sembra.local.worker.options import Options, Superelevation
 
 
 class Labelled:
@@ -67,7 +67,7 @@ class Labelled:
 
 
 def read_options(whole: Section) -> Options:
-    """The calculation options of the file.
+    """Return the calculation options of the file.
 
     Raises:
         InputFileError: a section is malformed, or a value is out of range.
@@ -95,8 +95,29 @@ def read_options(whole: Section) -> Options:
         drained_bottom=options.switch(f"{drained} bottom"),
         end=end,
         reference_time=reference_time,
-        dissipation=options.switch("Dissipation"),
+        dissipation_x=(
+            options.number("X co-ordinate dissipation") if options.switch("Dissipation") else None
+        ),
         water_unit_weight=_read_water_unit_weight(whole),
+        each_step_alone=options.switch(
+            "Predict settlements omitting additional loadsteps", absent=False
+        ),
+        submerging=options.switch("Submerging"),
+        superelevation=(
+            _read_superelevation(options) if options.switch("Maintain profile") else None
+        ),
+    )
+
+
+def _read_superelevation(options: Labelled) -> Superelevation:
+    time = options.number("Time superelevation")
+    if time < 0:
+        raise options.error("Time superelevation", f"the time should not be negative: {time:g}")
+    return Superelevation(
+        time,
+        options.number("Gamma dry superelevation"),
+        options.number("Gamma wet superelevation"),
+        options.number("Iteration stop criteria desired profile [m]"),
     )
 
 

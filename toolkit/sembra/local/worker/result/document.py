@@ -61,8 +61,7 @@ def _results(
         yield from ("[Amounts of Loads]", f"{len(project.load_areas):7d}     number of loads")
         yield from (fixed(area) for area in project.load_areas)
         yield "[End of Amounts of Loads]"
-    dissipation = results[0].dissipation
-    if dissipation is not None:
+    for dissipation in filter(None, (result.dissipation for result in results)):
         yield from dissipation_block(dissipation)
         # D-Settlement writes the same block once more behind the dissipation.
         yield from residual_block(results, project.residual_times)
