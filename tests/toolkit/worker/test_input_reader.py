@@ -24,7 +24,7 @@ def test_what_the_file_holds() -> None:
     assert [layer.material.name for layer in column.layers] == ["Soft Clay", "Sand"]
     assert [layer.material.drained for layer in column.layers] == [True, False]
     assert column.phreatic_level == 0.25
-    assert project.loads[0].stress(0.0, np.array([-1.0])) == 30.0
+    assert project.loads[0].stress(0.0, 0.0, np.array([-1.0])) == 30.0
     assert project.residual_times == (1.0, 4.5)
     options = project.options
     assert options.preconsolidation is PreconsolidationOption.VARIABLE_CORRECTED_AT_EVERY_STEP

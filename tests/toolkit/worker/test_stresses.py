@@ -38,5 +38,5 @@ def test_total_stress(phreatic_level: float, level: float, stress: float) -> Non
 
 def test_a_load_acts_at_and_below_its_level() -> None:
     load = UniformLoad("Fill", 0, 20.0, 1.5, -1.0)
-    stress = load_stress([load, load], 3.0, np.array([-0.9, -1.0, -2.0]))
+    stress = load_stress([load, load], column(0.0), np.array([-0.9, -1.0, -2.0]))
     assert stress == pytest.approx([0.0, 60.0, 60.0])

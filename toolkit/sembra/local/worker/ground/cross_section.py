@@ -4,6 +4,9 @@ import itertools
 from dataclasses import dataclass, replace
 from typing import ClassVar
 
+import numpy as np
+
+from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.material import Material
@@ -26,6 +29,25 @@ class Polyline:
             raise ValueError("a line needs at least two points")
         if any(a[0] > b[0] for a, b in itertools.pairwise(self.points)):
             raise ValueError("a line should run from left to right")
+
+    @property
+    def start(self) -> float:
+        """Where the line begins on the left."""
+        return self.points[0][0]
+
+    @property
+    def end(self) -> float:
+        """Where the line ends on the right."""
+        return self.points[-1][0]
+
+    def levels(self, x: Floats) -> Floats:
+        """Return the levels at some places, those of the ends beyond them.
+
+        At a vertical part of the line, that is the level of its last point.
+        """
+        places, levels = np.array(self.points).T
+        found: Floats = np.interp(x, places, levels)
+        return found
 
     def level(self, x: float) -> float:
         """The level at x; at a vertical part of the line, the level of its first point.

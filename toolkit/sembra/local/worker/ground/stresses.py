@@ -35,11 +35,11 @@ def soil_stress(column: Column, levels: Floats, water_unit_weight: float) -> Flo
     return stress
 
 
-def load_stress(loads: Iterable[Load], x: float, levels: Floats) -> Floats:
-    """Sum of the stresses by loads at x and some levels."""
+def load_stress(loads: Iterable[Load], column: Column, levels: Floats) -> Floats:
+    """Sum of the stresses by loads at some levels of a column."""
     stress = np.zeros_like(levels)
     for load in loads:
-        stress += load.stress(x, levels)
+        stress += load.stress(column.x, column.z, levels)
     return stress
 
 
@@ -56,7 +56,7 @@ def initial_effective_stress(
     """
     initial = [load for load in loads if load.is_initial]
     total = soil_stress(column, mesh.levels, water_unit_weight)
-    total += load_stress(initial, column.x, mesh.levels)
+    total += load_stress(initial, column, mesh.levels)
     effective = total - pore_pressures(column, mesh, water_unit_weight)
     check_not_negative(mesh, effective)
     return np.maximum(effective, _LEAST_EFFECTIVE_STRESS)
@@ -91,6 +91,6 @@ def middle_effective_stress(
     middles = np.array([(layer.top + layer.bottom) / 2 for layer in column.layers])
     initial = [load for load in loads if load.is_initial]
     stress = soil_stress(column, middles, water_unit_weight)
-    stress += load_stress(initial, column.x, middles)
+    stress += load_stress(initial, column, middles)
     stress -= pore_pressures_at(column, middles, water_unit_weight)
     return stress

@@ -21,7 +21,8 @@ from sembra.local.worker.input.options import (
 from sembra.local.worker.input.sections import Section, read_whole
 from sembra.local.worker.input.soils import read_materials
 from sembra.local.worker.loads.load import Load
-from sembra.local.worker.loads.non_uniform import Site, StripLoad, strip_loads
+from sembra.local.worker.loads.non_uniform import Site, strip_loads
+from sembra.local.worker.loads.strip_load import StripLoad
 from sembra.local.worker.options import Options
 from sembra.local.worker.project import Project
 from sembra.local.worker.soil_models.table import SOIL_MODELS

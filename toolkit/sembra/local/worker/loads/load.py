@@ -1,8 +1,12 @@
 """What every load has in common."""
 
-from typing import Protocol
+from collections.abc import Callable
+from typing import Protocol, Self
 
 from sembra.local.worker.arrays import Floats
+
+type SurfaceSettlement = Callable[[Floats], Floats]
+"""Settlement of the surface in metres at places along the x axis."""
 
 
 class Load(Protocol):
@@ -20,5 +24,8 @@ class Load(Protocol):
     def is_initial(self) -> bool:
         """Whether the load belongs to the initial state."""
 
-    def stress(self, x: float, levels: Floats, /) -> Floats:
-        """Change of the vertical stress at x and each of the levels, in kPa."""
+    def stress(self, x: float, z: float, levels: Floats, /) -> Floats:
+        """Change of the vertical stress below the point x, z at each of the levels, in kPa."""
+
+    def submerged(self, settlement: SurfaceSettlement, /) -> Self:
+        """The load after the ground below it has settled, with more of it under water."""

@@ -43,7 +43,7 @@ def load_steps(
         steps.append(LoadStep(0.0, initial, is_own_weight=True))
     for time in sorted(times):
         placed = [load for load in later if load.time <= time]
-        steps.append(LoadStep(time, initial + load_stress(placed, column.x, mesh.levels)))
+        steps.append(LoadStep(time, initial + load_stress(placed, column, mesh.levels)))
     return steps
 
 

@@ -1,30 +1,33 @@
-"""Non-uniform loads: embankments of any shape, cut into upright strips of uniform pressure.
+"""Non-uniform loads: embankments, soil improvements and excavations of any shape.
 
-Stress spreads below each vertical as in a half-space with its surface at the ground level there:
-just below the ground it is the weight of what stands above it, however the ground slopes.
+A load lies between its outline and the surface that it meets: the outline of the last load before
+it, else the ground. Where the outline lies below that surface the load fills the space between
+all the same; nothing else goes away by it, so that an excavation has negative unit weights.
 """
 
-import math
 from collections.abc import Sequence
-from dataclasses import dataclass, replace
+from dataclasses import dataclass
 
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.cross_section import Polyline
-from sembra.local.worker.loads.spreading import Distribution, strip_share
+from sembra.local.worker.loads.spreading import Distribution
+from sembra.local.worker.loads.strip_load import Fill, StripLoad
+from sembra.local.worker.loads.strips import Strips
 
-_HEIGHT_TOLERANCE = 1e-6
-_MOST_STRIPS = 100_000
+_LEVEL_TOLERANCE = 1e-6
+_WIDTH_TOLERANCE = 1e-9
+_MOST_STRIPS = 10_000
 
 
 @dataclass(frozen=True)
 class Embankment:
-    """A load between a polyline and the ground or loads below it, as read from the input.
+    """A load between a polyline and the ground or loads that it meets, as read from the input.
 
-    Its unit weights hold above and below the phreatic level. A temporary load has a time of
-    removal.
+    Its unit weights in kN/m³ hold above and below the phreatic level. A temporary load has a time
+    of removal.
     """
 
     name: str
@@ -34,133 +37,136 @@ class Embankment:
     unit_weight_wet: float
     outline: Polyline
 
-    def lies(self, x: float, time: float) -> bool:
-        """Whether the load, once it has come, still lies at x at a time in days."""
-        points = self.outline.points
-        return points[0][0] <= x <= points[-1][0] and (self.removal is None or self.removal > time)
-
-
-@dataclass(frozen=True)
-class Strips:
-    """Uniform strip loads: edges and height in metres, pressures in kPa."""
-
-    left: Floats
-    right: Floats
-    height: Floats
-    pressure: Floats
+    def lies(self, time: float) -> bool:
+        """Whether the load, once it has come, still lies there at a time in days."""
+        return self.removal is None or self.removal > time
 
 
 @dataclass(frozen=True)
 class Site:
-    """What embankments stand on, and how their stress spreads."""
+    """What embankments stand on, and how their stress spreads.
+
+    `sliced` tells that it spreads within the loads as well as below them.
+    """
 
     surface: Polyline
     phreatic_line: Polyline
     water_unit_weight: float
     strip_width: float
     distribution: Distribution
-
-
-@dataclass(frozen=True)
-class StripLoad:
-    """Strips that come, or with negative pressures go, at one time."""
-
-    name: str
-    time: float
-    strips: Strips
-    site: Site
-
-    @property
-    def is_initial(self) -> bool:
-        """Whether the load belongs to the initial state."""
-        return self.time < 0
-
-    @property
-    def area(self) -> float:
-        """Cross-section of the load, in m²."""
-        strips = self.strips
-        return float(np.sum((strips.right - strips.left) * strips.height))
-
-    def stress(self, x: float, levels: Floats, /) -> Floats:
-        """Vertical stress at x and some levels; there is none at the surface and above."""
-        strips = self.strips
-        left, right = strips.left - x, strips.right - x
-        depths = self.site.surface.level(x) - levels
-        shares = (
-            strip_share(self.site.distribution, left, right, float(depth)) for depth in depths
-        )
-        return np.array([float(share @ strips.pressure) for share in shares])
+    sliced: bool = False
 
 
 def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad]:
-    """The loads of embankments, removals included, in the order of the embankments.
-
-    Each rests on the loads that lie there when it comes. Of those that come at one time, the lower
-    lies under the higher; where they have the same top, the first lies under the others.
+    """Return the loads of embankments, removals included, in the order of the embankments.
 
     Raises:
-        WorkerError: an embankment lies below the ground or the loads under it, or has too many
-            strips.
+        WorkerError: an embankment reaches beyond the ground, or has too many columns.
     """
     loads = []
     for index, embankment in enumerate(embankments):
-        strips = _cut(embankments, index, site)
-        loads.append(StripLoad(embankment.name, embankment.time, strips, site))
+        load = _strip_load(embankments, index, site)
+        loads.append(load)
         if embankment.removal is not None:
-            taken = replace(strips, pressure=-strips.pressure)
-            loads.append(StripLoad(embankment.name, embankment.removal, taken, site))
+            loads.append(load.removed(embankment.removal))
     return loads
 
 
-def _cut(embankments: Sequence[Embankment], index: int, site: Site) -> Strips:
-    """Strips from the left end on; the height of each is that in its middle."""
+def _strip_load(embankments: Sequence[Embankment], index: int, site: Site) -> StripLoad:
     embankment = embankments[index]
-    start, end = embankment.outline.points[0][0], embankment.outline.points[-1][0]
-    count = math.ceil((end - start) / site.strip_width - 1e-9)
-    if count > _MOST_STRIPS:
-        raise WorkerError(f'The load "{embankment.name}" has too many columns.')
-    edges = np.append(start + site.strip_width * np.arange(count, dtype=np.float64), end)
-    middles = [float(middle) for middle in (edges[:-1] + edges[1:]) / 2]
-    grounds = [max([site.surface.level(x), *_tops(embankments, index, x)]) for x in middles]
-    heights = [
-        embankment.outline.level(x) - ground for x, ground in zip(middles, grounds, strict=True)
-    ]
-    if heights and min(heights) < -_HEIGHT_TOLERANCE:
-        raise WorkerError(
-            f'The load "{embankment.name}" lies below the ground or a load before it at '
-            f"x = {middles[int(np.argmin(heights))]:g} m."
+    left, right = _edges(embankments, index, site)
+    middles, quarter = (left + right) / 2, (right - left) / 4
+    outlines, surfaces = (
+        [levels(x) for x in (middles - quarter, middles, middles + quarter)]
+        for levels in (
+            embankment.outline.levels,
+            lambda x: _surface(embankments, index, site, x),
         )
-    return Strips(
-        left=edges[:-1],
-        right=edges[1:],
-        height=np.array(heights),
-        pressure=np.array(
-            [
-                _pressure(embankment, ground, height, site.phreatic_line.level(x), site)
-                for x, ground, height in zip(middles, grounds, heights, strict=True)
-            ]
+    )
+    before, base, after = map(np.minimum, outlines, surfaces)
+    return StripLoad(
+        name=embankment.name,
+        time=embankment.time,
+        strips=Strips(
+            left=left,
+            right=right,
+            base=base,
+            height=np.abs(outlines[1] - surfaces[1]),
+            slope=(after - before) / (2 * quarter),
+            distribution=site.distribution,
+            sliced=site.sliced,
         ),
+        fill=Fill(embankment.unit_weight_dry, embankment.unit_weight_wet, site.water_unit_weight),
+        water_levels=site.phreatic_line.levels(middles),
     )
 
 
-def _tops(embankments: Sequence[Embankment], index: int, x: float) -> list[float]:
-    """Levels at x of the tops of the loads that an embankment rests on."""
-    upper = embankments[index]
-    top = upper.outline.level(x)
-    tops = []
-    for position, lower in enumerate(embankments):
-        if position != index and lower.time <= upper.time and lower.lies(x, upper.time):
-            level = lower.outline.level(x)
-            same = abs(top - level) <= _HEIGHT_TOLERANCE
-            if lower.time < upper.time or (position < index if same else level < top):
-                tops.append(level)
-    return tops
+def _edges(embankments: Sequence[Embankment], index: int, site: Site) -> tuple[Floats, Floats]:
+    """Return the left and right edges of the columns, which restart at every vertex.
+
+    Vertices are those of the outline, of the ground, and of all the loads below.
+    """
+    name, outline, ground = embankments[index].name, embankments[index].outline, site.surface
+    if outline.start < ground.start - _WIDTH_TOLERANCE or (
+        outline.end > ground.end + _WIDTH_TOLERANCE
+    ):
+        raise WorkerError(f'The load "{name}" reaches beyond the limits of the ground.')
+    lines = [ground, outline, *(embankments[i].outline for i in _below(embankments, index))]
+    places = [x for line in lines for x, _ in line.points if outline.start <= x <= outline.end]
+    return cut(np.unique(places), site.strip_width, name)
 
 
-def _pressure(
-    embankment: Embankment, ground: float, height: float, phreatic_level: float, site: Site
-) -> float:
-    """Weight of a column of an embankment; below water it displaces the water that stood there."""
-    wet = min(max(phreatic_level - ground, 0.0), height)
-    weight_under_water = embankment.unit_weight_wet - site.water_unit_weight
-    return (height - wet) * embankment.unit_weight_dry + wet * weight_under_water
+def cut(vertices: Floats, width: float, name: str) -> tuple[Floats, Floats]:
+    """Return the left and right edges of columns between vertices; the last is what remains.
+
+    Args:
+        vertices: places where columns restart, in ascending order, in metres.
+        width: width of the columns, in metres.
+        name: name of the load, for the error.
+
+    Raises:
+        WorkerError: there would be too many columns.
+    """
+    lengths = np.diff(vertices)
+    counts = np.ceil(lengths / width - _WIDTH_TOLERANCE)
+    if counts.sum() > _MOST_STRIPS:
+        raise WorkerError(f'The load "{name}" has too many columns.')
+    edges = [
+        start + width * np.arange(count)
+        for start, count in zip(vertices[:-1], counts, strict=True)
+    ]
+    left = np.concatenate([np.empty(0), *edges])
+    return left, np.append(left, vertices[-1:])[1:]
+
+
+def _below(embankments: Sequence[Embankment], index: int) -> list[int]:
+    """Return which loads lie there when a load comes, in the order of time and of the file."""
+    time = embankments[index].time
+    there = [
+        i
+        for i, one in enumerate(embankments)
+        if i != index and one.time <= time and one.lies(time)
+    ]
+    return sorted(there, key=lambda i: embankments[i].time)
+
+
+def _surface(embankments: Sequence[Embankment], index: int, site: Site, x: Floats) -> Floats:
+    """Return the levels of the surface that a load meets at some places.
+
+    That is the last load before it. Of loads that come at one time, the lower comes before the
+    higher; where they have the same level, the first of the file comes before the others.
+    """
+    own = embankments[index].outline.levels(x)
+    surface = site.surface.levels(x)
+    last = np.full_like(x, -np.inf)
+    for i in _below(embankments, index):
+        one = embankments[i]
+        level = one.outline.levels(x)
+        before = (one.outline.start <= x) & (x <= one.outline.end)
+        if one.time == embankments[index].time:
+            same = np.abs(level - own) <= _LEVEL_TOLERANCE
+            before &= np.where(same, i < index, level < own)
+        before &= (one.time > last) | (level >= surface)
+        surface = np.where(before, level, surface)
+        last = np.where(before, one.time, last)
+    return surface

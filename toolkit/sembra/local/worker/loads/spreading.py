@@ -16,8 +16,6 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 
-_LEVEL_TOLERANCE = 1e-9
-
 
 class Distribution(IntEnum):
     """How the stress below a load of limited width spreads with depth."""
@@ -26,17 +24,17 @@ class Distribution(IntEnum):
     BOUSSINESQ = 1
 
 
-def strip_share(distribution: Distribution, left: Floats, right: Floats, depth: float) -> Floats:
-    """The part of each strip's pressure that reaches a point below; none at their level and above.
+def strip_share(distribution: Distribution, left: Floats, right: Floats, depth: Floats) -> Floats:
+    """Return the part of a strip's pressure that reaches a point below it.
+
+    At no depth that is all of it below the strip and nothing beside it.
 
     Args:
         distribution: how the stress spreads.
         left: horizontal distance from the point to the left edge, positive to the right, in metres.
         right: the same for the right edge.
-        depth: depth of the point below the strips, in metres.
+        depth: depth of the point below the strip, in metres, not negative.
     """
-    if depth <= _LEVEL_TOLERANCE:
-        return np.zeros_like(left)
     primitive = _buisman if distribution is Distribution.BUISMAN else _boussinesq
     return primitive(np.arctan2(right, depth)) - primitive(np.arctan2(left, depth))
 

@@ -1,10 +1,12 @@
 """Uniform loads: the same weight everywhere."""
 
 from dataclasses import dataclass
+from typing import Self
 
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
+from sembra.local.worker.loads.load import SurfaceSettlement
 
 _LEVEL_TOLERANCE = 1e-9
 
@@ -32,6 +34,10 @@ class UniformLoad:
         """Whether the load belongs to the initial state."""
         return self.time < 0
 
-    def stress(self, _x: float, levels: Floats, /) -> Floats:
-        """Vertical stress at some levels, the same for every x: all of it at and below its own."""
+    def stress(self, _x: float, _z: float, levels: Floats, /) -> Floats:
+        """Vertical stress at some levels, the same everywhere: all of it at and below its own."""
         return np.where(levels <= self.level + _LEVEL_TOLERANCE, self.pressure, 0.0)
+
+    def submerged(self, _settlement: SurfaceSettlement, /) -> Self:
+        """Return the load as it is: a pressure has no height that could come under water."""
+        return self
