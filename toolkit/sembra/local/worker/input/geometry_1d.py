@@ -5,12 +5,14 @@ of each layer, from top to bottom; a whole number that the calculation doesn't n
 level; the bottom level. What follows (probabilistic data of the layers) isn't read.
 """
 
+from collections.abc import Mapping
+
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.input.sections import Section
 
 
-def read_column(whole: Section, materials: dict[str, Material]) -> Column:
+def read_column(whole: Section, materials: Mapping[str, Material]) -> Column:
     """The column of a one-dimensional file.
 
     Args:

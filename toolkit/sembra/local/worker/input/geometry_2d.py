@@ -31,7 +31,7 @@ class _Curves:
             raise cursor.error(str(error)) from None
 
 
-def read_geometry(whole: Section, materials: dict[str, Material]) -> Geometry2D:
+def read_geometry(whole: Section, materials: Mapping[str, Material]) -> Geometry2D:
     """The cross-section of a two-dimensional file.
 
     Raises:
@@ -85,7 +85,7 @@ def _read_layers(
     section: Section,
     boundaries: dict[int, Polyline],
     pl_lines: dict[int, Polyline],
-    materials: dict[str, Material],
+    materials: Mapping[str, Material],
 ) -> list[LayerBetween]:
     """The layers in the order of the file, the lowest first."""
     cursor = section.section("LAYERS").cursor()

@@ -1,6 +1,6 @@
 """Puts the sections of an input file together."""
 
-from collections.abc import Sequence
+from collections.abc import Mapping, Sequence
 
 from sembra.local.worker.consolidation.table import CONSOLIDATIONS
 from sembra.local.worker.errors import NotCoveredError
@@ -19,7 +19,7 @@ from sembra.local.worker.input.options import (
     read_spreading,
 )
 from sembra.local.worker.input.sections import Section, read_whole
-from sembra.local.worker.input.soils import read_materials
+from sembra.local.worker.input.soils import Materials
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.non_uniform import Site, strip_loads
 from sembra.local.worker.loads.strip_load import StripLoad
@@ -44,7 +44,7 @@ def read_project(text: str) -> Project:
     options = read_options(whole)
     model = Labelled(whole.section("MODEL"))
     soil_model = SOIL_MODELS[model.one_of("Model", SOIL_MODELS)]
-    materials = read_materials(whole, soil_model)
+    materials = Materials(whole, soil_model)
     ground = _read_ground(whole, materials)
     embankments: Sequence[StripLoad] = ()
     others: Sequence[Load] = ()
@@ -106,7 +106,7 @@ def _collect_uncovered(whole: Section, coverage: Coverage) -> None:
             raise NotCoveredError("consolidation by Darcy")
 
 
-def _read_ground(whole: Section, materials: dict[str, Material]) -> LevelGround | Geometry2D:
+def _read_ground(whole: Section, materials: Mapping[str, Material]) -> LevelGround | Geometry2D:
     if Labelled(whole.section("MODEL")).switch("Dimension"):
         return read_geometry(whole, materials)
     return LevelGround(read_column(whole, materials))

@@ -1,6 +1,6 @@
 """The section SOIL COLLECTION: materials by name."""
 
-from collections.abc import Iterable
+from collections.abc import Iterable, Iterator, Mapping
 
 from sembra.local.worker.errors import InputFileError
 from sembra.local.worker.ground.material import Conductivity, Material, StorageType
@@ -64,29 +64,49 @@ class SoilValues:
             raise self._section.error(f"{key} is missing") from None
 
 
-def read_materials(whole: Section, soil_model: type[SoilModel]) -> dict[str, Material]:
-    """Return the materials of the file by name.
+class Materials(Mapping[str, Material]):
+    """The materials of a file by name, each read when it is asked for.
+
+    A file may hold materials that no layer consists of, with parameters of other soil models alone.
 
     Args:
         whole: the whole file.
         soil_model: the soil model of the file, which says what parameters it needs.
 
     Raises:
-        InputFileError: a value is missing, no number or out of range, or a name stands twice.
+        InputFileError: a name stands twice; when a material is asked for: a value is missing, no
+            number or out of range.
     """
-    materials: dict[str, Material] = {}
-    for section in whole.section("SOIL COLLECTION").sections("SOIL"):
-        material = _read_material(section, soil_model)
-        if material.name in materials:
-            raise section.error(f'the material "{material.name}" stands twice')
-        materials[material.name] = material
-    return materials
+
+    def __init__(self, whole: Section, soil_model: type[SoilModel]) -> None:
+        self._soil_model = soil_model
+        self._sections: dict[str, Section] = {}
+        self._read: dict[str, Material] = {}
+        for section in whole.section("SOIL COLLECTION").sections("SOIL"):
+            name = section.cursor().name("the name of the material")
+            if name in self._sections:
+                raise section.error(f'the material "{name}" stands twice')
+            self._sections[name] = section
+
+    def __getitem__(self, name: str) -> Material:
+        if name not in self._read:
+            self._read[name] = _read_material(name, self._sections[name], self._soil_model)
+        return self._read[name]
+
+    def __contains__(self, name: object) -> bool:
+        return name in self._sections
+
+    def __iter__(self) -> Iterator[str]:
+        return iter(self._sections)
+
+    def __len__(self) -> int:
+        return len(self._sections)
 
 
-def _read_material(section: Section, soil_model: type[SoilModel]) -> Material:
+def _read_material(name: str, section: Section, soil_model: type[SoilModel]) -> Material:
     values = SoilValues(section)
     return Material(
-        name=section.cursor().name("the name of the material"),
+        name=name,
         unit_weight_dry=values.number("SoilGamDry"),
         unit_weight_wet=values.number("SoilGamWet"),
         drained=values.flag("SoilDrained"),
