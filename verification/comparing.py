@@ -34,6 +34,7 @@ class Difference:
     residual: float = float("nan")
     initial_stress: float = float("nan")
     final_stress: float = float("nan")
+    stresses: float = float("nan")
     preconsolidation: float = float("nan")
     same_times: bool = True
     same_nodes: bool = True
@@ -48,6 +49,7 @@ MEASURES = (
     "residual",
     "initial_stress",
     "final_stress",
+    "stresses",
     "preconsolidation",
 )
 
@@ -97,6 +99,9 @@ def _compare(theirs: Vertical, ours: Vertical, largest: float) -> Difference:
     result.curve = _largest(theirs.curve - at_times(ours.curve), scale)
     settlements = at_depths(at_times(ours.settlements).T).T
     result.depth = _largest(theirs.settlements - settlements, scale)
+
+    stresses = at_depths(at_times(ours.stresses).T).T
+    result.stresses = _largest(theirs.stresses - stresses, float(theirs.stresses.max()) or 1.0)
 
     if pair := _pair(theirs.loads, ours.loads, "settlement per load", result):
         loads, our_loads = pair

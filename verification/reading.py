@@ -18,8 +18,9 @@ Floats = NDArray[np.float64]
 class Vertical:
     """Results of one vertical: depths in metres, times in days, stresses in kPa.
 
-    Shapes: `times` (times,), `depths` (nodes,), `settlements` (times, nodes), `loads` (times, load
-    steps), the stresses (nodes,). A block that the file doesn't have is None; `residual` then has
+    Shapes: `times` (times,), `depths` (nodes,), `settlements` and `stresses` (times, nodes), `loads`
+    (times, load steps), the other stresses (nodes,). `stresses` are effective: by Terzaghi those
+    after consolidation under the loads of the time, by Darcy those of the time. A block that the file doesn't have is None; `residual` then has
     no rows. Its columns are time, settlement and residual settlement.
     """
 
@@ -27,6 +28,7 @@ class Vertical:
     times: Floats
     depths: Floats
     settlements: Floats
+    stresses: Floats
     loads: Floats | None
     initial_stress: Floats | None
     final_stress: Floats | None
@@ -73,12 +75,18 @@ def _vertical(results: Mapping[str, Any], residual: Mapping[str, list[float]]) -
         times=np.array(list(history)),
         depths=np.array(results["depths"]),
         settlements=np.array([columns["Settlement"] for columns in history.values()]),
+        stresses=np.array([_stresses_at(columns) for columns in history.values()]),
         loads=_loads(per_load) if per_load else None,
         initial_stress=initial,
         final_stress=final,
         preconsolidation=_array(results["stresses"].get("Final pre consolidation stress")),
         residual=_columns(residual, ("Time", "Settlement", "Residual settlement")),
     )
+
+
+def _stresses_at(columns: Mapping[str, list[float]]) -> list[float]:
+    darcy, terzaghi = "Effective stress vertical", "Loading"
+    return columns[darcy if darcy in columns else terzaghi]
 
 
 def _effective_stresses(

@@ -19,6 +19,7 @@ HEADERS = (
     "residual",
     "initial stress",
     "final stress",
+    "stresses",
     "precon.",
 )
 _COLORS = {

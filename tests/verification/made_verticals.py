@@ -14,6 +14,7 @@ def vertical(scale: float = 1.0, **changes: Any) -> Vertical:
         "times": np.array([0.0, 1.0, 10.0]),
         "depths": np.array([0.0, -2.0]),
         "settlements": scale * np.array([[0.0, 0.0], [0.5, 0.0], [1.0, 0.0]]),
+        "stresses": np.array([[0.0, 20.0], [50.0, 70.0], [50.0, 70.0]]),
         "loads": scale * np.array([[0.0, 0.0], [0.25, 0.5], [0.5, 1.0]]),
         "initial_stress": np.array([0.0, 20.0]),
         "final_stress": np.array([50.0, 70.0]),

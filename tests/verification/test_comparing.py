@@ -45,15 +45,25 @@ def test_stresses_count_by_the_largest_of_their_kind() -> None:
         preconsolidation=np.array([10.0, 0.0]),
     )
     (difference,) = compare([vertical()], [ours])
+    assert difference.stresses == 0.0
     assert difference.initial_stress == pytest.approx(5.0)
     assert difference.final_stress == pytest.approx(10.0)
     assert difference.preconsolidation == 0.0
+
+
+def test_stresses_of_every_time_are_compared() -> None:
+    stresses = vertical().stresses.copy()
+    stresses[1, 0] += 0.7
+    (difference,) = compare([vertical()], [vertical(stresses=stresses)])
+    assert (difference.initial_stress, difference.final_stress) == (0.0, 0.0)
+    assert difference.stresses == pytest.approx(1.0)
 
 
 def test_other_nodes_and_times_are_interpolated_and_told() -> None:
     ours = vertical(
         depths=np.array([0.0, -1.0, -2.0]),
         settlements=np.array([[0.0, 0.0, 0.0], [0.5, 0.25, 0.0], [1.0, 0.5, 0.0]]),
+        stresses=np.array([[0.0, 10.0, 20.0], [50.0, 60.0, 70.0], [50.0, 60.0, 70.0]]),
         initial_stress=np.array([0.0, 10.0, 20.0]),
         final_stress=np.array([50.0, 60.0, 70.0]),
         preconsolidation=np.array([10.0, 5.0, 0.0]),
@@ -64,11 +74,12 @@ def test_other_nodes_and_times_are_interpolated_and_told() -> None:
     later = vertical(
         times=np.array([0.0, 2.0, 10.0]),
         settlements=np.array([[0.0, 0.0], [1.0, 0.0], [1.0, 0.0]]),
+        stresses=np.array([[0.0, 20.0], [100.0, 120.0], [50.0, 70.0]]),
         loads=np.array([[0.0, 0.0], [0.5, 1.0], [0.5, 1.0]]),
     )
     (difference,) = compare([vertical()], [later])
     assert (difference.same_times, difference.same_nodes) == (False, True)
-    assert difference.curve == difference.loads == 0.0
+    assert difference.curve == difference.loads == difference.stresses == 0.0
 
 
 def test_what_one_file_lacks_is_told() -> None:
