@@ -32,7 +32,8 @@ def consolidate(situation: Situation) -> Consolidated:
         drawdowns(s.column, mesh, s.drains, column, options.water_unit_weight) if s.drains else []
     )
     lowered = [one for one in lowered if one.time < options.end]
-    steps = _with_dewatering(load_steps(s.column, mesh, s.initial, s.loads), lowered, mesh)
+    loads = load_steps(s.column, mesh, s.initial, s.loads)
+    steps = _with_dewatering(loads, lowered, mesh)
     starts = [step.time for step in steps] + ([s.drains.start] if s.drains else [])
     times = calculation_times(starts, options.end, s.wanted_times)
     changes = [step for step in steps if not step.is_own_weight]
@@ -47,7 +48,7 @@ def consolidate(situation: Situation) -> Consolidated:
         times=times,
         strain=strains[-1],
         load_settlements=(strains @ mesh.thicknesses).T,
-        stresses=_stresses(s, times, steps, strains[-1, -1] * mesh.thicknesses, lowered),
+        stresses=_stresses(s, times, loads, strains[-1, -1] * mesh.thicknesses, lowered),
     )
 
 
@@ -77,20 +78,24 @@ def lowering(mesh: Mesh, lowered: Sequence[Drawdown], time: float) -> Floats:
 def _stresses(
     s: Situation,
     times: Floats,
-    steps: Sequence[LoadStep],
+    loads: Sequence[LoadStep],
     compressions: Floats,
     lowered: Sequence[Drawdown],
 ) -> TerzaghiStresses:
+    """Return the stresses as D-Settlement writes them: effective ones are those of the loads alone.
+
+    What dewatering comes to in the end is added to the total and the water stress instead.
+    """
     settlements = np.append(np.cumsum(compressions[::-1])[::-1], 0.0)
     water = pore_pressures(s.column, s.mesh, s.options.water_unit_weight, settlements)
-    water -= lowering(s.mesh, lowered, s.options.end)
+    water += lowering(s.mesh, lowered, s.options.end)
     loading = np.tile(s.initial, (len(times), 1))
-    for step in steps:
+    for step in loads:
         loading[times > step.time] = step.effective
     return TerzaghiStresses(
         initial_total=s.initial + s.water,
         initial_water=s.water,
-        final_total=steps[-1].effective + water,
+        final_total=loads[-1].effective + water,
         final_water=water,
         loading=loading,
         preconsolidation=s.model.printed_preconsolidation,
