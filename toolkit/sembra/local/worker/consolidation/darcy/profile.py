@@ -1,0 +1,89 @@
+"""The columns that consolidate together, as one row of elements.
+
+Columns with the same times are joined to one row, whose arrays numpy goes through at once. No
+water flows from one to another, since the top of each holds none under pressure.
+"""
+
+from collections.abc import Sequence
+from dataclasses import dataclass
+from itertools import accumulate
+
+import numpy as np
+from numpy.typing import NDArray
+
+from sembra.local.worker.arrays import Floats
+from sembra.local.worker.consolidation.darcy.leakage import Leakage
+from sembra.local.worker.ground.material import Material
+
+
+@dataclass(frozen=True)
+class Profile:
+    """A column before the first load.
+
+    Attributes:
+        levels: levels of the nodes, from top to bottom, in metres.
+        materials: the material of each element.
+        effective: initial effective stress at the nodes, in kPa.
+        pore_pressure: initial pore pressure at the nodes, in kPa.
+        preconsolidation: initial preconsolidation pressure of the elements, in kPa.
+        leakage: their flow to vertical drains.
+    """
+
+    levels: Floats
+    materials: Sequence[Material]
+    effective: Floats
+    pore_pressure: Floats
+    preconsolidation: Floats
+    leakage: Leakage
+
+    def pressure_in_drains(self, time: float, water_unit_weight: float) -> Floats:
+        """Return the pressure in the drains at the nodes against the initial pore pressure."""
+        in_drains = self.leakage.pressure_at(time, self.levels, water_unit_weight)
+        return in_drains - self.pore_pressure
+
+
+class Row:
+    """Profiles joined to a row of nodes and elements.
+
+    Args:
+        profiles: the profiles.
+        drained_bottom: whether water leaves through the bottom of the columns.
+
+    Attributes:
+        nodes: the upper and the lower node of each element, shape (2, elements).
+        heights: initial height of the elements, in metres.
+        drained: which elements don't hold back their water.
+        free: which nodes can have an excess pore pressure. None can at the top of a column,
+            where the tool drains whatever is asked for, and at the ends of a drained element.
+    """
+
+    def __init__(self, profiles: Sequence[Profile], drained_bottom: bool) -> None:
+        counts = [len(profile.levels) for profile in profiles]
+        self._ends = list(accumulate(counts))
+        starts = [0, *self._ends[:-1]]
+        upper = np.concatenate(
+            [start + np.arange(count - 1) for start, count in zip(starts, counts, strict=True)]
+        )
+        self.nodes: NDArray[np.intp] = np.stack([upper, upper + 1])
+        levels = np.concatenate([profile.levels for profile in profiles])
+        self.heights: Floats = levels[self.nodes[0]] - levels[self.nodes[1]]
+        self.materials = [material for profile in profiles for material in profile.materials]
+        self.drained = np.array([material.drained for material in self.materials])
+        self.free = np.ones(len(levels), dtype=np.bool_)
+        self.free[starts] = False
+        self.free[self.nodes[:, self.drained]] = False
+        if drained_bottom:
+            self.free[np.array(self._ends) - 1] = False
+
+    def part(self, number: int, values: Floats, *, of_elements: bool = False) -> Floats:
+        """Return what belongs to one of the profiles, along the last axis."""
+        end = self._ends[number]
+        start = self._ends[number - 1] if number else 0
+        if of_elements:
+            return values[..., start - number : end - number - 1]
+        return values[..., start:end]
+
+    def means(self, at_nodes: Floats) -> Floats:
+        """Return the mean of the values at the two ends of each element."""
+        mean: Floats = at_nodes[..., self.nodes].mean(axis=-2)
+        return mean
