@@ -48,7 +48,7 @@ def options(*, drained_bottom: bool = True, natural_strain: bool = False) -> Opt
         drained_bottom=drained_bottom,
         end=1e4,
         reference_time=1.0,
-        dissipation=False,
+        dissipation_x=None,
         water_unit_weight=UNIT_WEIGHT,
     )
 

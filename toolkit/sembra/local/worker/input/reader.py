@@ -101,9 +101,6 @@ def _collect_uncovered(whole: Section, coverage: Coverage) -> None:
     with coverage.collecting():
         if count_loads(whole, "WATER LOADS"):
             raise NotCoveredError("water loads")
-    with coverage.collecting():
-        if Labelled(whole.section("MODEL")).code("Calculation type") not in CONSOLIDATIONS:
-            raise NotCoveredError("consolidation by Darcy")
 
 
 def _read_ground(whole: Section, materials: Mapping[str, Material]) -> LevelGround | Geometry2D:

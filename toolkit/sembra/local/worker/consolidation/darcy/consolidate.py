@@ -30,7 +30,7 @@ def consolidate(situation: Situation) -> Consolidated:
     profile = _profile(s)
     starts = [*(step.time for step in steps), *profile.leakage.changes]
     times = calculation_times(starts, s.options.end, s.wanted_times)
-    counts = range(1, len(steps) + 1) if s.options.predicts_load_by_load else [len(steps)]
+    counts = range(1, len(steps) + 1) if s.options.each_step_alone else [len(steps)]
     # Result files have 0 for the soil's own weight, although its creep is in all other columns.
     calculated = [
         count for count in counts if not steps[count - 1].is_own_weight or count == len(steps)
@@ -44,7 +44,7 @@ def consolidate(situation: Situation) -> Consolidated:
     return Consolidated(
         times=times,
         strain=courses[-1].strain,
-        load_settlements=settlements if s.options.predicts_load_by_load else None,
+        load_settlements=settlements if s.options.each_step_alone else None,
         stresses=_history(profile, courses[-1], s.options.water_unit_weight),
     )
 
