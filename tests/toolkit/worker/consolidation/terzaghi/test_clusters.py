@@ -54,6 +54,11 @@ def test_length_is_doubled_unless_both_sides_are_drained(
     assert found.coefficient == pytest.approx(0.0225, rel=1e-5)
 
 
+def test_borders_are_those_of_the_layers_and_not_of_the_mesh() -> None:
+    (found,) = clusters(column((1, CLAY), (2, STIFF), (2, CLAY)))
+    assert found.borders == pytest.approx([0, 0.25, 0.5, 1], rel=1e-12)
+
+
 def test_below_another_layer_the_whole_height_counts() -> None:
     (found,) = clusters(column((1, SAND), (4, CLAY)))
     assert found.height == pytest.approx(4.0, abs=1e-12)

@@ -132,8 +132,7 @@ def cut(vertices: Floats, width: float, name: str) -> tuple[Floats, Floats]:
     if counts.sum() > _MOST_STRIPS:
         raise WorkerError(f'The load "{name}" has too many columns.')
     edges = [
-        start + width * np.arange(count)
-        for start, count in zip(vertices[:-1], counts, strict=True)
+        start + width * np.arange(count) for start, count in zip(vertices[:-1], counts, strict=True)
     ]
     left = np.concatenate([np.empty(0), *edges])
     return left, np.append(left, vertices[-1:])[1:]
@@ -143,9 +142,7 @@ def _below(embankments: Sequence[Embankment], index: int) -> list[int]:
     """Return which loads lie there when a load comes, in the order of time and of the file."""
     time = embankments[index].time
     there = [
-        i
-        for i, one in enumerate(embankments)
-        if i != index and one.time <= time and one.lies(time)
+        i for i, one in enumerate(embankments) if i != index and one.time <= time and one.lies(time)
     ]
     return sorted(there, key=lambda i: embankments[i].time)
 

@@ -23,7 +23,8 @@ class Cluster:
         end: position of the layer below the lowermost.
         drained_top: whether water leaves at the top.
         drained_bottom: whether water leaves at the bottom.
-        heights: height of each layer, in metres.
+        heights: height of each layer between its nodes, in metres.
+        thicknesses: thickness of each layer between its borders, in metres.
         coefficients: coefficient of consolidation of each layer, in m²/day.
     """
 
@@ -32,6 +33,7 @@ class Cluster:
     drained_top: bool
     drained_bottom: bool
     heights: Floats
+    thicknesses: Floats
     coefficients: Floats
 
     @property
@@ -44,6 +46,16 @@ class Cluster:
         """H / sqrt(c_v) of each layer, in the square root of days."""
         spans: Floats = self.heights / np.sqrt(self.coefficients)
         return spans
+
+    @property
+    def borders(self) -> Floats:
+        """Depths of the borders of the layers in h / sqrt(c_v), in parts of that of the lowest.
+
+        The length of the cluster begins at the topmost node, and these at the surface.
+        """
+        depths = np.concatenate([[0.0], np.cumsum(self.thicknesses / np.sqrt(self.coefficients))])
+        borders: Floats = depths / depths[-1]
+        return borders
 
     @property
     def sides(self) -> int:
@@ -94,6 +106,7 @@ def find_clusters(
             first > 0 or drained_top,
             end < len(drained) or drained_bottom,
             heights[first:end],
+            np.array([layer.thickness for layer in column.layers[first:end]]),
             np.array([_coefficient(column, index) for index in range(first, end)]),
         )
         first = end

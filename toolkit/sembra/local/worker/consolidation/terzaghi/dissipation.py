@@ -22,10 +22,8 @@ def dissipation(consolidation: TerzaghiColumn, times: Floats) -> Floats:
     """
     degrees = consolidation.degrees(times, 0.0)
     for cluster in consolidation.clusters:
-        borders = np.concatenate([[0.0], np.cumsum(cluster.spans)])
-        if not cluster.drained_top:
-            borders = borders[-1] - borders
-        relative = borders / cluster.length
+        borders = cluster.borders if cluster.drained_top else 1 - cluster.borders
+        relative = borders / cluster.sides
         factor = times / (consolidation.reference_time * cluster.length**2)
         left = consolidation.left_by_drains(cluster, times, 0.0)
         for offset, (one, other) in enumerate(itertools.pairwise(relative)):
