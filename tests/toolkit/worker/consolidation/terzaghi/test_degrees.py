@@ -74,7 +74,7 @@ def test_time_counts_in_reference_times() -> None:
         assert slow == pytest.approx(terzaghi(ground, found).degrees(TIMES, 0.0))
 
 
-def balance(times: np.ndarray, leakage: float, cells: int = 400) -> list[float]:
+def balance(times: np.ndarray, leakage: float, cells: int = 320) -> list[float]:
     """Mean degree of 4 m of clay between drained sides, by the balance of flow in both directions.
 
     It is solved by finite differences in depth and exactly in time.
