@@ -6,13 +6,14 @@ from typing import Any
 import pytest
 from sembra.core import _post_on_addon_endpoint
 
+SETTINGS = ("SEMBRA_ADDON_URL", "SEMBRA_ADDON_LIMIT", "SEMBRA_EXECUTOR", "SEMBRA_WORKERS")
 PATH = "filldsettlementtemplate/v1/jobs/"
 
 
 @pytest.fixture(autouse=True)
 def _no_settings(monkeypatch: pytest.MonkeyPatch) -> None:
     """Keep the settings of whoever runs the tests out of them."""
-    for setting in ("SEMBRA_ADDON_URL", "SEMBRA_EXECUTOR"):
+    for setting in SETTINGS:
         monkeypatch.delenv(setting, raising=False)
 
 

@@ -6,6 +6,7 @@ import signal
 import subprocess
 import sys
 import time
+import uuid
 from pathlib import Path
 from typing import Any
 
@@ -87,3 +88,23 @@ def sleep_long(content: Content) -> Result:
     path.with_suffix(".part").rename(path)
     time.sleep(60)
     return echo(content)
+
+
+def await_file(content: Content) -> Result:
+    """Wait until the file that the body names is there."""
+    while not Path(content["body"]).exists():
+        time.sleep(0.01)
+    return echo(content)
+
+
+def count_side_by_side(content: Content) -> Result:
+    """Return how many of these calls were seen to run at once, by files in the body's folder."""
+    folder = Path(content["body"])
+    own = folder / str(uuid.uuid4())
+    own.touch()
+    most = 0
+    for _ in range(50):
+        most = max(most, sum(1 for _ in folder.iterdir()))
+        time.sleep(0.02)
+    own.unlink()
+    return {"files": {".sld": str(most)}, "error": None}

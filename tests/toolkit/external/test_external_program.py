@@ -18,7 +18,7 @@ from sembra.external.external_program import (
 from sembra.local.worker.errors import OUT_OF_RANGE
 
 from tests.toolkit import fake_jobs
-from tests.toolkit.jobs.test_process_executor import await_that, is_alive, sleeping_processes
+from tests.toolkit.processes import await_that, is_alive, sleeping_processes
 from tests.toolkit.samples import FOLDER, needs_samples
 
 

@@ -56,11 +56,14 @@ class ExternalProgram(ABC):
     def execute(self, timeout: float = 60.0) -> None:
         """Run the program and wait for its end.
 
-        A progress bar is shown if the standard error stream is a terminal. What the worker remarks
-        on the calculation is shown as warnings (`UserWarning`); it stands in the result file, too.
+        Calls from several threads run side by side, as many as there are workers; what is too much
+        waits in line. A progress bar is shown if the standard error stream is a terminal. What the
+        worker remarks on the calculation is shown as warnings (`UserWarning`); it stands in the
+        result file, too.
 
         Args:
-            timeout: Time that the job may take, in seconds. A job that takes longer is ended.
+            timeout: Time that the job may take from when a worker takes it up, in seconds;
+                `math.inf` for as long as it takes. A job that takes longer is ended.
 
         Raises:
             ValueError: The timeout isn't above 0.

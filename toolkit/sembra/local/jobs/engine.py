@@ -1,80 +1,81 @@
-"""Which executor runs the jobs."""
+"""Which engine runs the jobs."""
 
 import os
-from collections.abc import Callable, Iterator
-from concurrent.futures import Executor, Future
-from contextlib import contextmanager
-from importlib import import_module
-from typing import Any, NamedTuple
+from collections.abc import Callable
+from typing import Any, Protocol
 
-from sembra.local.jobs.process_executor import ProcessExecutor
+from sembra.local.jobs.errors import EngineError
 from sembra.local.jobs.reporting import Report
-from sembra.local.jobs.task import run_limited
+from sembra.local.jobs.shared_pool import shared_pool, worker_count
 
 EXECUTOR_SETTING = "SEMBRA_EXECUTOR"
 """Environment setting: unset, empty or "process" for processes on this machine, or
 "dask://host:port" for the cluster whose scheduler listens there."""
 
-CONNECTION_LIMIT = 10.0
-"""Time to connect to a cluster, in seconds."""
+Entry = Callable[[dict[str, Any]], Any]
 
 
-class EngineError(Exception):
-    """The engine that the setting names can't be used."""
-
-
-class Engine(NamedTuple):
-    """Something that runs jobs.
-
-    Args:
-        tells_progress: Whether it passes on the fraction done.
-        submit: Starts a job: takes the entry, the content and the time limit in seconds.
-    """
+class Engine(Protocol):
+    """Something that runs jobs, one per calling thread."""
 
     tells_progress: bool
-    submit: Callable[[Callable[..., Any], dict[str, Any], float], Future[Any]]
+    """Whether it passes on the fraction done."""
+
+    def run(self, entry: Entry, content: dict[str, Any], limit: float, on_progress: Report) -> Any:
+        """Run a job and return its result. Whatever happens, the job has ended then.
+
+        Args:
+            entry: A function that can be imported by its module's name; takes the content.
+            content: The job.
+            limit: Time that the job may take once it is taken up, in seconds.
+            on_progress: Takes the fraction done.
+
+        Raises:
+            TimeoutError: The time is over.
+            EngineError: The engine can't be used, or was lost.
+            Exception: Whatever the job raised or its process came to.
+        """
+
+    def capacity(self) -> int:
+        """Return how many jobs run side by side.
+
+        Raises:
+            EngineError: The engine can't be used.
+        """
 
 
-@contextmanager
-def open_engine(on_progress: Report) -> Iterator[Engine]:
-    """Open the engine that the setting names.
+class PoolEngine:
+    """The warm worker processes on this machine."""
 
-    Args:
-        on_progress: Takes the fraction done, from an engine that tells it.
+    tells_progress = True
+
+    def run(self, entry: Entry, content: dict[str, Any], limit: float, on_progress: Report) -> Any:
+        """Run a job; see `Engine`."""
+        future = shared_pool().submit_reporting(on_progress, entry, content)
+        try:
+            return future.result_within(limit)
+        finally:
+            future.cancel()
+
+    def capacity(self) -> int:
+        """Return how many jobs run side by side."""
+        return worker_count()
+
+
+def chosen_engine() -> Engine:
+    """Return the engine that the setting names.
 
     Raises:
-        EngineError: It can't be used.
+        EngineError: It names none.
     """
     setting = os.environ.get(EXECUTOR_SETTING, "").strip()
     scheme, separator, address = setting.partition("://")
     if setting in ("", "process"):
-        with ProcessExecutor(on_progress) as executor:
-            yield Engine(True, lambda entry, content, _limit: executor.submit(entry, content))
-    elif scheme == "dask" and separator and address:
-        with _open_dask(address) as cluster:
-            yield Engine(
-                False,
-                lambda entry, content, limit: cluster.submit(run_limited, content, entry, limit),
-            )
-    else:
-        raise EngineError(
-            f"The setting {EXECUTOR_SETTING} must be 'process' or 'dask://host:port', "
-            f"not {setting!r}"
-        )
+        return PoolEngine()
+    if scheme == "dask" and separator and address:
+        from sembra.local.jobs.dask_engine import DaskEngine
 
-
-@contextmanager
-def _open_dask(address: str) -> Iterator[Executor]:
-    try:
-        distributed = import_module("distributed")
-    except ImportError as error:
-        raise EngineError(
-            f"The setting {EXECUTOR_SETTING} names a Dask cluster, but Dask's package 'distributed'"
-            " is not installed: install sembra-local[dask]"
-        ) from error
-    try:
-        client = distributed.Client(address, timeout=CONNECTION_LIMIT, set_as_default=False)
-    except (OSError, TimeoutError, ValueError) as error:
-        raise EngineError(f"The Dask cluster at {address} can't be reached: {error}") from error
-    with client:
-        yield client.get_executor(pure=False)
+        return DaskEngine(address)
+    raise EngineError(
+        f"The setting {EXECUTOR_SETTING} must be 'process' or 'dask://host:port', not {setting!r}"
+    )

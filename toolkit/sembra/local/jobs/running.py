@@ -1,14 +1,14 @@
 """Running one job from its start to its end."""
 
-from concurrent.futures import CancelledError, Future, wait
 from typing import Any, TypeGuard
 
-from sembra.local.jobs.engine import EngineError, open_engine
+from sembra.local.jobs.engine import chosen_engine
+from sembra.local.jobs.errors import EngineError
 from sembra.local.jobs.progress import show_progress
 from sembra.local.jobs.task import run_job
 
 ENTRY = run_job
-"""What runs a job, in a process of its own."""
+"""What runs a job, in a worker process."""
 
 
 class JobError(Exception):
@@ -20,7 +20,8 @@ def run(content: dict[str, Any], timeout: float) -> dict[str, Any]:
 
     Args:
         content: The job: "name", "version" and "body".
-        timeout: Time that the job may take, in seconds; then it is ended.
+        timeout: Time that the job may take once a worker has taken it up, in seconds; then it is
+            ended. Infinity for as long as it takes.
 
     Returns:
         "files", a mapping of extension to base64 text, and "error", a message or None.
@@ -29,33 +30,24 @@ def run(content: dict[str, Any], timeout: float) -> dict[str, Any]:
         JobError: The engine can't be used, the time is over, or the worker crashed.
     """
     try:
-        with show_progress(content["name"]) as report, open_engine(report) as engine:
-            future = engine.submit(ENTRY, content, timeout)
-            try:
-                result = _await_result(future, timeout)
-                if engine.tells_progress:
-                    report(1.0)
-            finally:
-                future.cancel()
+        engine = chosen_engine()
+        with show_progress(content["name"]) as report:
+            result = engine.run(ENTRY, content, timeout, report)
+            if engine.tells_progress:
+                report(1.0)
     except EngineError as error:
         raise JobError(str(error)) from error
+    except TimeoutError as error:
+        raise JobError(
+            f"The job was ended by its time-out: it took longer than {timeout:g} seconds"
+        ) from error
     except OSError as error:
         raise JobError(f"The worker can't be started: {error}") from error
+    except Exception as error:
+        raise JobError(f"The worker crashed: {error}") from error
     if not _is_result(result):
         raise JobError("The worker's answer makes no sense")
     return result
-
-
-def _await_result(future: Future[Any], timeout: float) -> Any:
-    too_long = f"The job was ended by its time-out: it took longer than {timeout:g} seconds"
-    if not wait([future], timeout).done:
-        raise JobError(too_long)
-    try:
-        return future.result()
-    except (TimeoutError, CancelledError) as error:
-        raise JobError(too_long) from error
-    except Exception as error:
-        raise JobError(f"The worker crashed: {error}") from error
 
 
 def _is_result(result: Any) -> TypeGuard[dict[str, Any]]:
