@@ -7,6 +7,7 @@ from typing import Any
 
 import numpy as np
 
+from sembra.local.worker.calculation import calculate
 from sembra.local.worker.console import configured_command, run_console
 from sembra.local.worker.errors import (
     INTERNAL_ERROR,
@@ -17,7 +18,6 @@ from sembra.local.worker.errors import (
 )
 from sembra.local.worker.input import read_project
 from sembra.local.worker.result import write_results
-from sembra.local.worker.settlement import calculate
 
 _NAME = "dsettlement"
 _VERSION = 1

@@ -1,6 +1,6 @@
-"""Settlement of columns: from the ground and the loads to what a result file shows."""
+"""Settlement of one column: from the ground and the loads to what a result file shows."""
 
-from collections.abc import Callable, Sequence
+from collections.abc import Sequence
 
 import numpy as np
 
@@ -9,7 +9,6 @@ from sembra.local.worker.column_result import ColumnResult, Dissipation
 from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
 from sembra.local.worker.consolidation.terzaghi.dissipation import dissipation
-from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh, make_mesh
 from sembra.local.worker.ground.preconsolidation import preconsolidation_pressure
@@ -18,37 +17,14 @@ from sembra.local.worker.ground.stresses import (
     middle_effective_stress,
     pore_pressures,
 )
+from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.load_steps import element_stress, load_steps
 from sembra.local.worker.project import Project
 from sembra.local.worker.soil_models.soil_model import Elements
 
 
-def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnResult]:
-    """Return the results of all columns in the order of the verticals.
-
-    Args:
-        project: the input.
-        report: is told the fraction done, from 0 to 1, after each column.
-
-    Raises:
-        WorkerError: an effective stress isn't positive, a layer can't consolidate, or a result is
-            no finite number.
-    """
-    results = []
-    for number, column in enumerate(project.columns, 1):
-        result = calculate_column(column, project)
-        if not (
-            np.all(np.isfinite(result.settlements))
-            and np.all(np.isfinite(result.consolidation.loading))
-        ):
-            raise WorkerError(OUT_OF_RANGE)
-        results.append(result)
-        report(number / len(project.columns))
-    return results
-
-
-def calculate_column(column: Column, project: Project) -> ColumnResult:
-    """Return the stresses and settlements of a column.
+def calculate_column(column: Column, project: Project, loads: Sequence[Load]) -> ColumnResult:
+    """Return the stresses and settlements of a column below some loads.
 
     Raises:
         WorkerError: an effective stress isn't positive, or a layer can't consolidate.
@@ -62,7 +38,7 @@ def calculate_column(column: Column, project: Project) -> ColumnResult:
         initial=initial,
         water=pore_pressures(column, mesh, options.water_unit_weight),
         model=project.soil_model(_elements(column, mesh, initial, project), options),
-        loads=project.loads,
+        loads=loads,
         drains=project.drains,
         options=options,
         wanted_times=project.residual_times,

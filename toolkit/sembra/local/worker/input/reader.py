@@ -87,7 +87,6 @@ def read_project(text: str) -> Project:
 _NOT_YET = {
     "Stress distribution loads": "the stress distribution within loads",
     "Imaginary surface": "an imaginary surface",
-    "Submerging": "submerging",
     "Maintain profile": "maintaining the profile",
 }
 

@@ -1,0 +1,68 @@
+"""The calculation of a whole project: its columns, and loads that depend on how they settle.
+
+With submerging, loads that are not initial come under water as the ground settles below them. All
+of a column's loads sink by one settlement: that of its surface at the end of the calculation. It is
+found by repetition, as settlements and weights depend on each other.
+"""
+
+from collections.abc import Callable, Sequence
+
+import numpy as np
+
+from sembra.local.worker.column_result import ColumnResult
+from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
+from sembra.local.worker.ground.column import Column
+from sembra.local.worker.loads.load import Load
+from sembra.local.worker.project import Project
+from sembra.local.worker.settlement import calculate_column
+
+_AT_REST = 1e-7
+"""Settlements of two repetitions, in metres, that count as the same."""
+
+_MOST_REPETITIONS = 100
+
+
+def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnResult]:
+    """Return the results of all columns in the order of the verticals.
+
+    Args:
+        project: the input.
+        report: is told the fraction done, from 0 to 1, after each column.
+
+    Raises:
+        WorkerError: an effective stress isn't positive, a layer can't consolidate, loads that
+            submerge don't come to rest, or a result is no finite number.
+    """
+    results = []
+    for number, column in enumerate(project.columns, 1):
+        settle = _submerging if project.options.submerging else calculate_column
+        result = settle(column, project, project.loads)
+        if not (
+            np.all(np.isfinite(result.settlements))
+            and np.all(np.isfinite(result.consolidation.loading))
+        ):
+            raise WorkerError(OUT_OF_RANGE)
+        results.append(result)
+        report(number / len(project.columns))
+    return results
+
+
+def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> ColumnResult:
+    """Return the result of a column whose loads have sunk by its own final settlement."""
+    sunk = 0.0
+    for _ in range(_MOST_REPETITIONS):
+        result = calculate_column(column, project, _sunk(loads, sunk))
+        before, sunk = sunk, float(result.settlements[-1, 0])
+        if abs(sunk - before) < _AT_REST:
+            return result
+    raise WorkerError(
+        f"The loads at x = {column.x:g} m don't come to rest as they sink into the water."
+    )
+
+
+def _sunk(loads: Sequence[Load], depth: float) -> list[Load]:
+    """Return the loads after those that are not initial have sunk by a depth in metres."""
+    return [
+        load if load.is_initial else load.submerged(lambda x: np.full_like(x, depth))
+        for load in loads
+    ]
