@@ -48,13 +48,21 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
 
 
 def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> ColumnResult:
-    """Return the result of a column whose loads have sunk by its own final settlement."""
-    sunk = 0.0
+    """Return the result of a column whose loads have sunk by its own final settlement.
+
+    The depth is sought by the secant method: settlement less depth comes to zero.
+    """
+    depth, earlier = 0.0, None
     for _ in range(_MOST_REPETITIONS):
-        result = calculate_column(column, project, _sunk(loads, sunk))
-        before, sunk = sunk, float(result.settlements[-1, 0])
-        if abs(sunk - before) < _AT_REST:
+        result = calculate_column(column, project, _sunk(loads, depth))
+        rest = float(result.settlements[-1, 0]) - depth
+        if abs(rest) < _AT_REST:
             return result
+        step = rest
+        if earlier is not None and earlier[1] != rest:
+            step = rest * (depth - earlier[0]) / (earlier[1] - rest)
+        earlier = depth, rest
+        depth += step
     raise WorkerError(
         f"The loads at x = {column.x:g} m don't come to rest as they sink into the water."
     )
