@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import re
 from collections.abc import Mapping, Sequence
 from dataclasses import dataclass
 from io import StringIO
@@ -13,15 +14,18 @@ from sembra.external.dsettlement import OutputFileParser
 
 Floats = NDArray[np.float64]
 
+_DISSIPATION = re.compile(r"\[Dissipation in Layers\].*?(?=\[End of Results\])", re.DOTALL)
+
 
 @dataclass(frozen=True)
 class Vertical:
     """Results of one vertical: depths in metres, times in days, stresses in kPa.
 
-    Shapes: `times` (times,), `depths` (nodes,), `settlements` and `stresses` (times, nodes), `loads`
-    (times, load steps), the other stresses (nodes,). `stresses` are effective: by Terzaghi those
-    after consolidation under the loads of the time, by Darcy those of the time. A block that the file doesn't have is None; `residual` then has
-    no rows. Its columns are time, settlement and residual settlement.
+    Shapes: `times` (times,), `depths` (nodes,), `settlements` and `stresses` (times, nodes),
+    `loads` (times, load steps), the other stresses (nodes,). `stresses` are effective: by Terzaghi
+    those after consolidation under the loads of the time, by Darcy those of the time. A block that
+    the file doesn't have is None; `residual` then has no rows. Its columns are time, settlement and
+    residual settlement.
     """
 
     x: float
@@ -55,6 +59,9 @@ def read_verticals(text: str) -> list[Vertical]:
     """
     # D-Settlement leaves a blank behind this count, where the reader doesn't expect one.
     text = text.replace("Depth step count ", "Depth step count")
+    # The residual settlements stand once more behind the dissipation. Where they have no rows, the
+    # reader would take both blocks for one.
+    text = _DISSIPATION.sub("", text)
     parser = OutputFileParser(StringIO(text, newline=""))
     residual = parser.residual_times
     return [

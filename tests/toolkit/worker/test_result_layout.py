@@ -1,6 +1,9 @@
 """The result file: written, then read back by the patterns of its readers."""
 
+from io import StringIO
+
 import pytest
+from sembra.external.dsettlement import OutputFileParser
 
 from tests.toolkit.worker.input_file import calculated, input_text
 from tests.toolkit.worker.result_file import (
@@ -157,3 +160,13 @@ def test_a_load_below_the_surface_leaves_what_lies_above(level: float) -> None:
         vertical["depths"], first["Loading"], last["Loading"], strict=True
     ):
         assert after - before == pytest.approx(20.0 if depth <= level else 0.0)
+
+
+@pytest.mark.parametrize(("times", "blocks"), [([10, 100], 2), ([], 1)])
+def test_residual_settlements_stand_behind_the_dissipation_again(
+    times: list[float], blocks: int
+) -> None:
+    text = calculated(input_text(options={"Dissipation": 1}, times=times))
+    assert text.count("[END OF RESIDUAL SETTLEMENTS]\n") == blocks
+    read = OutputFileParser(StringIO(text)).residual_times
+    assert [rows["Time"] for rows in read.values()] == ([times] if times else [])

@@ -96,8 +96,8 @@ class ColumnResult:
         load_settlements: settlement of the surface by the first load step, by the first two, and
             so on, shape (times, load steps). Always there for Terzaghi; for Darcy only with the
             option "Predict settlements omitting additional loadsteps", else None.
-        layer_settlements: settlement of each layer by kind, for NEN-Koppejan, all 0 by Darcy; None
-            for the other models.
+        layer_settlements: settlement of each layer by kind, for NEN-Koppejan; None for the other
+            models.
         dissipation: where the input file wants it, else None.
     """
 

@@ -21,6 +21,7 @@ from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.load_steps import element_stress, load_steps
 from sembra.local.worker.project import Project
 from sembra.local.worker.soil_models.soil_model import Elements
+from sembra.local.worker.timesteps import calculation_times
 
 
 def calculate_column(column: Column, project: Project, loads: Sequence[Load]) -> ColumnResult:
@@ -55,11 +56,7 @@ def calculate_column(column: Column, project: Project, loads: Sequence[Load]) ->
         layer_settlements=situation.model.layer_settlements(
             stresses, mesh.thicknesses, mesh.element_layers
         ),
-        dissipation=(
-            _dissipation(situation, consolidated.times)
-            if column is project.dissipation_column
-            else None
-        ),
+        dissipation=(_dissipation(situation) if column is project.dissipation_column else None),
         remarks=tuple(situation.model.remarks(stresses)),
     )
 
@@ -84,7 +81,10 @@ def _drained_stresses(s: Situation) -> Sequence[Floats]:
     return [element_stress(s.mesh, step.effective) for step in steps]
 
 
-def _dissipation(s: Situation, times: Floats) -> Dissipation:
+def _dissipation(s: Situation) -> Dissipation:
+    """Return the dissipation at the times that one load at time 0 would have."""
+    profile = s.options.superelevation
+    times = calculation_times([profile.time] if profile else [], s.options.end, s.wanted_times)
     column = TerzaghiColumn(s.column, s.mesh, s.options, s.drains)
     return Dissipation(times, dissipation(column, times))
 

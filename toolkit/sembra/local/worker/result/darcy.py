@@ -49,12 +49,17 @@ def darcy_history(times: Floats, settlements: Floats, consolidation: DarcyHistor
         [
             consolidation.upper_amplitudes,
             consolidation.lower_amplitudes,
-            consolidation.normalized_coefficients,
+            _of_next_steps(consolidation.normalized_coefficients),
         ],
         axis=-1,
     )
     tables = (_table(*rows) for rows in zip(nodes, elements, strict=True))
     yield from history(_HEADERS, times, tables)
+
+
+def _of_next_steps(coefficients: Floats) -> Floats:
+    """The same without the last ones: no step begins at the end of the calculation."""
+    return np.vstack([coefficients[:-1], np.zeros_like(coefficients[-1:])])
 
 
 def _table(nodes: Floats, elements: Floats) -> Iterator[str]:

@@ -63,8 +63,10 @@ def _results(
         yield "[End of Amounts of Loads]"
     for dissipation in filter(None, (result.dissipation for result in results)):
         yield from dissipation_block(dissipation)
-        # D-Settlement writes the same block once more behind the dissipation.
-        yield from residual_block(results, project.residual_times)
+        # D-Settlement writes the same block once more behind the dissipation. Without rows two such
+        # blocks can't be read: the first would end where the second does.
+        if project.residual_times:
+            yield from residual_block(results, project.residual_times)
     if remarks:
         yield from ("[Warnings]", f"{len(remarks):7d}     number of warnings")
         yield from (*remarks, "[End of Warnings]")

@@ -3,7 +3,7 @@
 from collections.abc import Iterator, Sequence
 
 from sembra.local.worker.result.format import column_indication, row
-from sembra.local.worker.soil_models.layer_settlement import LayerSettlement
+from sembra.local.worker.soil_models.layer_settlement import LayerSettlement, SettlementParts
 
 _HEADERS = (
     "Layer number",
@@ -14,6 +14,8 @@ _HEADERS = (
     "Primary settlement above pre cons. stress",
     "Secondary settlement above pre cons. stress",
 )
+
+NO_SETTLEMENT = LayerSettlement(SettlementParts(0.0, 0.0, 0.0), SettlementParts(0.0, 0.0, 0.0))
 
 
 def koppejan_block(layers: Sequence[LayerSettlement]) -> Iterator[str]:

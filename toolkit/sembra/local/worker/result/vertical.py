@@ -11,7 +11,7 @@ from sembra.local.worker.result.darcy import (
 )
 from sembra.local.worker.result.fixed_times import fixed_time_block
 from sembra.local.worker.result.format import END_OF_HISTORY, fixed, row
-from sembra.local.worker.result.koppejan import koppejan_block
+from sembra.local.worker.result.koppejan import NO_SETTLEMENT, koppejan_block
 from sembra.local.worker.result.terzaghi import stresses_block, terzaghi_history
 
 
@@ -31,7 +31,8 @@ def vertical_block(number: int, result: ColumnResult) -> Iterator[str]:
         yield from terzaghi_history(result.times, result.settlements, result.consolidation)
     else:
         if result.layer_settlements is not None:
-            yield from koppejan_block(result.layer_settlements)
+            # By Darcy the kinds of settlement are not told apart.
+            yield from koppejan_block([NO_SETTLEMENT] * len(result.layer_settlements))
         yield from _depths(result.mesh.levels)
         yield from leakages_block(result.consolidation)
         yield from drained_layers_block(result.consolidation)
