@@ -26,6 +26,11 @@ SECTION = """[VERTICAL DRAIN]
 [END OF VERTICAL DRAIN]
 """
 
+COLUMN = ("0 : Flow type = Radial", "1 : Flow type = Plane")
+SAND_WALL = ("0 : Flow type = Radial", "2 : Flow type = Sand wall")
+SIMPLE = ("0 : Flow type = Off", "1 : Flow type = Simple input")
+DETAILED = ("0 : Flow type = Off", "2 : Flow type = Detailed input")
+
 
 def with_drains(text: str, *changes: tuple[str, str]) -> str:
     """Switch drains on in an input file, after changes to the lines of their section.

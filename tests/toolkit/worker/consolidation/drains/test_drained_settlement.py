@@ -13,14 +13,13 @@ from sembra.external.dsettlement import (
     VerticalDrain,
 )
 
-from tests.toolkit.worker.drain_section import with_drains
+from tests.toolkit.worker.drain_section import SIMPLE, with_drains
 from tests.toolkit.worker.input_file import calculated, input_text
 from tests.toolkit.worker.result_file import verticals
 from tests.toolkit.worker.test_geometry import two_dimensional
 
 CLAY = {"Clay": {"SoilDrained": 0, "SoilCv": 1e-8}}
 PLAIN = input_text(soils=CLAY, phreatic_level=-0.5, end=5000)
-SIMPLE = ("0 : Flow type = Off", "1 : Flow type = Simple input")
 START = (" 1.000 = Start", " 0.000 = Start")
 DEEP = ("-3.000 = Bottom", "-4.000 = Bottom")
 HEAD = ("-1.500 = Water head", "-0.500 = Water head")
