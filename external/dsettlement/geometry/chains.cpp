@@ -3,8 +3,8 @@
 #include <tuple>
 #include <utility>
 
-#include "geometry/drawing.hpp"
-#include "geometry/register.hpp"
+#include "geometry/index/drawing.hpp"
+#include "geometry/index/index.hpp"
 #include "host/containers.hpp"
 #include "host/sequence.hpp"
 #include "host/text.hpp"
@@ -18,7 +18,7 @@ using host::Ref;
 
 namespace {
 
-// There is no register of curves: the curves of a model are those of its registered chains.
+// There is no list of curves: the curves of a model are those of its chains.
 Ref list_curves(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
@@ -27,9 +27,8 @@ Ref list_curves(State& state, Arguments arguments) {
     static_cast<void>(
         Ref::steal(PySequence_InPlaceConcat(curves.get(), host::get(chain, names.curves).get())));
   };
-  put_boundaries_in_order(state, self);
-  host::for_each(state.boundaries.read(self), extend);
-  host::for_each(state.pl_lines.read(self), extend);
+  host::for_each(boundaries_of(state, self), extend);
+  host::for_each(pl_lines_of(state, self), extend);
   return curves;
 }
 
@@ -131,7 +130,7 @@ Ref register_pl_line(State& state, Arguments arguments) {
       host::raise(state.toolkit.model_error.original(),
                   host::text("Phreatic line is already set: {}", {phreatic_line}));
     }
-    const Py_ssize_t number = host::length(state.pl_lines.read(self));
+    const Py_ssize_t number = host::length(pl_lines_of(state, self));
     host::set(self, names.private_phreatic_line, Ref::steal(PyLong_FromSsize_t(number)));
   }
   return pl_line;

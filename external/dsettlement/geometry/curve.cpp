@@ -24,8 +24,8 @@ Ref init(State& state, Arguments arguments) {
   const Ref x1 = host::get(p1, names.x);
   const Ref x2 = host::get(p2, names.x);
   const bool swapped = host::compare(x2, Py_LT, x1);
-  host::initialize(state.made.curve, self, names.private_p1, swapped ? p2 : p1);
-  host::initialize(state.made.curve, self, names.private_p2, swapped ? p1 : p2);
+  state.curve.initialize(self, names.private_p1, swapped ? p2 : p1);
+  state.curve.initialize(self, names.private_p2, swapped ? p1 : p2);
   return host::none();
 }
 
@@ -74,10 +74,8 @@ void define_curve(host::Module& module, State& state) {
                                      "Return the text form, such as "
                                      "\"_Curve(_Point(0, 1.0), _Point(2, 1.0))\".")
                       .returning("str"));
-  body.add(state.fields_of_curves, host::set_attribute);
-  body.add(state.fields_of_curves, host::delete_attribute);
+  state.fields_of_curves.add_to(body);
   state.curve = body.make();
-  state.made.curve.take(state.curve.original());
 }
 
 }  // namespace dsettlement::geometry

@@ -1,7 +1,7 @@
 #include "geometry/curve_list.hpp"
 
 #include "geometry/equality.hpp"
-#include "geometry/plain.hpp"
+#include "geometry/index/trust.hpp"
 #include "host/arithmetic.hpp"
 #include "host/class_body.hpp"
 #include "host/sequence.hpp"
@@ -18,9 +18,8 @@ namespace {
 
 // Whether a chain is of one of this module's own classes, as they were made.
 bool is_of_own_class(const State& state, Handle chain) {
-  const State::Made& made = state.made;
-  return (made.curve_list.is_class_of(chain) || made.boundary.is_class_of(chain) ||
-          made.pl_line.is_class_of(chain)) &&
+  return (state.curve_list.is_class_of(chain) || state.boundary.is_class_of(chain) ||
+          state.pl_line.is_class_of(chain)) &&
          are_classes_as_made(state);
 }
 
@@ -99,7 +98,7 @@ Ref area_above_horizontal(State& state, Arguments arguments) {
 }
 
 void note_change(State& state, Handle /*curve_list*/) {
-  ++state.changes.count;
+  state.changes().note();
 }
 
 }  // namespace
@@ -135,18 +134,14 @@ void define_curve_lists(host::Module& module, State& state) {
                             .returning("float"));
   curve_list.add("_curves", state.chain_curves.watch<State, note_change>(state.field_type,
                                                                          module.object(), state));
-  curve_list.add(state.fields_of_chains, host::set_attribute);
-  curve_list.add(state.fields_of_chains, host::delete_attribute);
+  state.fields_of_chains.add_to(curve_list);
   state.curve_list = curve_list.make();
-  state.made.curve_list.take(state.curve_list.original());
 
   host::ClassBody pl_line(module, "_PlLine", " Piezometric level line. ");
   state.pl_line = pl_line.make({state.curve_list.original()});
-  state.made.pl_line.take(state.pl_line.original());
 
   host::ClassBody boundary(module, "_Boundary", " Boundary. ");
   state.boundary = boundary.make({state.curve_list.original()});
-  state.made.boundary.take(state.boundary.original());
 }
 
 }  // namespace dsettlement::geometry

@@ -1,10 +1,11 @@
 #include "geometry/document_2d.hpp"
 
-#include "geometry/chain_positions.hpp"
-#include "geometry/numbering.hpp"
-#include "geometry/register.hpp"
+#include "geometry/index/index.hpp"
+#include "geometry/index/numbering.hpp"
+#include "geometry/index/plain.hpp"
 #include "host/arithmetic.hpp"
 #include "host/containers.hpp"
+#include "host/internals.hpp"
 
 namespace dsettlement::geometry {
 
@@ -31,12 +32,6 @@ Ref make_document(State& state, Arguments arguments) {
       .done();
 }
 
-// Spares the garbage collector a tuple of numbers, which can be part of no cycle. It would find
-// that out by itself, at the cost of a few passes through everything there is.
-void leave_to_its_count(Handle numbers) {
-  PyObject_GC_UnTrack(numbers);
-}
-
 Ref list_points(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Ref zero = host::integer(0);
@@ -45,132 +40,71 @@ Ref list_points(State& state, Arguments arguments) {
     const Ref x = host::get(point, names.x);
     const Ref y = host::get(point, names.y);
     const Ref triple = Ref::steal(PyTuple_Pack(3, x.get(), y.get(), zero.get()));
-    if (plain_number(x) && plain_number(y)) leave_to_its_count(triple);
+    if (plain_number(x) && plain_number(y)) host::leave_to_its_count(triple);
     points.append(triple);
   });
   return points.done();
 }
 
-bool is_plain_list(Handle object) {
-  return PyList_CheckExact(static_cast<PyObject*>(object)) != 0;
-}
-
-bool is_number(Handle object) {
-  return PyLong_CheckExact(static_cast<PyObject*>(object)) != 0;
+// The number of the first equal entry of a list of the model, counted from 1. The list is asked for
+// each time, since what has run before may have put another in its place.
+Ref number_in(const State& state, Handle model, Handle list, Handle object) {
+  const Ref position = host::call_method(host::get(model, list), state.names.index, object);
+  return host::sum(position, host::integer(1));
 }
 
 Ref list_curves(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  const Ref curves_of_model = host::get(self, names.private_curves);
-  Numbering<PointKey> points(state, self, names.private_points, nullptr, key_of_point);
-  if (!is_plain_list(curves_of_model)) points.doubt();
+  if (Ref numbered = number_curves(state, self)) return numbered;
   host::List curves;
-  host::for_each(curves_of_model, [&](const Ref& curve) {
-    if (!state.made.curve.is_class_of(curve)) points.doubt();
-    const Ref p1 = points.number_of(host::get(curve, names.p1));
-    const Ref p2 = points.number_of(host::get(curve, names.p2));
-    const Ref pair = Ref::steal(PyTuple_Pack(2, p1.get(), p2.get()));
-    if (is_number(p1) && is_number(p2)) leave_to_its_count(pair);
-    curves.append(pair);
+  host::for_each(host::get(self, names.private_curves), [&](const Ref& curve) {
+    const Ref p1 = number_in(state, self, names.private_points, host::get(curve, names.p1));
+    const Ref p2 = number_in(state, self, names.private_points, host::get(curve, names.p2));
+    curves.append(Ref::steal(PyTuple_Pack(2, p1.get(), p2.get())));
   });
   return curves.done();
 }
 
-// Whether nothing of an application runs when the curves of all chains are asked for.
-bool are_chains_plain(const State& state, Handle chains) {
-  if (!is_plain_list(chains)) return false;
-  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(static_cast<PyObject*>(chains)); ++i) {
-    const Ref chain = host::share(PyList_GET_ITEM(static_cast<PyObject*>(chains), i));
-    if (!curves_of_plain_chain(state, chain)) return false;
-  }
-  return true;
-}
-
-bool are_chains_plain(const State& state, Handle model, const host::WatchedField& field) {
-  const Ref chains = field.peek(model);
-  return chains && are_chains_plain(state, chains);
-}
-
-template <typename Key>
-Ref number_chains(const State& state, Handle self, Handle chains,
-                  typename Numbering<Key>::Read read) {
+Ref search_chains(const State& state, Handle self, Handle chains) {
   const State::Names& names = state.names;
-  Numbering<Key> curves(state, self, names.private_curves, state.curves_property.get(), read);
-  if (!are_chains_plain(state, self, state.boundaries) ||
-      !are_chains_plain(state, self, state.pl_lines) || !are_chains_plain(state, chains)) {
-    curves.doubt();
-  }
   host::List list;
   host::for_each(chains, [&](const Ref& chain) {
     host::List numbers;
-    host::for_each(host::get(chain, names.curves),
-                   [&](const Ref& curve) { numbers.append(curves.number_of(curve)); });
+    host::for_each(host::get(chain, names.curves), [&](const Ref& curve) {
+      numbers.append(number_in(state, self, names.private_curves, curve));
+    });
     list.append(numbers.done());
   });
   return list.done();
 }
 
-// Whether equal curves of the model are known to be the same.
-bool are_equal_curves_same(State& state, Handle self) {
-  const InUse<ChainRegister> chains = chain_register(state, self);
-  return chains && !chains->has_twins();
-}
-
-std::optional<PyObject*> itself(const State& /*state*/, Handle object) {
-  return static_cast<PyObject*>(object);
-}
-
-Ref list_chains(State& state, Handle self, const host::WatchedField& field) {
-  put_boundaries_in_order(state, self);
-  if (are_equal_curves_same(state, self)) {
-    return number_chains<PyObject*>(state, self, field.read(self), itself);
-  }
-  return number_chains<CurveKey>(state, self, field.read(self), key_of_curve);
-}
-
 Ref list_boundaries(State& state, Arguments arguments) {
-  return list_chains(state, arguments[0], state.boundaries);
+  if (Ref numbered = number_boundaries(state, arguments[0])) return numbered;
+  return search_chains(state, arguments[0], boundaries_of(state, arguments[0]));
 }
 
 Ref list_pl_lines(State& state, Arguments arguments) {
-  return list_chains(state, arguments[0], state.pl_lines);
-}
-
-// Whether asking the object for its class runs nothing of an application.
-bool tells_its_class_plainly(const State& state, Handle object) {
-  PyObject* of = object;
-  return of == Py_None || PyLong_CheckExact(of) != 0 || PyBool_Check(of) != 0 ||
-         PyFloat_CheckExact(of) != 0 || PyUnicode_CheckExact(of) != 0 ||
-         curves_of_plain_chain(state, object);
+  if (Ref numbered = number_pl_lines(state, arguments[0])) return numbered;
+  return search_chains(state, arguments[0], pl_lines_of(state, arguments[0]));
 }
 
 Ref list_layers(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  put_boundaries_in_order(state, self);
-  ChainPositions boundaries(state, self, state.boundaries);
-  ChainPositions pl_lines(state, self, state.pl_lines);
-  const auto doubt = [&] {
-    boundaries.doubt();
-    pl_lines.doubt();
-  };
+  if (Ref numbered = number_layers(state, self)) return numbered;
   // Boundaries alone are counted from 0.
   const auto boundary_number = [&](Ref boundary) {
-    if (!tells_its_class_plainly(state, boundary)) doubt();
     if (host::is_instance(boundary, reinterpret_cast<PyObject*>(&PyLong_Type))) return boundary;
-    return boundaries.of(boundary);
+    return host::call_method(boundaries_of(state, self), names.index, boundary);
   };
   const auto pl_line_number = [&](Ref pl_line) {
-    if (!tells_its_class_plainly(state, pl_line)) doubt();
     if (!host::is_instance(pl_line, state.pl_line.now())) return pl_line;
-    return host::sum(pl_lines.of(pl_line), host::integer(1));
+    const Ref position = host::call_method(pl_lines_of(state, self), names.index, pl_line);
+    return host::sum(position, host::integer(1));
   };
-  const Ref list = host::get(self, names.private_layers);
-  if (!is_plain_list(list) || !state.made.layer.holds() || !state.pl_line.is_original()) doubt();
   host::List layers;
-  host::for_each(list, [&](const Ref& layer) {
-    if (!state.made.layer.is_class_of(layer)) doubt();
+  host::for_each(host::get(self, names.private_layers), [&](const Ref& layer) {
     const auto get = [&](Handle name) { return host::get(layer, name); };
     layers.append(host::Mapping()
                       .put(names.material, get(names.material))

@@ -74,7 +74,6 @@ void define_layer(host::Module& module, State& state) {
                                                  "99 for interpolation.")
                       .returning("_PlLine | int"));
   state.layer = body.make();
-  state.made.layer.take(state.layer.original());
 }
 
 }  // namespace dsettlement::geometry

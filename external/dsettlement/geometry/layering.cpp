@@ -1,7 +1,7 @@
 #include "geometry/layering.hpp"
 
 #include "geometry/codes.hpp"
-#include "geometry/register.hpp"
+#include "geometry/index/index.hpp"
 #include "host/containers.hpp"
 #include "host/text.hpp"
 
@@ -49,10 +49,8 @@ Ref stack_layer(State& state, Arguments arguments) {
 
   const Ref top = host::call_method(self, names.create_boundary, points);
   const Ref layers = host::get(self, names.private_layers);
-  const bool is_first = !host::is_true(layers);
-  if (is_first) put_boundaries_in_order(state, self);
-  const Ref bottom = is_first ? host::item(state.boundaries.read(self), 0)
-                              : host::get(host::item(layers, -1), names.boundary_top);
+  const Ref bottom = host::is_true(layers) ? host::get(host::item(layers, -1), names.boundary_top)
+                                           : host::item(boundaries_of(state, self), 0);
   if (host::compare(top, Py_EQ, bottom)) {
     host::raise(model_error, "Boundary top is similar to boundary bottom.");
   }

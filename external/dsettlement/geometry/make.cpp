@@ -16,12 +16,8 @@ void put(Handle object, Handle name, Handle value) {
 
 }  // namespace
 
-bool is_as_made(const host::Global& type, const host::ClassSnapshot& made) {
-  return type.is_original() && made.holds();
-}
-
 Ref make_point(const State& state, Handle x, Handle y) {
-  if (!is_as_made(state.point, state.made.point)) return host::call(state.point.now(), x, y);
+  if (!state.point.is_as_made()) return host::call(state.point.now(), x, y);
   Ref point = host::allocate(state.point.original());
   put(point, state.names.private_x, x);
   put(point, state.names.private_y, y);

@@ -5,10 +5,6 @@
 
 namespace dsettlement::geometry {
 
-// Whether the name in the module still stands for the class that was made for it, and that class is
-// as it was made. Its objects may then be made without calling it.
-[[nodiscard]] bool is_as_made(const host::Global& type, const host::ClassSnapshot& made);
-
 // What calling the class _Point gives.
 [[nodiscard]] host::Ref make_point(const State& state, host::Handle x, host::Handle y);
 

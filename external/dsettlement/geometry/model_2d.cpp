@@ -2,9 +2,9 @@
 
 #include "geometry/chains.hpp"
 #include "geometry/document_2d.hpp"
+#include "geometry/index/index.hpp"
 #include "geometry/layering.hpp"
 #include "geometry/make.hpp"
-#include "geometry/register.hpp"
 #include "geometry/validation_2d.hpp"
 #include "geometry/verticals.hpp"
 #include "host/class_body.hpp"
@@ -148,7 +148,7 @@ void define_model_2d(host::Module& module, State& state, soil::State& soil) {
   body.declare("_phreatic_line", "int");
   body.declare("_boundaries", "list[_Boundary]");
   body.declare("_layers", "list[_Layer]");
-  add_registers(module, state, body);
+  add_index(module, state, body);
   body.add(state, curves_of_model);
   body.add(state,
            host::method<create_point>("create_point", point_parameters, create_point_documentation)
@@ -170,7 +170,7 @@ void define_model_2d(host::Module& module, State& state, soil::State& soil) {
   body.add(state, min_vertical_drains_2d);
   body.add(state, max_vertical_drains_2d);
   state.model_2d = body.make({state.model.model.original()});
-  remember_for_registers(state, state.model_2d.original());
+  remember_model_class(state, state.model_2d.original());
 }
 
 }  // namespace dsettlement::geometry

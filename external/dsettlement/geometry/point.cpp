@@ -16,8 +16,8 @@ constexpr Parameter init_parameters[] = {host::self, {"x", "float"}, {"y", "floa
 
 Ref init(State& state, Arguments arguments) {
   const auto [self, x, y] = arguments.first<3>();
-  host::initialize(state.made.point, self, state.names.private_x, x);
-  host::initialize(state.made.point, self, state.names.private_y, y);
+  state.point.initialize(self, state.names.private_x, x);
+  state.point.initialize(self, state.names.private_y, y);
   return host::none();
 }
 
@@ -66,10 +66,8 @@ void define_point(host::Module& module, State& state) {
                                      "Return the text form, such as "
                                      "\"_Point(25, 10.0)\".")
                       .returning("str"));
-  body.add(state.fields_of_points, host::set_attribute);
-  body.add(state.fields_of_points, host::delete_attribute);
+  state.fields_of_points.add_to(body);
   state.point = body.make();
-  state.made.point.take(state.point.original());
 }
 
 }  // namespace dsettlement::geometry

@@ -1,7 +1,9 @@
 // What the concrete models work with.
 #pragma once
 
-#include "host/changes.hpp"
+#include "host/counted_fields.hpp"
+#include "host/known_members.hpp"
+#include "host/record_class.hpp"
 #include "host/watched_field.hpp"
 #include "model/state.hpp"
 #include "toolkit.hpp"
@@ -27,69 +29,51 @@ struct State {
   // Whether Python runs with assertions, or without as under `python -O`.
   const bool has_assertions;
 
+  // Counts what may have changed points, curves, chains or verticals.
+  [[nodiscard]] const host::Changes& changes() const noexcept { return module_.changes(); }
+  [[nodiscard]] host::Changes& changes() noexcept { return module_.changes(); }
+
  private:
   host::Module& module_;
 
  public:
   host::Global geometry_1d{module_, "_Geometry1D"};
   host::Global model_1d{module_, "Model1D"};
-  host::Global point{module_, "_Point"};
-  host::Global curve{module_, "_Curve"};
-  host::Global curve_list{module_, "_CurveList"};
-  host::Global pl_line{module_, "_PlLine"};
-  host::Global boundary{module_, "_Boundary"};
-  host::Global layer{module_, "_Layer"};
+  host::RecordClass point{module_, "_Point"};
+  host::RecordClass curve{module_, "_Curve"};
+  host::RecordClass curve_list{module_, "_CurveList"};
+  host::RecordClass pl_line{module_, "_PlLine"};
+  host::RecordClass boundary{module_, "_Boundary"};
+  host::RecordClass layer{module_, "_Layer"};
   host::Global model_2d{module_, "Model2D"};
 
-  // Counts what is written to points, curves and chains.
-  host::Changes changes;
-
-  // The value classes as they were made, for what takes them for granted.
-  struct Made {
-    Made(host::Module& module, host::Changes& changes)
-        : point(module, changes),
-          curve(module, changes),
-          curve_list(module, changes),
-          pl_line(module, changes),
-          boundary(module, changes),
-          layer(module, changes) {}
-
-    host::ClassSnapshot point;
-    host::ClassSnapshot curve;
-    host::ClassSnapshot curve_list;
-    host::ClassSnapshot pl_line;
-    host::ClassSnapshot boundary;
-    host::ClassSnapshot layer;
-  } made{module_, changes};
-
-  // The curves of a chain; handing them out counts as a change of points, curves or chains.
+  // The curves of a chain; handing them out counts as a change.
   host::WatchedField chain_curves{module_, "_curves"};
-  host::CountedFields fields_of_points{changes, {"_x", "_y"}};
-  host::CountedFields fields_of_curves{changes, {"_p1", "_p2"}};
-  host::CountedFields fields_of_chains{changes, {}};  // any can stand before an operation
+  host::CountedFields fields_of_points{module_, {"_x", "_y"}};
+  host::CountedFields fields_of_curves{module_, {"_p1", "_p2"}};
+  host::CountedFields fields_of_chains{module_, {}};  // any can stand before an operation
 
   // What a model keeps its verticals and its boundaries sorted by.
   host::Slot by_x{module_};
   host::Slot by_area{module_};
 
-  // The lists of a model that have a register, and where the registers stand.
+  // The lists of a model that are indexed, and where its index stands.
   host::WatchedField boundaries{module_, "_boundaries"};
   host::WatchedField pl_lines{module_, "_pl_lines"};
   host::WatchedField verticals{module_, "_verticals"};
-  host::Slot register_slot{module_};
-  host::Slot attributes{module_};  // what the class of models has as its `__dict__`
+  host::Slot index_slot{module_};
 
-  // Operations of a model that need not be called as long as they are these.
-  host::Slot curves_property{module_};
-  host::Slot create_curves{module_};
-  host::Slot create_curve{module_};
+  // What the fast path does without asking the class of the model for it.
+  host::KnownMembers model_members{
+      module_,
+      {"_boundaries", "_pl_lines", "_verticals", "_points", "_layers", "_limits", "_curves",
+       "_create_curves", "_create_curve", "__dict__", "_dsettlement_registers"}};
 
   host::Slot field_type{module_};
   host::Slot box_type{module_};
 
   struct Names {
     host::Name init{"__init__"};
-    host::Name attributes{"__dict__"};
     host::Name get_state{"__getstate__"};
     host::Name serialize{"_serialize"};
 
@@ -111,7 +95,7 @@ struct State {
     host::Name private_phreatic_line{"_phreatic_line"};
     host::Name private_boundaries{"_boundaries"};
 
-    host::Name register_slot{"_dsettlement_registers"};
+    host::Name index_slot{"_dsettlement_registers"};
 
     // Operations of a model.
     host::Name validate{"_validate"};

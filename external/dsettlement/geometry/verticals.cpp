@@ -1,7 +1,7 @@
 #include "geometry/verticals.hpp"
 
-#include "geometry/plain.hpp"
-#include "geometry/register.hpp"
+#include "geometry/index/index.hpp"
+#include "geometry/index/plain.hpp"
 #include "host/containers.hpp"
 #include "host/text.hpp"
 #include "host/unpack.hpp"
@@ -42,20 +42,17 @@ Ref search_vertical(const State& state, Handle verticals, Handle x) {
 }
 
 // The first vertical at x, or an empty Ref.
-Ref find_vertical(State& state, Handle self, Handle x) {
+Ref find_vertical(const State& state, Handle self, Handle x) {
   if (const std::optional<double> number = plain_number(x)) {
-    if (const auto verticals = vertical_register(state, self)) {
-      if (std::optional<Ref> known = verticals->at(state, *number)) return *std::move(known);
-    }
+    if (const auto verticals = lease_verticals(state, self)) return verticals->at(state, *number);
   }
   return search_vertical(state, host::get(self, state.names.verticals), x);
 }
 
-void enter(State& state, Handle self, Handle vertical) {
+void add_vertical(const State& state, Handle self, Handle vertical) {
   const State::Names& names = state.names;
-  if (const auto verticals = vertical_register(state, self)) {
-    const std::optional<double> x = x_of_plain_vertical(state, vertical);
-    if (x && verticals->add(*x, vertical)) return;
+  if (const auto verticals = lease_verticals(state, self)) {
+    if (verticals->add_vertical(state, self, vertical)) return;
   }
   host::call_method(host::get(self, names.verticals), names.append, vertical);
   const Ref sort = host::get(host::get(self, names.verticals), names.sort);
@@ -68,7 +65,7 @@ Ref register_vertical(State& state, Arguments arguments) {
   check_limits(state, host::get(self, names.limits), x);
   if (const Ref known = find_vertical(state, self, x)) return known;
   const Ref vertical = host::call(state.model.vertical.now(), x);
-  enter(state, self, vertical);
+  add_vertical(state, self, vertical);
   return vertical;
 }
 

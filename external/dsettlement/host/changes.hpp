@@ -1,41 +1,20 @@
-// Changes of objects after they were made.
+// Whether anybody has touched what native code takes for granted.
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
-#include <vector>
-
-#include "host/class_snapshot.hpp"
-#include "host/name.hpp"
-#include "host/operation.hpp"
 
 namespace dsettlement::host {
 
-// Records offer no way to change, but Python lets anybody write to any attribute. Each such change
-// is counted, so that what was indexed by the values before is known to hold no longer.
-struct Changes {
-  std::uint64_t count = 0;
-};
-
-// Which attributes of a class are counted: these, with those by which an object changes as a whole,
-// or any at all if none are named.
-class CountedFields {
+// Counts what may have changed the objects that are indexed by their values: a field that was set
+// (host/counted_fields), a container that was handed out (host/watched_field), a class that was
+// changed (host/record_class). What was known at one count is known to hold at the same count.
+class Changes {
  public:
-  CountedFields(Changes& changes, std::initializer_list<const char*> names);
-
-  void note(Handle name);
+  void note() noexcept { ++count_; }
+  [[nodiscard]] std::uint64_t count() const noexcept { return count_; }
 
  private:
-  Changes& changes_;
-  std::vector<Name> names_;
+  std::uint64_t count_ = 0;
 };
-
-// The operations by which attributes are set and deleted, for a class whose changes are counted.
-extern const Operation<CountedFields> set_attribute;
-extern const Operation<CountedFields> delete_attribute;
-
-// Sets a field in the constructor of a class that was made so: as any attribute, but the first
-// value is no change.
-void initialize(const ClassSnapshot& made, Handle object, Handle name, Handle value);
 
 }  // namespace dsettlement::host

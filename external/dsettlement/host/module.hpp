@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/changes.hpp"
 #include "host/name.hpp"
 #include "host/parameter.hpp"
 #include "host/ref.hpp"
@@ -31,6 +32,8 @@ class Module {
   // to its default can be told from one that was given.
   [[nodiscard]] Ref constant(const Default& value);
 
+  [[nodiscard]] Changes& changes() noexcept { return changes_; }
+
   // Enters an object into the module's namespace.
   void add(Handle name, Handle value) const;
 
@@ -42,6 +45,7 @@ class Module {
   PyObject* module_;
   Ref name_;
   Ref function_type_;
+  Changes changes_;
   std::vector<Slot*> slots_;
   std::vector<std::pair<Default, Ref>> constants_;
 };

@@ -2,21 +2,13 @@
 
 #include <vector>
 
-#include "host/name.hpp"
+#include "host/internals.hpp"
 
 namespace dsettlement::host {
 
 bool gets_plainly(Handle object, Handle name, PyObject* descriptor) {
-  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(object));
-  if (type->tp_getattro != PyObject_GenericGetAttr) {
-    // A class that only says what comes in the place of missing attributes has no say in others.
-    const Name get_attribute("__getattribute__");
-    if (_PyType_Lookup(type, get_attribute.get()) !=
-        _PyType_Lookup(&PyBaseObject_Type, get_attribute.get())) {
-      return false;
-    }
-  }
-  return _PyType_Lookup(type, name) == descriptor;
+  PyTypeObject* type = class_of(object);
+  return looks_up_plainly(type) && member_of(type, name) == descriptor;
 }
 
 Ref item(Handle sequence, Py_ssize_t index) {

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "host/internals.hpp"
 #include "host/object.hpp"
 
 namespace dsettlement::host {
@@ -44,15 +45,7 @@ Ref fields_of(Handle object) {
   if (PyType_Check(static_cast<PyObject*>(object)) != 0) {
     raise(PyExc_TypeError, "this attribute is one of objects, not of classes");
   }
-  return Ref::steal(PyObject_GenericGetDict(object, nullptr));
-}
-
-// What a dictionary has under a name, or an empty Ref. Looking can run code, that of other keys'
-// equality, which makes the object let go of its dictionary; so that is owned by a Ref.
-Ref value_in(const Ref& fields, Handle name) {
-  PyObject* value = PyDict_GetItemWithError(fields.get(), name);
-  if (value == nullptr && PyErr_Occurred() != nullptr) throw ErrorSet{};
-  return share(value);
+  return own_attributes(object);
 }
 
 PyObject* read(PyObject* self, PyObject* object, PyObject* type) {

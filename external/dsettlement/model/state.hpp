@@ -1,7 +1,8 @@
 // What the operations of the model frame work with.
 #pragma once
 
-#include "host/changes.hpp"
+#include "host/counted_fields.hpp"
+#include "host/record_class.hpp"
 #include "toolkit.hpp"
 
 namespace dsettlement::model {
@@ -17,13 +18,10 @@ struct State {
  public:
   host::Global calculation_model{module_, "CalculationModel"};
   host::Global consolidation_model{module_, "ConsolidationModel"};
-  host::Global vertical{module_, "_Vertical"};
+  host::RecordClass vertical{module_, "_Vertical"};
   host::Global model{module_, "_Model"};
 
-  // For what takes verticals for granted as they were made.
-  host::Changes vertical_changes;
-  host::ClassSnapshot vertical_as_made{module_, vertical_changes};
-  host::CountedFields vertical_fields{vertical_changes, {"_x"}};
+  host::CountedFields fields_of_verticals{module_, {"_x"}};
 
   struct Names {
     host::Name init{"__init__"};

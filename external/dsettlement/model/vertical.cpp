@@ -14,7 +14,7 @@ constexpr Parameter init_parameters[] = {host::self, {"x", "float"}};
 
 Ref init(State& state, Arguments arguments) {
   const auto [self, x] = arguments.first<2>();
-  host::initialize(state.vertical_as_made, self, state.names.private_x, x);
+  state.vertical.initialize(self, state.names.private_x, x);
   return host::none();
 }
 
@@ -39,10 +39,8 @@ void define_vertical(host::Module& module, State& state) {
   body.add(state,
            host::method<serialize>("_serialize", "Return a new mapping with the one key 'x'.")
                .returning("dict[str, Any]"));
-  body.add(state.vertical_fields, host::set_attribute);
-  body.add(state.vertical_fields, host::delete_attribute);
+  state.fields_of_verticals.add_to(body);
   state.vertical = body.make();
-  state.vertical_as_made.take(state.vertical.original());
 }
 
 }  // namespace dsettlement::model

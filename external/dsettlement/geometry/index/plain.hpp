@@ -8,7 +8,7 @@
 
 #include <optional>
 
-#include "geometry/key.hpp"
+#include "geometry/index/key.hpp"
 #include "geometry/state.hpp"
 
 namespace dsettlement::geometry {
@@ -19,12 +19,8 @@ namespace dsettlement::geometry {
 // The same for a field of an object whose class has no say in how it is read.
 [[nodiscard]] std::optional<double> plain_field(host::Handle object, host::Handle name);
 
-// Whether the classes of points, curves and chains are as they were made. Without that no object is
-// plain, and the functions below must not be asked.
-[[nodiscard]] bool are_classes_as_made(const State& state);
-
-// The keys of plain objects; nothing for any other object. A chain is plain if it has nothing but a
-// list of plain curves.
+// The keys of plain objects; nothing for any other object. Not to be asked unless the classes are
+// as made (geometry/index/trust). A chain is plain if it has nothing but a list of plain curves.
 [[nodiscard]] std::optional<PointKey> key_of_point(const State& state, host::Handle point);
 [[nodiscard]] std::optional<CurveKey> key_of_curve(const State& state, host::Handle curve);
 [[nodiscard]] std::optional<ChainKey> key_of_chain(const State& state, host::Handle chain);
@@ -32,6 +28,9 @@ namespace dsettlement::geometry {
 // The list of curves of a chain that has nothing else; empty for any other object. The curves need
 // not be plain.
 [[nodiscard]] host::Ref curves_of_plain_chain(const State& state, host::Handle chain);
+
+// The x of a plain vertical; nothing for any other object.
+[[nodiscard]] std::optional<double> x_of_vertical(const State& state, host::Handle vertical);
 
 // The area between a plain chain and y = 0, to the last bit what the chain itself says.
 [[nodiscard]] double area_of(const ChainKey& chain);

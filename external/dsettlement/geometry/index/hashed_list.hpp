@@ -33,6 +33,10 @@ class HashedList {
     return entries_.back();
   }
 
+  // The entries in the order in which they were added.
+  [[nodiscard]] const Entry& operator[](std::size_t place) const { return entries_[place]; }
+  [[nodiscard]] std::size_t size() const { return entries_.size(); }
+
   void reserve(std::size_t count) {
     entries_.reserve(count);
     while (slots_.size() < 2 * count) grow();

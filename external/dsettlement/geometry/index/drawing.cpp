@@ -1,8 +1,10 @@
-#include "geometry/drawing.hpp"
+#include "geometry/index/drawing.hpp"
 
+#include "geometry/index/index.hpp"
+#include "geometry/index/plain.hpp"
 #include "geometry/make.hpp"
-#include "geometry/register.hpp"
 #include "host/containers.hpp"
+#include "host/internals.hpp"
 
 namespace dsettlement::geometry {
 
@@ -15,20 +17,6 @@ struct Drawing {
   Ref curves;
   ChainKey key;
 };
-
-// Whether calling the operation through the model runs what this module has put into its class.
-bool runs_own(Handle model, Handle fields, Handle name, Handle operation) {
-  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(model));
-  return _PyType_Lookup(type, name) == static_cast<PyObject*>(operation) &&
-         !host::contains(fields, name);
-}
-
-bool is_open(const State& state, Handle model, Handle fields) {
-  const State::Names& names = state.names;
-  return runs_own(model, fields, names.create_curves, state.create_curves) &&
-         runs_own(model, fields, names.create_curve, state.create_curve) &&
-         is_as_made(state.curve, state.made.curve);
-}
 
 // The elements of a list or a tuple as they are now; empty for any other object.
 Ref elements_of(PyObject* sequence) {
@@ -50,14 +38,10 @@ std::optional<std::vector<PointKey>> keys_of(const State& state, Handle points) 
   return keys;
 }
 
-bool run_from_limit_to_limit(const State& state, Handle model, Handle fields,
+bool run_from_limit_to_limit(const State& state, Handle model,
                              const std::vector<PointKey>& points) {
-  const Handle name = state.names.limits;
-  PyTypeObject* type = Py_TYPE(static_cast<PyObject*>(model));
-  if (_PyType_Lookup(type, name) != nullptr) return false;
-  PyObject* given = PyDict_GetItemWithError(fields, name);
-  if (given == nullptr && PyErr_Occurred() != nullptr) throw host::ErrorSet{};
-  const Ref limits = elements_of(given);
+  const Ref given = host::value_in(host::own_attributes(model), state.names.limits);
+  const Ref limits = elements_of(given.get());
   if (!limits || PyTuple_GET_SIZE(limits.get()) < 2 || points.empty()) return false;
   return plain_number(PyTuple_GET_ITEM(limits.get(), 0)) == points.front().x &&
          plain_number(PyTuple_GET_ITEM(limits.get(), 1)) == points.back().x;
@@ -71,14 +55,12 @@ bool ascend(const std::vector<PointKey>& points) {
   return true;
 }
 
-std::optional<Drawing> draw(State& state, const ChainRegister& chains, Handle model,
+std::optional<Drawing> draw(const State& state, const ChainCache& chains, Handle model,
                             Handle points) {
-  const Ref fields = Ref::steal(PyObject_GenericGetDict(model, nullptr));
-  if (!is_open(state, model, fields)) return std::nullopt;
   const Ref elements = elements_of(points);
   if (!elements) return std::nullopt;
   const std::optional<std::vector<PointKey>> keys = keys_of(state, elements);
-  if (!keys || !run_from_limit_to_limit(state, model, fields, *keys) || !ascend(*keys)) {
+  if (!keys || !run_from_limit_to_limit(state, model, *keys) || !ascend(*keys)) {
     return std::nullopt;
   }
   host::List curves;
@@ -99,25 +81,25 @@ std::optional<Drawing> draw(State& state, const ChainRegister& chains, Handle mo
 
 }  // namespace
 
-Ref draw_boundary(State& state, Handle model, Handle points) {
-  const InUse<ChainRegister> chains = chain_register(state, model);
-  if (!chains || !is_as_made(state.boundary, state.made.boundary)) return {};
+Ref draw_boundary(const State& state, Handle model, Handle points) {
+  const auto chains = lease_chains(state, model);
+  if (!chains) return {};
   std::optional<Drawing> drawing = draw(state, *chains, model, points);
   if (!drawing) return {};
+  if (Ref known = chains->boundary(state, drawing->key)) return known;
   Ref boundary = make_plain_chain(state, state.boundary, std::exchange(drawing->curves, {}));
-  if (Ref known = chains->boundary(drawing->key, boundary)) return known;
-  if (!chains->add_boundary(state, drawing->key, boundary)) return {};
+  if (!chains->add_boundary(state, model, drawing->key, boundary)) return {};
   return boundary;
 }
 
-std::pair<Ref, bool> draw_pl_line(State& state, Handle model, Handle points) {
-  const InUse<ChainRegister> chains = chain_register(state, model);
-  if (!chains || !is_as_made(state.pl_line, state.made.pl_line)) return {};
+std::pair<Ref, bool> draw_pl_line(const State& state, Handle model, Handle points) {
+  const auto chains = lease_chains(state, model);
+  if (!chains) return {};
   std::optional<Drawing> drawing = draw(state, *chains, model, points);
   if (!drawing) return {};
+  if (Ref known = chains->pl_line(state, drawing->key)) return {std::move(known), true};
   Ref pl_line = make_plain_chain(state, state.pl_line, std::exchange(drawing->curves, {}));
-  if (Ref known = chains->pl_line(drawing->key, pl_line)) return {std::move(known), true};
-  if (!chains->add_pl_line(state, drawing->key, pl_line)) return {};
+  if (!chains->add_pl_line(state, model, drawing->key, pl_line)) return {};
   return {std::move(pl_line), false};
 }
 

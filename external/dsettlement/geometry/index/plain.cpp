@@ -1,9 +1,9 @@
-#include "geometry/plain.hpp"
+#include "geometry/index/plain.hpp"
 
 #include <cmath>
 #include <string_view>
 
-#include "host/object.hpp"
+#include "host/internals.hpp"
 
 namespace dsettlement::geometry {
 
@@ -11,19 +11,6 @@ using host::Handle;
 using host::Ref;
 
 namespace {
-
-// A field of an object whose class has no say in it; nothing if somebody has deleted the field.
-Ref field(Handle object, Handle name) {
-  PyObject* value = _PyObject_GenericGetAttrWithDict(object, name, nullptr, 1);
-  if (value != nullptr) return Ref::steal(value);
-  if (PyErr_Occurred() != nullptr) throw host::ErrorSet{};
-  return {};
-}
-
-std::optional<PointKey> key_of_end(const State& state, Handle curve, Handle name) {
-  const Ref point = field(curve, name);
-  return point ? key_of_point(state, point) : std::nullopt;
-}
 
 std::optional<double> plain_integer(PyObject* number) {
   // Up to here a float holds an integer and the sum of two.
@@ -60,19 +47,12 @@ std::optional<double> plain_number(Handle coordinate) {
 }
 
 std::optional<double> plain_field(Handle object, Handle name) {
-  const Ref coordinate = field(object, name);
+  const Ref coordinate = host::own_attribute(object, name);
   return coordinate ? plain_number(coordinate) : std::nullopt;
 }
 
-bool are_classes_as_made(const State& state) {
-  const State::Made& made = state.made;
-  return made.point.holds() && made.curve.holds() && made.curve_list.holds() &&
-         made.pl_line.holds() && made.boundary.holds() && state.point.is_original() &&
-         state.curve.is_original() && state.curve_list.is_original();
-}
-
 std::optional<PointKey> key_of_point(const State& state, Handle point) {
-  if (!state.made.point.is_class_of(point)) return std::nullopt;
+  if (!state.point.is_class_of(point)) return std::nullopt;
   const std::optional<double> x = plain_field(point, state.names.private_x);
   if (!x) return std::nullopt;
   const std::optional<double> y = plain_field(point, state.names.private_y);
@@ -80,13 +60,42 @@ std::optional<PointKey> key_of_point(const State& state, Handle point) {
   return PointKey{*x, *y};
 }
 
+namespace {
+
+// Reads curves one after the other. A curve begins at the point where the one before it ends, so
+// that this point need not be read again.
+class CurveReader {
+ public:
+  explicit CurveReader(const State& state) : state_(state) {}
+
+  std::optional<CurveKey> key_of(Handle curve) {
+    if (!state_.curve.is_class_of(curve)) return std::nullopt;
+    const std::optional<PointKey> p1 = key_of_end(curve, state_.names.private_p1);
+    if (!p1) return std::nullopt;
+    const std::optional<PointKey> p2 = key_of_end(curve, state_.names.private_p2);
+    if (!p2) return std::nullopt;
+    return CurveKey{*p1, *p2};
+  }
+
+ private:
+  std::optional<PointKey> key_of_end(Handle curve, Handle name) {
+    Ref point = host::own_attribute(curve, name);
+    if (!point) return std::nullopt;
+    if (point.get() == last_.get()) return last_key_;
+    last_key_ = key_of_point(state_, point);
+    last_ = std::move(point);
+    return last_key_;
+  }
+
+  const State& state_;
+  Ref last_;
+  std::optional<PointKey> last_key_;
+};
+
+}  // namespace
+
 std::optional<CurveKey> key_of_curve(const State& state, Handle curve) {
-  if (!state.made.curve.is_class_of(curve)) return std::nullopt;
-  const std::optional<PointKey> p1 = key_of_end(state, curve, state.names.private_p1);
-  if (!p1) return std::nullopt;
-  const std::optional<PointKey> p2 = key_of_end(state, curve, state.names.private_p2);
-  if (!p2) return std::nullopt;
-  return CurveKey{*p1, *p2};
+  return CurveReader(state).key_of(curve);
 }
 
 std::optional<ChainKey> key_of_chain(const State& state, Handle chain) {
@@ -94,9 +103,10 @@ std::optional<ChainKey> key_of_chain(const State& state, Handle chain) {
   if (!curves) return std::nullopt;
   ChainKey key;
   key.reserve(static_cast<std::size_t>(PyList_GET_SIZE(curves.get())));
+  CurveReader reader(state);
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(curves.get()); ++i) {
     const Ref curve = host::share(PyList_GET_ITEM(curves.get(), i));
-    const std::optional<CurveKey> curve_key = key_of_curve(state, curve);
+    const std::optional<CurveKey> curve_key = reader.key_of(curve);
     if (!curve_key) return std::nullopt;
     key.push_back(*curve_key);
   }
@@ -104,13 +114,18 @@ std::optional<ChainKey> key_of_chain(const State& state, Handle chain) {
 }
 
 Ref curves_of_plain_chain(const State& state, Handle chain) {
-  if (!state.made.boundary.is_class_of(chain) && !state.made.pl_line.is_class_of(chain)) return {};
+  if (!state.boundary.is_class_of(chain) && !state.pl_line.is_class_of(chain)) return {};
   // An operation can be shadowed by an attribute of the object, so there may be no other.
-  const Ref fields = Ref::steal(PyObject_GenericGetDict(chain, nullptr));
+  const Ref fields = host::own_attributes(chain);
   if (PyDict_GET_SIZE(fields.get()) != 1) return {};
-  Ref curves = state.chain_curves.peek(chain);
+  Ref curves = host::value_in(fields, state.chain_curves.name());
   if (!curves || PyList_CheckExact(curves.get()) == 0) return {};
   return curves;
+}
+
+std::optional<double> x_of_vertical(const State& state, Handle vertical) {
+  if (!state.model.vertical.is_class_of(vertical)) return std::nullopt;
+  return plain_field(vertical, state.names.private_x);
 }
 
 double area_of(const ChainKey& chain) {

@@ -1,35 +1,14 @@
-#include "host/class_snapshot.hpp"
+#include "host/record_class.hpp"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 
 #include "host/changes.hpp"
+#include "host/internals.hpp"
+#include "host/object.hpp"
 
 namespace dsettlement::host {
-
-namespace {
-
-PyTypeObject* as_type(const Slot& slot) {
-  return reinterpret_cast<PyTypeObject*>(slot.get());
-}
-
-}  // namespace
-
-void ClassSnapshot::take(Handle type) {
-  type_ = share(type);
-  members_ = Ref::steal(PyDict_Copy(as_type(type_)->tp_dict));
-  bases_ = share(as_type(type_)->tp_bases);
-}
-
-bool ClassSnapshot::holds() const {
-  PyTypeObject* type = as_type(type_);
-  if (type->tp_version_tag != 0 && type->tp_version_tag == seen_version_) return true;
-  if (!is_unchanged()) return false;
-  ++changes_.count;
-  seen_version_ = PyUnstable_Type_AssignVersionTag(type) != 0 ? type->tp_version_tag : 0;
-  return true;
-}
 
 namespace {
 
@@ -64,10 +43,36 @@ bool has_all_of(PyObject* members, PyObject* others) {
 
 }  // namespace
 
-bool ClassSnapshot::is_unchanged() const {
-  const PyTypeObject* type = as_type(type_);
+RecordClass::RecordClass(Module& module, const char* name)
+    : Global(module, name), members_(module), bases_(module) {}
+
+void RecordClass::operator=(Ref type) {
+  members_ = Ref::steal(PyDict_Copy(as_type(type)->tp_dict));
+  bases_ = share(as_type(type)->tp_bases);
+  Global::operator=(std::move(type));
+}
+
+bool RecordClass::is_unchanged() const {
+  PyTypeObject* type = as_type(original_);
+  if (type->tp_version_tag != 0 && type->tp_version_tag == seen_version_) return true;
+  if (!has_same_members()) return false;
+  module_.changes().note();
+  seen_version_ = version_of(type);
+  return true;
+}
+
+bool RecordClass::has_same_members() const {
+  const PyTypeObject* type = as_type(original_);
   return type->tp_bases == bases_.get() && has_all_of(type->tp_dict, members_.get()) &&
          has_all_of(members_.get(), type->tp_dict);
+}
+
+void RecordClass::initialize(Handle object, Handle name, Handle value) const {
+  if (is_class_of(object) && is_unchanged() && !own_attribute(object, name)) {
+    check(PyObject_GenericSetAttr(object, name, value));
+  } else {
+    set(object, name, value);
+  }
 }
 
 }  // namespace dsettlement::host

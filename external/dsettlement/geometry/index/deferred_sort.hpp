@@ -11,7 +11,7 @@ namespace dsettlement::geometry {
 // The numbers by which the entries of a list are to be sorted. New entries go to the end of the
 // list; it is sorted when somebody is about to look. A stable sort at that time gives what a stable
 // sort after each addition would have given.
-class LateOrder {
+class DeferredSort {
  public:
   [[nodiscard]] Py_ssize_t size() const { return static_cast<Py_ssize_t>(numbers_.size()); }
 
@@ -21,12 +21,10 @@ class LateOrder {
   // Adds an entry to the list, with its number. If that fails neither is there.
   void add(host::Handle list, host::Handle entry, double number);
 
-  [[nodiscard]] bool is_kept() const { return sorted_ == numbers_.size(); }
+  [[nodiscard]] bool is_sorted() const { return sorted_ == numbers_.size(); }
 
   // Sorts the list; one that has another length than was told is left alone.
-  void put(PyObject* list);
-
-  void clear() noexcept;
+  void sort(PyObject* list);
 
  private:
   std::vector<double> numbers_;

@@ -1,17 +1,17 @@
-#include "geometry/late_order.hpp"
+#include "geometry/index/deferred_sort.hpp"
 
 #include <algorithm>
 #include <iterator>
 
 namespace dsettlement::geometry {
 
-void LateOrder::append(double number) {
-  const bool stays = is_kept() && (numbers_.empty() || number >= numbers_.back());
+void DeferredSort::append(double number) {
+  const bool stays = is_sorted() && (numbers_.empty() || number >= numbers_.back());
   numbers_.push_back(number);
   if (stays) ++sorted_;
 }
 
-void LateOrder::add(host::Handle list, host::Handle entry, double number) {
+void DeferredSort::add(host::Handle list, host::Handle entry, double number) {
   // Room for the number comes first, and not for one alone, which would copy all each time.
   constexpr std::size_t few = 8;
   if (numbers_.size() == numbers_.capacity()) numbers_.reserve(2 * numbers_.size() + few);
@@ -19,8 +19,8 @@ void LateOrder::add(host::Handle list, host::Handle entry, double number) {
   append(number);
 }
 
-void LateOrder::put(PyObject* list) {
-  if (is_kept() || list == nullptr || PyList_GET_SIZE(list) != size()) return;
+void DeferredSort::sort(PyObject* list) {
+  if (is_sorted() || list == nullptr || PyList_GET_SIZE(list) != size()) return;
   // With its place, no entry is like another, so that equal numbers keep their order.
   struct Entry {
     double number;
@@ -46,11 +46,6 @@ void LateOrder::put(PyObject* list) {
     PyList_SET_ITEM(list, static_cast<Py_ssize_t>(i), sorted[i].object);
   }
   sorted_ = numbers_.size();
-}
-
-void LateOrder::clear() noexcept {
-  numbers_.clear();
-  sorted_ = 0;
 }
 
 }  // namespace dsettlement::geometry
