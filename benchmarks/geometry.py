@@ -35,6 +35,8 @@ IN_MEMORY = 200_000
 LAYER_HEIGHT = 0.5
 LINEAR = 2.3
 """At most so many times the time for twice the size."""
+COLLECTED = 2.6
+"""The same with the garbage collector running, which passes through what there is more often."""
 
 
 def new_model(module: str) -> Any:
@@ -125,6 +127,25 @@ def against_plain(layers: int, *, rounds: int) -> Row:
     return Row(name, once.ratio * times, at_least=100, note=f"{once.note} ({times} times)")
 
 
+def against_looked_at(layers: int, *, rounds: int) -> Row:
+    """Return how many times longer a model takes that was looked at in the middle."""
+    curves = CURVES_BESIDE_PLAIN // layers
+    times = 5
+
+    def build(looks: bool) -> None:
+        for _ in range(times):
+            model = new_model(NATIVE)
+            for layer in range(layers):
+                points = create_points(model, curves, LAYER_HEIGHT * (layer + 1))
+                model.create_layer(points, "Sand", 0, 0)
+                if looks and layer == layers // 2:
+                    list(model._boundaries)
+            model._serialize()
+
+    name = f"{layers} layers of {curves} curves: looked at : not"
+    return compare(name, partial(build, True), partial(build, False), rounds=rounds, at_most=10)
+
+
 def list_objects(count: int) -> object:
     """Make as many plain objects as a chain has, which nobody calls anything but linear."""
     points = [plain._Point(float(i), 1.0) for i in range(count)]
@@ -208,7 +229,7 @@ GROWING = {
     SHUFFLED: Work(partial(create_verticals, shuffled)),
     BY_HAND: Work(partial(sort_verticals_once, shuffled), at_most=None),
     "curves in 100 layers, with garbage collection": Work(
-        lambda n: build_and_serialize(NATIVE, 100, n // 100), at_most=None, is_collected=True
+        lambda n: build_and_serialize(NATIVE, 100, n // 100), COLLECTED, is_collected=True
     ),
     "objects in a list, with garbage collection": Work(
         list_objects, at_most=None, is_collected=True
@@ -254,6 +275,9 @@ def rows() -> list[Row]:
         against_plain(20, rounds=5),
         against_plain(1, rounds=5),
         against_plain(500, rounds=1),
+        against_looked_at(20, rounds=5),
+        against_looked_at(1, rounds=5),
+        against_looked_at(500, rounds=5),
         *rows_of_growth(),
         *memory(),
     ]

@@ -111,6 +111,7 @@ class Pair:
         self.pl_lines: list[tuple[Any, Any]] = []
         self.layers: list[tuple[Any, Any]] = []
         self.verticals: list[tuple[Any, Any]] = []
+        self.held: dict[str, tuple[Any, Any]] = {}
 
     def both(self, what: str, action: Callable[[int], Any]) -> tuple[Any, Any] | None:
         """Does the same in both editions; None if both refuse."""
@@ -277,7 +278,11 @@ class Pair:
         """Changes a list or an object of the model directly."""
         rng = self.rng
         name = rng.choice(["_points", "_boundaries", "_boundaries", "_pl_lines", "_verticals"])
-        action = rng.choice(["reverse", "pop", "swap", "foreign", "rebind", "field", "curves"])
+        action = rng.choice(
+            ["reverse", "pop", "swap", "foreign", "rebind", "field", "curves", "hold"]
+        )
+        # Whoever has got hold of a list can change it without asking the model for it again.
+        held = self.held.get(name) if rng.random() < 0.5 else None
         where = rng.random()
         x, y = rng.choice(self.taste.x), rng.choice(self.taste.y)
         subclass = rng.random() < 0.3
@@ -295,7 +300,7 @@ class Pair:
             return (classes.MirroredBoundary if subclass else classes._Boundary)([curve])
 
         def act(side: int) -> None:
-            items = getattr(self.models[side], name)
+            items = getattr(self.models[side], name) if held is None else held[side]
             place = int(where * len(items))
             if action == "reverse":
                 items.reverse()
@@ -315,7 +320,13 @@ class Pair:
                 layer = self.layers[int(where * len(self.layers))][side]
                 layer.boundary_top._curves.reverse()
 
-        self.both(f"{action} {name} at {where} with {x!r}, {y!r}, {subclass}", act)
+        if action == "hold":
+            self.log.append(f"hold {name}")
+            first, second = (getattr(model, name) for model in self.models)
+            self.held[name] = first, second
+        else:
+            what = "held" if held else "own"
+            self.both(f"{action} {what} {name} at {where} with {x!r}, {y!r}, {subclass}", act)
 
     def step(self) -> None:
         roll = self.rng.random()
