@@ -74,6 +74,16 @@ def test_storage_types(code: StorageType) -> None:
     assert soil(SoilStorageType=code.value).conductivity.kind is code
 
 
+@pytest.mark.parametrize("kind", [StorageType.COEFFICIENT, StorageType.CONSTANT_PERMEABILITY])
+def test_a_strain_modulus_that_nothing_asks_for_may_be_zero(kind: StorageType) -> None:
+    found = soil(SoilStorageType=kind.value, SoilPermeabilityStrainModulus=0)
+    assert found.conductivity.strain_modulus == 0
+
+
+def test_horizontal_flow_may_be_none() -> None:
+    assert soil(SoilPermeabilityHorFactor=0).conductivity.horizontal_coefficient == 0
+
+
 def test_creep_may_be_none_and_compression_not() -> None:
     constants = {"SoilPriCompIndex": 0.01, "SoilSecCompIndex": 0.1, "SoilPreconIsotacheType": 0}
     assert soil(2, **constants, SoilSecCompRate=0).parameters["c"] == 0
@@ -115,6 +125,8 @@ def test_materials_that_no_layer_consists_of_are_not_read() -> None:
         ("SoilApAsApproximationByCpCs", 3, "SoilApAsApproximationByCpCs should be 0 or 1"),
         ("SoilDrained", 0.5, "SoilDrained should be 0 or 1 and is 0.5"),
         ("SoilStorageType", 4, "SoilStorageType 4 is unknown"),
+        ("SoilPermeabilityHorFactor", -1, "SoilPermeabilityHorFactor should not be negative"),
+        ("SoilPermeabilityStrainModulus", 0, "SoilPermeabilityStrainModulus should be greater"),
         ("SoilPreconKoppejanType", 1.5, "SoilPreconKoppejanType 1.5 is unknown"),
         ("SoilCv", float("inf"), "SoilCv should be a finite number and is inf"),
     ],
@@ -129,7 +141,7 @@ def test_values_out_of_range(key: str, value: float, problem: str) -> None:
 
 def test_swelling_constants_that_follow_others_need_no_value() -> None:
     unstated = {"SoilApAsApproximationByCpCs": 1, "SoilAp": 0.0, "SoilAsec": 0.0}
-    assert soil(**unstated).parameters["ap"] == 50.0
+    assert soil(0, **unstated).parameters["ap"] == 50.0
 
 
 def test_a_model_reads_what_it_needs() -> None:

@@ -117,12 +117,14 @@ def _read_material(name: str, section: Section, soil_model: type[SoilModel]) -> 
 
 
 def _read_conductivity(values: SoilValues) -> Conductivity:
+    kind = StorageType(values.code("SoilStorageType", StorageType))
+    modulus = values.positive if kind is StorageType.PERMEABILITY_BY_STRAIN else values.number
     return Conductivity(
         cv=values.number("SoilCv"),
-        horizontal_factor=values.number("SoilPermeabilityHorFactor"),
-        kind=StorageType(values.code("SoilStorageType", StorageType)),
+        horizontal_factor=values.not_negative("SoilPermeabilityHorFactor"),
+        kind=kind,
         vertical=values.number("SoilPermeabilityVer"),
-        strain_modulus=values.number("SoilPermeabilityStrainModulus"),
+        strain_modulus=modulus("SoilPermeabilityStrainModulus"),
     )
 
 
