@@ -18,10 +18,15 @@ _HEAD = f"""\
 <!-- Written by `make verify`. -->
 
 The worker's results held against published ones of D-Settlement 23.2, vertical by vertical. All
-figures are the largest differences of a case, in per cent: settlements (final, at every time, per
-load step, in depth, residual) of the vertical's final settlement, or of the largest one for a
-vertical that settles less than 2 % of that; effective stresses (initial, final, at every time) of
-the vertical's largest. A case is *good*
+figures are the largest differences of a case, in per cent:
+
+- of the vertical's final settlement, or of the largest one for a vertical that settles less than
+  2 % of that: the final settlement, the settlement at every time (curve), by every load step
+  (loads), at every node and time (depth), and at the residual times;
+- of the vertical's largest stress: the effective stresses at the beginning (stress 0), in the end
+  (stress end) and at every time (stresses), and the preconsolidation pressure (precon.).
+
+A case is *good*
 if its final settlement is within {LARGEST_FINAL} % and every point of every curve within
 {LARGEST_CURVE} %. Cases that are *known* to be off are told about below the table. Where times or
 nodes differ, the worker's results are interpolated.

@@ -57,6 +57,7 @@ _MOST_POINTS = 40
 _DOT = 4.0
 _PALE = 0.4
 _FIRST_TIME = 0.1
+_LONG = 20.0
 
 
 def draw(path: Path, outcome: Outcome) -> None:
@@ -77,9 +78,10 @@ def draw(path: Path, outcome: Outcome) -> None:
             _history(left, color, published, ours)
             _profile(right, color, published, ours)
         _prepare(left, "Time [days]", "Settlement of the surface [m]")
-        left.set_xscale("log")
-        left.xaxis.set_major_formatter(FuncFormatter(lambda time, _: f"{time:g}"))
-        left.xaxis.set_minor_locator(NullLocator())
+        if outcome.published[0].times[-1] > _LONG:
+            left.set_xscale("log")
+            left.xaxis.set_major_formatter(FuncFormatter(lambda time, _: f"{time:g}"))
+            left.xaxis.set_minor_locator(NullLocator())
         left.invert_yaxis()
         _prepare(right, "Settlement in the end [m]", "Level [m]")
         if len(shown) > 1:
@@ -137,14 +139,16 @@ def _points(axes: Axes, x: Floats, y: Floats, color: str, strength: float) -> No
 
 
 def _thinned(times: Floats, values: Floats) -> tuple[Floats, Floats]:
-    """Points that don't crowd each other on a logarithmic axis."""
+    """Points that don't crowd each other on the axis."""
     later = np.flatnonzero(times >= _FIRST_TIME)
-    place = np.log10(times[later])
+    place = np.log10(times[later]) if times[-1] > _LONG else times[later]
     apart = (place[-1] - place[0]) / _MOST_POINTS
     kept: list[int] = []
+    last = -np.inf
     for index, where in zip(later, place, strict=True):
-        if not kept or where - np.log10(times[kept[-1]]) > apart or index == later[-1]:
+        if where - last > apart or index == later[-1]:
             kept.append(int(index))
+            last = where
     return times[kept], values[kept]
 
 

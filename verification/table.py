@@ -14,11 +14,11 @@ from .judging import Verdict
 HEADERS = (
     "final",
     "curve",
-    "per load",
-    "in depth",
+    "loads",
+    "depth",
     "residual",
-    "initial stress",
-    "final stress",
+    "stress 0",
+    "stress end",
     "stresses",
     "precon.",
 )

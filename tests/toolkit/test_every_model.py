@@ -5,24 +5,16 @@ consolidation and strain type are combined with all kinds of drains and schedule
 can say changes from one to the next, so that each of its values meets each of the others.
 """
 
-from collections.abc import Callable, Iterator
+from collections.abc import Iterator
 from itertools import cycle, product
 from typing import Any, NamedTuple
 
-import pytest
 from sembra.external.dsettlement import (
-    CalculationModel,
-    ConsolidationModel,
     DrainageSimpleMode,
     DrainGrid,
     DrainType,
-    Model1D,
-    Model2D,
-    OutputFileParser,
     VerticalDrain,
 )
-
-from tests.toolkit.worker.input_file import calculated
 
 SCHEDULES: tuple[Any, ...] = (
     None,

@@ -2,7 +2,7 @@
 
 from collections.abc import Iterator, Sequence
 
-from sembra.local.worker.column_result import ColumnResult
+from sembra.local.worker.column_result import ColumnResult, DarcyHistory
 from sembra.local.worker.project import Project
 from sembra.local.worker.result.dissipation import dissipation_block
 from sembra.local.worker.result.format import fixed
@@ -47,6 +47,25 @@ def _echo(lines: Sequence[str]) -> Iterator[str]:
             return
 
 
+def _amounts_block(project: Project, results: Sequence[ColumnResult]) -> Iterator[str]:
+    """Cross-sections of the loads, in m².
+
+    Where loads submerge by repeated calculation, and not from time to time as with Isotache and
+    NEN-Bjerrum by Darcy, the weight that they lose is a load of its own to D-Settlement, without a
+    cross-section.
+    """
+    by_step = (
+        isinstance(results[0].consolidation, DarcyHistory) and results[0].layer_settlements is None
+    )
+    areas = [*project.load_areas]
+    if project.options.submerging and not by_step:
+        areas.append(0.0)
+    if areas:
+        yield from ("[Amounts of Loads]", f"{len(areas):7d}     number of loads")
+        yield from (fixed(area) for area in areas)
+        yield "[End of Amounts of Loads]"
+
+
 def _results(
     project: Project, results: Sequence[ColumnResult], remarks: Sequence[str]
 ) -> Iterator[str]:
@@ -57,10 +76,7 @@ def _results(
     for number, result in enumerate(results, 1):
         yield from vertical_block(number, result)
     yield from residual_block(results, project.residual_times)
-    if project.load_areas:
-        yield from ("[Amounts of Loads]", f"{len(project.load_areas):7d}     number of loads")
-        yield from (fixed(area) for area in project.load_areas)
-        yield "[End of Amounts of Loads]"
+    yield from _amounts_block(project, results)
     for dissipation in filter(None, (result.dissipation for result in results)):
         yield from dissipation_block(dissipation)
         # D-Settlement writes the same block once more behind the dissipation. Without rows two such
