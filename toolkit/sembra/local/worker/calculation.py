@@ -2,7 +2,9 @@
 
 With submerging, loads that are not initial come under water as the ground settles below them. All
 of a column's loads sink by one settlement: that of its surface at the end of the calculation. It is
-found by repetition, as settlements and weights depend on each other.
+found by repetition, as settlements and weights depend on each other. Where creep and consolidation
+by Darcy's law are calculated together, from one time to the next, loads sink from one time to the
+next as well, and all columns are calculated together.
 """
 
 from collections.abc import Callable, Sequence
@@ -10,11 +12,14 @@ from collections.abc import Callable, Sequence
 import numpy as np
 
 from sembra.local.worker.column_result import ColumnResult
+from sembra.local.worker.consolidation.darcy.consolidate import consolidate as by_darcy
+from sembra.local.worker.consolidation.darcy.consolidate import consolidate_sinking
 from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.project import Project
-from sembra.local.worker.settlement import calculate_column
+from sembra.local.worker.settlement import calculate_column, result_of, situation_of
+from sembra.local.worker.soil_models.creep_isotaches import CreepIsotaches
 
 _AT_REST = 1e-7
 """Settlements of two repetitions, in metres, that count as the same."""
@@ -33,18 +38,35 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
         WorkerError: an effective stress isn't positive, a layer can't consolidate, loads that
             submerge don't come to rest, or a result is no finite number.
     """
-    results = []
-    for number, column in enumerate(project.columns, 1):
+    if project.options.submerging and _sinks_by_steps(project):
+        results = _sinking(project)
+        report(1.0)
+    else:
+        results = []
         settle = _submerging if project.options.submerging else calculate_column
-        result = settle(column, project, project.loads)
+        for number, column in enumerate(project.columns, 1):
+            results.append(settle(column, project, project.loads))
+            report(number / len(project.columns))
+    for result in results:
         if not (
             np.all(np.isfinite(result.settlements))
             and np.all(np.isfinite(result.consolidation.loading))
         ):
             raise WorkerError(OUT_OF_RANGE)
-        results.append(result)
-        report(number / len(project.columns))
     return results
+
+
+def _sinks_by_steps(project: Project) -> bool:
+    return project.consolidation is by_darcy and issubclass(project.soil_model, CreepIsotaches)
+
+
+def _sinking(project: Project) -> list[ColumnResult]:
+    """Return the results of columns that sink together."""
+    situations = [situation_of(column, project, project.loads) for column in project.columns]
+    return [
+        result_of(situation, consolidated, project)
+        for situation, consolidated in zip(situations, consolidate_sinking(situations), strict=True)
+    ]
 
 
 def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> ColumnResult:

@@ -6,7 +6,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import ColumnResult, Dissipation
-from sembra.local.worker.consolidation.consolidation import Situation
+from sembra.local.worker.consolidation.consolidation import Consolidated, Situation
 from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
 from sembra.local.worker.consolidation.terzaghi.dissipation import dissipation
 from sembra.local.worker.ground.column import Column
@@ -30,10 +30,20 @@ def calculate_column(column: Column, project: Project, loads: Sequence[Load]) ->
     Raises:
         WorkerError: an effective stress isn't positive, or a layer can't consolidate.
     """
+    situation = situation_of(column, project, loads)
+    return result_of(situation, project.consolidation(situation), project)
+
+
+def situation_of(column: Column, project: Project, loads: Sequence[Load]) -> Situation:
+    """Return a column before the first load, and what is going to happen to it.
+
+    Raises:
+        WorkerError: an effective stress isn't positive.
+    """
     options = project.options
     mesh = make_mesh(column)
     initial = initial_effective_stress(column, mesh, project.loads, options.water_unit_weight)
-    situation = Situation(
+    return Situation(
         column=column,
         mesh=mesh,
         initial=initial,
@@ -44,7 +54,11 @@ def calculate_column(column: Column, project: Project, loads: Sequence[Load]) ->
         options=options,
         wanted_times=project.residual_times,
     )
-    consolidated = project.consolidation(situation)
+
+
+def result_of(situation: Situation, consolidated: Consolidated, project: Project) -> ColumnResult:
+    """Return what a result file shows of a column that has consolidated."""
+    column, mesh = situation.column, situation.mesh
     stresses = _drained_stresses(situation)
     return ColumnResult(
         column=column,

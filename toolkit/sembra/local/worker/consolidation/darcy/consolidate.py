@@ -1,6 +1,7 @@
-"""The strains of a column that consolidates by Darcy's law."""
+"""The strains of columns that consolidate by Darcy's law."""
 
-from collections.abc import Sequence
+from collections.abc import Callable, Sequence
+from typing import Protocol
 
 import numpy as np
 
@@ -10,10 +11,18 @@ from sembra.local.worker.consolidation.consolidation import Consolidated, Situat
 from sembra.local.worker.consolidation.darcy.leakage import leakage
 from sembra.local.worker.consolidation.darcy.profile import Profile
 from sembra.local.worker.consolidation.darcy.run import Course, DarcyRun
-from sembra.local.worker.loads.load_steps import LoadStep, load_steps
+from sembra.local.worker.consolidation.darcy.sinking import SinkingLoads
+from sembra.local.worker.loads.load_steps import load_steps
 from sembra.local.worker.timesteps import calculation_times
 
 _ROUNDING = 1e-6
+
+
+class _Loads(Protocol):
+    """What increases the stress in columns."""
+
+    def increases(self, time: float, settlements: Sequence[Floats], /) -> Sequence[Floats]:
+        """Return the increase at the nodes of each column from a time on, by their settlements."""
 
 
 def consolidate(situation: Situation) -> Consolidated:
@@ -25,28 +34,91 @@ def consolidate(situation: Situation) -> Consolidated:
     Raises:
         WorkerError: an effective stress isn't positive, or water can't leave a layer.
     """
-    s = situation
+    (consolidated,) = _consolidate([situation], _FixedLoads)
+    return consolidated
+
+
+def consolidate_sinking(situations: Sequence[Situation]) -> list[Consolidated]:
+    """Return the strains of columns whose loads sink with them into the water, step by step.
+
+    Args:
+        situations: all columns of a project, with the same loads.
+
+    Raises:
+        WorkerError: an effective stress isn't positive, or water can't leave a layer.
+    """
+    return _consolidate(situations, SinkingLoads)
+
+
+def _consolidate(
+    situations: Sequence[Situation], loads_until: Callable[[Sequence[Situation], float], _Loads]
+) -> list[Consolidated]:
+    """Consolidate columns together, in one row for each load step that is wanted to be the last."""
+    s = situations[0]
     steps = load_steps(s.column, s.mesh, s.initial, s.loads)
-    profile = _profile(s)
-    starts = [*(step.time for step in steps), *profile.leakage.changes]
+    profiles = [_profile(situation) for situation in situations]
+    starts = [*(step.time for step in steps), *profiles[0].leakage.changes]
     times = calculation_times(starts, s.options.end, s.wanted_times)
-    counts = range(1, len(steps) + 1) if s.options.each_step_alone else [len(steps)]
     # Result files have 0 for the soil's own weight, although its creep is in all other columns.
-    calculated = [
-        count for count in counts if not steps[count - 1].is_own_weight or count == len(steps)
+    last = len(steps) - 1
+    wanted = [
+        number
+        for number, step in enumerate(steps)
+        if number == last or (s.options.each_step_alone and not step.is_own_weight)
     ]
-    loadings = [_loading(times, s.initial, steps[:count]) for count in calculated]
-    run = DarcyRun([profile] * len(loadings), type(s.model), s.options, times)
-    courses = run.run(lambda step, _: [loading[step] for loading in loadings])
-    settlements = np.zeros((len(times), len(steps)))
-    for count, course in zip(calculated, courses, strict=True):
-        settlements[:, count - 1] = course.strain @ s.mesh.thicknesses
-    return Consolidated(
-        times=times,
-        strain=courses[-1].strain,
-        load_settlements=settlements if s.options.each_step_alone else None,
-        stresses=_history(profile, courses[-1], s.options.water_unit_weight),
-    )
+    loads = [loads_until(situations, steps[number].time) for number in wanted]
+    size = len(situations)
+
+    def loading(step: int, settlements: Sequence[Floats]) -> list[Floats]:
+        return [
+            increase
+            for number, some in enumerate(loads)
+            for increase in some.increases(
+                float(times[step]), settlements[number * size : (number + 1) * size]
+            )
+        ]
+
+    courses = DarcyRun(profiles * len(wanted), type(s.model), s.options, times).run(loading)
+    settlements = np.zeros((size, len(times), len(steps)))
+    for position, course in enumerate(courses):
+        number, column = wanted[position // size], position % size
+        settlements[column, :, number] = course.strain @ situations[column].mesh.thicknesses
+    return [
+        Consolidated(
+            times=times,
+            strain=course.strain,
+            load_settlements=by_step if s.options.each_step_alone else None,
+            stresses=_history(profile, course, s.options.water_unit_weight),
+        )
+        for profile, course, by_step in zip(profiles, courses[-size:], settlements, strict=True)
+    ]
+
+
+class _FixedLoads:
+    """Loads that weigh the same however the ground settles.
+
+    Args:
+        situations: the columns.
+        last: the time in days after which no further loads count.
+    """
+
+    def __init__(self, situations: Sequence[Situation], last: float) -> None:
+        self._none = [np.zeros_like(s.initial) for s in situations]
+        self._steps = [
+            [
+                (step.time, step.effective - s.initial)
+                for step in load_steps(s.column, s.mesh, s.initial, s.loads)
+                if step.time <= last
+            ]
+            for s in situations
+        ]
+
+    def increases(self, time: float, _settlements: Sequence[Floats], /) -> list[Floats]:
+        """Return the increase by the last load step at or before a time in days."""
+        return [
+            [none, *(increase for when, increase in steps if when <= time + _ROUNDING)][-1]
+            for none, steps in zip(self._none, self._steps, strict=True)
+        ]
 
 
 def _profile(s: Situation) -> Profile:
@@ -59,14 +131,6 @@ def _profile(s: Situation) -> Profile:
         preconsolidation=elements.preconsolidation,
         leakage=leakage(s.drains, s.column.x, s.mesh.levels, elements.materials),
     )
-
-
-def _loading(times: Floats, initial: Floats, steps: Sequence[LoadStep]) -> Floats:
-    """Return the increase of stress at the nodes from each time on, shape (times, nodes)."""
-    loading = np.zeros((len(times), len(initial)))
-    for step in steps:
-        loading[times + _ROUNDING >= step.time] = step.effective - initial
-    return loading
 
 
 def _history(profile: Profile, course: Course, water_unit_weight: float) -> DarcyHistory:
