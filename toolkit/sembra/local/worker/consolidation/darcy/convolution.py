@@ -17,7 +17,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.darcy.kernels import Kernels, Response
+from sembra.local.worker.consolidation.darcy.kernels import Kernels, Response, exponentials
 
 # exp(-pi² 4) is 1e-17: by then an element has forgotten.
 _FORGOTTEN = 4.0
@@ -57,6 +57,8 @@ class Convolution:
         self._sources = np.zeros((2, count, steps))
         self._changes = np.zeros((2, count, steps))
         self._still = Response(np.zeros(count))
+        self._leakages = np.zeros(count)
+        self._leaking = self._still
 
     def begin(self, diffusivity: Floats, leakages: Floats) -> tuple[Factors, Remembered]:
         """Begin the next step.
@@ -72,12 +74,11 @@ class Convolution:
         young = np.flatnonzero(ages.min(axis=0) < _FORGOTTEN)
         first = max(int(young[0]) - 1, 0) if len(young) else count - 1
         ages = ages[:, first:]
+        decay = exponentials(ages)
+        for_source = for_change = _means_over_steps(self._still, ages, decay)
         if leakages.any():
-            source, leaked = Response(leakages), np.exp(-4 * leakages[:, None] * ages)
-            for_source = _means_over_steps(source, ages)
-            for_change = _means_over_steps(self._still, ages) * leaked[..., None]
-        else:
-            for_source = for_change = _means_over_steps(self._still, ages)
+            for_source = _means_over_steps(self._response(leakages), ages, decay)
+            for_change = for_change * np.exp(-4 * leakages[:, None] * ages)[..., None]
         past = slice(first, self._step)
         flow, inside = _left(Kernels(for_source[:, :-1]), self._sources[..., past])
         held_back, missing = _left(Kernels(for_change[:, :-1]), self._changes[..., past])
@@ -86,6 +87,12 @@ class Convolution:
             Remembered(flow - held_back, inside - missing),
         )
 
+    def _response(self, leakages: Floats) -> Response:
+        """Return the response with leakages, which seldom change."""
+        if not np.array_equal(leakages, self._leakages):
+            self._leakages, self._leaking = leakages, Response(leakages)
+        return self._leaking
+
     def end(self, sources: Floats, changes: Floats) -> None:
         """End the step with its sources and changes of pressure, shape (2, elements), in kPa."""
         self._sources[..., self._step] = sources
@@ -93,9 +100,9 @@ class Convolution:
         self._step += 1
 
 
-def _means_over_steps(response: Response, ages: Floats) -> Floats:
+def _means_over_steps(response: Response, ages: Floats, decay: Floats) -> Floats:
     """Return dD, dO and dP of all steps, shape (elements, steps, 3)."""
-    values = response.at(ages).values
+    values = response.at(ages, decay).values
     later = np.zeros_like(values)
     later[:, :-1] = values[:, 1:]
     spans = ages.copy()

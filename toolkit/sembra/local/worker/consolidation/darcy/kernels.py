@@ -69,11 +69,17 @@ class Response:
         self._terms = np.stack([2 / rates, -2 * _SIGNS / rates, odd / rates], axis=2)
         self._limits = np.stack(_limits(leakages), axis=1)[:, None, :]
 
-    def at(self, times: Floats) -> Kernels:
-        """Return the kernels at times of shape (elements, times)."""
-        held = np.matmul(_exponentials(times), self._terms)
+    def at(self, times: Floats, decay: Floats | None = None) -> Kernels:
+        """Return the kernels at times of shape (elements, times).
+
+        Args:
+            times: the times.
+            decay: the `exponentials` of them, if they are there already.
+        """
+        terms = exponentials(times) if decay is None else decay
+        held = np.matmul(terms, self._terms)
         if self._leaks:
-            held *= np.exp(-4 * self._leakages[:, None, None] * times[..., None])
+            held *= np.exp(-4 * self._leakages[:, None] * times)[..., None]
         values = self._limits - held
         early = times < _EARLY
         if early.any():
@@ -82,7 +88,7 @@ class Response:
         return Kernels(values)
 
 
-def _exponentials(times: Floats) -> Floats:
+def exponentials(times: Floats) -> Floats:
     """Return exp(-(m pi)² θ) for all m as the last axis, each out of the one before."""
     terms = np.empty((*times.shape, _TERMS))
     growth = terms[..., 0] = np.exp(-_WAVES[0] * times)
