@@ -42,7 +42,12 @@ lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type c
 	$(BIN)/python -m ruff check .
 	$(BIN)/python -m mypy
 	$(BIN)/python scripts/make-stubs --check
-	$(BIN)/python -m mypy.stubtest sembra.external.dsettlement
+	@mkdir -p build
+	$(BIN)/python scripts/make-stubs --names >build/stub-only-names
+	$(BIN)/python -m mypy.stubtest --allowlist build/stub-only-names sembra.external.dsettlement
+	$(BIN)/basedpyright
+	PATH="$(abspath $(BIN)):$$PATH" basedpyright --ignoreexternal \
+	  --verifytypes sembra.external.dsettlement
 	$(BIN)/clang-format --dry-run --Werror $(CXX_FILES)
 	$(BIN)/cmake -S . -B build/lint -G Ninja -DCMAKE_MAKE_PROGRAM=$(abspath $(BIN)/ninja) \
 	  -DPython_EXECUTABLE=$(abspath $(BIN)/python) -DCMAKE_BUILD_TYPE=Debug -DDSETTLEMENT_WERROR=ON

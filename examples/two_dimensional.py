@@ -15,7 +15,7 @@ from __future__ import annotations
 
 from collections.abc import Iterable
 from io import BytesIO
-from typing import TYPE_CHECKING, NamedTuple
+from typing import TYPE_CHECKING, Final, NamedTuple
 
 from sembra.core import Color
 from sembra.external.dsettlement import (
@@ -31,7 +31,14 @@ from sembra.external.dsettlement import (
 )
 
 if TYPE_CHECKING:
-    from sembra.external.dsettlement import _Layer, _NonUniformLoad, _PlLine, _Point, _Vertical
+    from sembra.external.dsettlement import (
+        Layer,
+        NonUniformLoad,
+        PlLine,
+        Point,
+        PorePressure,
+        Vertical,
+    )
 
 Line = list[tuple[float, float]]
 """A line through points of x and level, from left to right."""
@@ -45,7 +52,7 @@ SURFACE: Line = [(0.0, -1.1), (24.0, -1.2), (56.0, -1.3), (80.0, -1.4)]
 
 PHREATIC_LINE: Line = [(0.0, -1.7), (80.0, -1.9)]
 HEAD_IN_SAND: Line = [(0.0, -0.7), (80.0, -0.9)]
-INTERPOLATED = 99
+INTERPOLATED: Final = 99
 """In place of a pl-line: the pore pressure lies between those of the nearest pl-lines."""
 
 VERTICALS = {18.0: "meadow", 24.0: "left toe", 32.0: "left crest", 40.0: "axis", 56.0: "right toe"}
@@ -83,9 +90,9 @@ STAGES = (
 class Ground(NamedTuple):
     """The lines and layers of the cross-section, the layers from bottom to top."""
 
-    phreatic_line: _PlLine
-    head_in_sand: _PlLine
-    layers: list[_Layer]
+    phreatic_line: PlLine
+    head_in_sand: PlLine
+    layers: list[Layer]
 
 
 class Project(NamedTuple):
@@ -93,8 +100,8 @@ class Project(NamedTuple):
 
     model: Model2D
     ground: Ground
-    verticals: list[_Vertical]
-    loads: list[_NonUniformLoad]
+    verticals: list[Vertical]
+    loads: list[NonUniformLoad]
 
 
 def create_model() -> Model2D:
@@ -152,25 +159,26 @@ def create_ground(model: Model2D) -> Ground:
     """
     phreatic_line = model.create_pl_line(_points(model, PHREATIC_LINE), is_phreatic=True)
     head_in_sand = model.create_pl_line(_points(model, HEAD_IN_SAND))
+    rows: list[tuple[Line, str, PorePressure, PorePressure]] = [
+        (TOP_OF_SAND, "Sand", head_in_sand, head_in_sand),
+        (TOP_OF_ORGANIC_CLAY, "Clay, organic", INTERPOLATED, head_in_sand),
+        (TOP_OF_PEAT, "Peat", phreatic_line, INTERPOLATED),
+        (SURFACE, "Clay, silty", phreatic_line, phreatic_line),
+    ]
     layers = [
         model.create_layer(_points(model, top), material, head_top, head_bottom)
-        for top, material, head_top, head_bottom in (
-            (TOP_OF_SAND, "Sand", head_in_sand, head_in_sand),
-            (TOP_OF_ORGANIC_CLAY, "Clay, organic", INTERPOLATED, head_in_sand),
-            (TOP_OF_PEAT, "Peat", phreatic_line, INTERPOLATED),
-            (SURFACE, "Clay, silty", phreatic_line, phreatic_line),
-        )
+        for top, material, head_top, head_bottom in rows
     ]
     return Ground(phreatic_line, head_in_sand, layers)
 
 
-def create_verticals(model: Model2D) -> list[_Vertical]:
+def create_verticals(model: Model2D) -> list[Vertical]:
     """Say where settlements are wanted, and when."""
     model.set_calculation_times(*CALCULATION_TIMES)
     return [model.create_vertical(x) for x in VERTICALS]
 
 
-def create_loads(model: Model2D) -> list[_NonUniformLoad]:
+def create_loads(model: Model2D) -> list[NonUniformLoad]:
     """Build the embankment on the surface, one stage on the other."""
     above, below = UNIT_WEIGHT_OF_SAND
     return [
@@ -220,7 +228,7 @@ def main() -> None:
         print(f"{time:11.0f}" + "".join(f"{settlement:12.3f}" for settlement in settlements))
 
 
-def _points(model: Model2D, line: Iterable[tuple[float, float]]) -> list[_Point]:
+def _points(model: Model2D, line: Iterable[tuple[float, float]]) -> list[Point]:
     return [model.create_point(x, level) for x, level in line]
 
 

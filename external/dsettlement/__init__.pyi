@@ -11,9 +11,10 @@ kPa for pressures. Nothing is converted.
 import re
 from abc import ABCMeta, abstractmethod
 from collections import OrderedDict
+from collections.abc import Sequence
 from enum import Enum
 from io import BytesIO, StringIO
-from typing import Any, ClassVar, Literal, overload
+from typing import Any, ClassVar, Literal, TypedDict, overload, type_check_only
 
 from sembra.core import Color, File
 from sembra.external.external_program import ExternalProgram, _JobContent
@@ -155,7 +156,7 @@ class _NonUniformLoad(_Load):
     def __init__(
         self,
         name: str,
-        points: list[tuple[float, float]],
+        points: Sequence[tuple[float, float]],
         time: int = 0,
         end_time: int = 0,
         gamma_dry: float = 10.0,
@@ -176,7 +177,7 @@ class _NonUniformLoad(_Load):
         is less than the one before it.
         """
     @property
-    def points(self) -> list[tuple[float, float]]:
+    def points(self) -> Sequence[tuple[float, float]]:
         """x-y coordinates of the load, as the list given."""
     def _serialize(self, name: str) -> dict[str, Any]:
         """Return the load's part of the document as a new mapping.
@@ -697,7 +698,7 @@ class _Geometry1D:
     def __init__(
         self,
         bottom_level: float,
-        layers: list[tuple[float, str]],
+        layers: Sequence[tuple[float, str]],
         phreatic_level: float | None = None,
     ) -> None:
         """Check the order of the levels and keep the values, the list of layers included.
@@ -785,7 +786,7 @@ class Model1D(_Model):
     def update_geometry(
         self,
         bottom_level: float,
-        layers: list[tuple[float, str]],
+        layers: Sequence[tuple[float, str]],
         phreatic_level: float | None = None,
     ) -> None:
         """Overwrite the current (default if not updated before) geometry with the given data.
@@ -871,7 +872,7 @@ class _Curve:
 
 class _CurveList:
     """Boundaries and Pl-lines are curve lists."""
-    def __init__(self, curves: list[_Curve]) -> None:
+    def __init__(self, curves: Sequence[_Curve]) -> None:
         """Consist of only unique curves; guaranteed upon creation of _Boundary and _PlLine.
 
         curves: the chain from left to right; the list is kept, not copied.
@@ -919,8 +920,8 @@ class _Layer:
         boundary_top: _Boundary,
         boundary_bottom: _Boundary,
         material: str,
-        pl_line_top: _PlLine | int,
-        pl_line_bottom: _PlLine | int,
+        pl_line_top: _PlLine | Literal[0, 99],
+        pl_line_bottom: _PlLine | Literal[0, 99],
     ) -> None:
         """Keep the five values; nothing is checked.
 
@@ -939,10 +940,10 @@ class _Layer:
     def boundary_bottom(self) -> _Boundary:
         """Boundary at the bottom."""
     @property
-    def pl_line_top(self) -> _PlLine | int:
+    def pl_line_top(self) -> _PlLine | Literal[0, 99]:
         """Pl-line at the top, or 0 for no pressure, or 99 for interpolation."""
     @property
-    def pl_line_bottom(self) -> _PlLine | int:
+    def pl_line_bottom(self) -> _PlLine | Literal[0, 99]:
         """Pl-line at the bottom, or 0 for no pressure, or 99 for interpolation."""
 
 class Model2D(_Model):
@@ -977,7 +978,7 @@ class Model2D(_Model):
         self,
         calculation_model: CalculationModel,
         consolidation_model: ConsolidationModel,
-        boundary_bottom: list[tuple[float, float]],
+        boundary_bottom: Sequence[tuple[float, float]],
         create_default_materials: bool = True,
         *,
         natural_strain: bool = False,
@@ -1036,7 +1037,7 @@ class Model2D(_Model):
         Returns the new point. Equal points may be created; the first of them is the one that is
         referred to in the input file.
         """
-    def create_pl_line(self, points: list[_Point], is_phreatic: bool = False) -> _PlLine:
+    def create_pl_line(self, points: Sequence[_Point], is_phreatic: bool = False) -> _PlLine:
         """Create a piezometric level line, or find it again.
 
         points: made with create_point, from the left limit of the model to the right; two points may
@@ -1052,10 +1053,10 @@ class Model2D(_Model):
         """
     def create_layer(
         self,
-        boundary_top: list[_Point],
+        boundary_top: Sequence[_Point],
         material: str,
-        pl_line_top: _PlLine | int,
-        pl_line_bottom: _PlLine | int,
+        pl_line_top: _PlLine | Literal[0, 99],
+        pl_line_bottom: _PlLine | Literal[0, 99],
     ) -> _Layer:
         """Define layers from bottom to top.
 
@@ -1087,7 +1088,7 @@ class Model2D(_Model):
     def create_non_uniform_load(
         self,
         name: str,
-        points: list[tuple[float, float]],
+        points: Sequence[tuple[float, float]],
         time: int = 0,
         end_time: int = 0,
         gamma_dry: float = 10.0,
@@ -1113,7 +1114,7 @@ class Model2D(_Model):
         less than the one before it; the model then stays as it is. Raises IndexError if there is no
         point.
         """
-    def _create_curves(self, points: list[_Point]) -> list[_Curve]:
+    def _create_curves(self, points: Sequence[_Point]) -> list[_Curve]:
         """Return the curves between neighbouring points as a new list.
 
         points: from the left limit of the model to the right.
@@ -1128,7 +1129,7 @@ class Model2D(_Model):
 
         Raises ModelError if the points are equal.
         """
-    def _create_boundary(self, points: list[_Point]) -> _Boundary:
+    def _create_boundary(self, points: Sequence[_Point]) -> _Boundary:
         """Return the boundary through the points: the equal one of the model, or a new one.
 
         points: from the left limit of the model to the right.
@@ -1298,14 +1299,14 @@ class OutputFileParser:
     def raw_results(self) -> str:
         """Raw result data. For convenience, specific data can also be extracted using available methods."""
     @property
-    def vertical_results(self) -> dict[int, dict[str, Any]]:
+    def vertical_results(self) -> dict[int, VerticalResult]:
         """Returns results for all verticals.
 
         A mapping of the vertical's number, from 1, to a mapping with the keys
 
         coordinates: `x` and `z` [m], as far as the file has them;
         depths, leakages, drained_layers: one number per line of the file; depths in m;
-        stresses: header to list of numbers [kPa];
+        stresses: header to list of numbers [kPa]; empty for files that D-Settlement itself wrote, in which a blank follows "Depth step count";
         time_settlement_per_load: `load_step_count`, `time_step_count`, `time` [days], and `load_1` and onwards;
         vertical_data: time [days] to a mapping of header to list of numbers.
 
@@ -1314,12 +1315,12 @@ class OutputFileParser:
         Raises ValueError for a field that is no number, and IndexError for a row with too few fields.
         """
     @property
-    def residual_times(self) -> dict[int, dict[str, list[float]]]:
+    def residual_times(self) -> dict[int, ResidualSettlements]:
         """Returns the residual times.
 
-        A mapping of the vertical's number in the file to a mapping of header, such as `Time` and `Settlement`, to a list with one number per row. It is empty if the file has no such block.
+        A mapping of the vertical's number in the file to a mapping of header, such as `Time` and `Settlement`, to a list with one number per row. It is empty if the file has no such block, or one without rows, as without calculation times.
 
-        Raises ValueError for a field that is no number, and IndexError for a row with too few fields.
+        Raises ValueError for a field that is no number, and IndexError for a row with too few fields. In some files of D-Settlement the first such block has no rows and runs on to the end of a second one: that raises ValueError too.
         """
     @classmethod
     def _parse_results(cls, sld_file: str) -> str:
@@ -1336,3 +1337,122 @@ class OutputFileParser:
     @classmethod
     def _parse_residual_settlements(cls, results: str) -> dict[int, dict[str, list[float]]]:
         """Return the residual settlements: vertical, then header, to a list of numbers."""
+
+# For type checkers alone.
+
+@type_check_only
+class Coordinates(TypedDict, total=False):
+    """Where a vertical stands [m], as far as the file has it."""
+
+    x: float
+    z: float
+
+@type_check_only
+class TimeSettlementPerLoad(TypedDict, total=False):
+    """Settlement of the surface against time; without keys where the file has none."""
+
+    load_step_count: int
+    time_step_count: int
+    time: list[float]
+    """In days."""
+    load_1: list[float]
+    load_2: list[float]
+    load_3: list[float]
+    load_4: list[float]
+    load_5: list[float]
+    load_6: list[float]
+    load_7: list[float]
+    load_8: list[float]
+    load_9: list[float]
+    load_10: list[float]
+    load_11: list[float]
+    load_12: list[float]
+    load_13: list[float]
+    load_14: list[float]
+    load_15: list[float]
+    load_16: list[float]
+    load_17: list[float]
+    load_18: list[float]
+    load_19: list[float]
+    load_20: list[float]
+    load_21: list[float]
+    load_22: list[float]
+    load_23: list[float]
+    load_24: list[float]
+    load_25: list[float]
+    load_26: list[float]
+    load_27: list[float]
+    load_28: list[float]
+    load_29: list[float]
+    load_30: list[float]
+    load_31: list[float]
+    load_32: list[float]
+    load_33: list[float]
+    load_34: list[float]
+    load_35: list[float]
+    load_36: list[float]
+    load_37: list[float]
+    load_38: list[float]
+    load_39: list[float]
+    load_40: list[float]
+    load_41: list[float]
+    load_42: list[float]
+    load_43: list[float]
+    load_44: list[float]
+    load_45: list[float]
+    load_46: list[float]
+    load_47: list[float]
+    load_48: list[float]
+    load_49: list[float]
+    load_50: list[float]
+
+@type_check_only
+class VerticalResult(TypedDict):
+    """The results of one vertical."""
+
+    coordinates: Coordinates
+    depths: list[float]
+    """Levels of the nodes [m]."""
+    leakages: list[float]
+    drained_layers: list[float]
+    stresses: dict[str, list[float]]
+    """Header to one number per node [kPa]."""
+    time_settlement_per_load: TimeSettlementPerLoad
+    vertical_data: dict[float, dict[str, list[float]]]
+    """Time [days] to header to one number per node."""
+
+type Boundary = _Boundary
+"""A line between two layers, as `layer.boundary_top`."""
+
+type Curve = _Curve
+"""A straight part of a boundary or a pl-line."""
+
+type Layer = _Layer
+"""What `Model2D.create_layer` returns."""
+
+type Load = _Load
+"""A load of any kind."""
+
+type Material = _Material
+"""A value of `materials`."""
+
+type NonUniformLoad = _NonUniformLoad
+"""What `Model2D.create_non_uniform_load` returns."""
+
+type PlLine = _PlLine
+"""What `Model2D.create_pl_line` returns."""
+
+type Point = _Point
+"""What `Model2D.create_point` returns."""
+
+type PorePressure = _PlLine | Literal[0, 99]
+"""What the water does at a side of a layer: a pl-line, 0 for none, 99 for interpolation."""
+
+type UniformLoad = _UniformLoad
+"""A load on the whole surface."""
+
+type Vertical = _Vertical
+"""What `Model2D.create_vertical` returns."""
+
+type ResidualSettlements = dict[str, list[float]]
+"""Lists by header, such as `Time` and `Settlement`: the residual settlements of a vertical."""

@@ -93,7 +93,7 @@ def parser_of(text: str) -> OutputFileParser:
 def read_vertical(*parts: str, end: str = "\n") -> dict[str, Any]:
     """Read the only vertical of a file, made of the lines."""
     text = vertical(*parts, end=end)
-    return parser_of(results(text, end=end)).vertical_results[1]
+    return {**parser_of(results(text, end=end)).vertical_results[1]}
 
 
 def read_residuals(text: str) -> dict[int, dict[str, list[float]]]:

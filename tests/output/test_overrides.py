@@ -179,7 +179,7 @@ def test_an_overridden_vertical_is_called_for_each_block() -> None:
 
     other = Other.__new__(Other)
     other._results = FULL
-    verticals = other.vertical_results
+    verticals: dict[int, Any] = dict(other.vertical_results)
     assert [v["extra"] for v in verticals.values()] == ["Other", "Other"]
     assert all(t.startswith("[Vertical]") and t.endswith("[End of Vertical]") for t in texts)
     plain = parser_of(FULL).vertical_results
@@ -208,7 +208,8 @@ def test_an_operation_patched_on_the_object_stands_behind_its_property(
 ) -> None:
     parser = parser_of(FULL)
     monkeypatch.setattr(parser, "_parse_verticals", lambda text: {1: {"text": text}})
-    assert parser.vertical_results == {1: {"text": parser.raw_results}}
+    verticals: Any = parser.vertical_results
+    assert verticals == {1: {"text": parser.raw_results}}
 
 
 def test_the_constructor_calls_the_overridden_operation() -> None:

@@ -78,7 +78,9 @@ def of_sample(name: str) -> OutputFileParser:
 
 def final_settlements(results: OutputFileParser) -> list[float]:
     """Return the settlement [m] of each vertical, by all loads and at the end."""
-    histories = [v["time_settlement_per_load"] for v in results.vertical_results.values()]
+    histories: list[Any] = [
+        v["time_settlement_per_load"] for v in results.vertical_results.values()
+    ]
     return [history[f"load_{history['load_step_count']}"][-1] for history in histories]
 
 
@@ -95,8 +97,8 @@ def assert_same(found: Any, expected: Any, tolerance: float) -> None:
 
 @pytest.mark.parametrize("name", MATTERING)
 def test_verticals_come_out_to_the_last_digit(name: str) -> None:
-    found = calculated_with(name, MATTERING[name]).vertical_results
-    expected = of_sample(name).vertical_results
+    found: dict[int, Any] = dict(calculated_with(name, MATTERING[name]).vertical_results)
+    expected: dict[int, Any] = dict(of_sample(name).vertical_results)
     assert list(found) == list(expected)
     for ours, theirs in zip(found.values(), expected.values(), strict=True):
         # A blank behind the count keeps D-Settlement's own stresses from being found.

@@ -1,12 +1,15 @@
 """Rebuilding a sample of two dimensions through the public interface."""
 
+from __future__ import annotations
+
+from typing import TYPE_CHECKING
+
 from sembra.external.dsettlement import (
     DrainageSimpleMode,
     DrainGrid,
     DrainType,
     Model2D,
     VerticalDrain,
-    _PlLine,
 )
 
 from tests.toolkit.service.rebuilding import (
@@ -20,6 +23,9 @@ from tests.toolkit.sli import SliFile
 from tests.toolkit.sli_drain import drain_keys
 from tests.toolkit.sli_geometry import Geometry, Polyline
 from tests.toolkit.sli_loads import non_uniform_loads, verticals
+
+if TYPE_CHECKING:
+    from sembra.external.dsettlement import PorePressure
 
 
 def rebuild(sample: SliFile) -> SliFile:
@@ -64,7 +70,7 @@ def create_layers(model: Model2D, geometry: Geometry, ends: Polyline) -> None:
         )
         for number, chain in enumerate(geometry.pl_lines, 1)
     ]
-    pl_line_of: dict[int, _PlLine | int] = {0: 0, 99: 99, **dict(enumerate(pl_lines, 1))}
+    pl_line_of: dict[int, PorePressure] = {0: 0, 99: 99, **dict(enumerate(pl_lines, 1))}
     surface = geometry.layers[-1].boundary_top
     for layer in geometry.layers:
         outline = geometry.polyline(geometry.boundaries[layer.boundary_top])

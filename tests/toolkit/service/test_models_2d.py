@@ -132,7 +132,7 @@ def test_phreatic_line_behind_another_and_layer_without_pressure() -> None:
 def test_a_truth_value_is_no_pl_line() -> None:
     model = create_story()
     top = create_points(model, [(0.0, 11.0), (100.0, 11.0)])
-    model.create_layer(top, "Sand", pl_line_top=False, pl_line_bottom=0)
+    model.create_layer(top, "Sand", pl_line_top=False, pl_line_bottom=0)  # type: ignore[arg-type]
     with pytest.raises(Exception, match="Input file could not be generated") as refusal:
         model.generate_input_file()
     assert "layer 4 of 'Sand', pl_line_top: input" in str(refusal.value.__cause__)
