@@ -5,8 +5,9 @@ from collections.abc import Sequence
 from rich import box
 from rich.table import Table
 from rich.text import Text
+from sembra.local.pictures import LoadStep
 
-from .settlements import LoadStep, Settlements
+from .settlements import Settlements
 
 NOT_YET = "-"
 

@@ -1,28 +1,16 @@
-"""What the pictures and tables need to know about settlements, whatever model they come from."""
+"""What the tables need to know about settlements, whatever model they come from."""
+
+from __future__ import annotations
 
 from dataclasses import dataclass
-from typing import Any
+from typing import TYPE_CHECKING, cast
 
 import numpy as np
 
+if TYPE_CHECKING:
+    from sembra.external.dsettlement import VerticalResult
+
 BESIDE_THE_LOADS = {"load_step_count", "time_step_count", "time"}
-
-
-@dataclass(frozen=True)
-class LoadStep:
-    """A load that comes at a time [days] and brings a pressure to the surface [kPa].
-
-    One that goes at that time takes its pressure with it: its pressure is below zero.
-    """
-
-    name: str
-    time: float
-    pressure: float
-
-    @property
-    def told(self) -> str:
-        """The name, behind a minus sign if the load goes."""
-        return f"\N{MINUS SIGN} {self.name}" if self.pressure < 0 else self.name
 
 
 @dataclass(frozen=True)
@@ -38,7 +26,7 @@ class Settlements:
     by_load: tuple[tuple[float, ...], ...]
 
     @classmethod
-    def from_vertical(cls, vertical: dict[str, Any], load_count: int) -> "Settlements":
+    def from_vertical(cls, vertical: VerticalResult, load_count: int) -> Settlements:
         """Take the settlements out of a vertical of `OutputFileParser.vertical_results`.
 
         vertical: the results of one vertical.
@@ -46,8 +34,12 @@ class Settlements:
             for the settlement under the weight of the soil itself.
         """
         block = vertical["time_settlement_per_load"]
-        columns = [tuple(block[key]) for key in block if key not in BESIDE_THE_LOADS]
-        return cls(tuple(block["time"]), tuple(columns[-load_count:]))
+        columns = [
+            tuple(cast("list[float]", column))
+            for key, column in block.items()
+            if key not in BESIDE_THE_LOADS
+        ]
+        return cls(tuple(block.get("time", ())), tuple(columns[-load_count:]))
 
     @property
     def total(self) -> tuple[float, ...]:

@@ -1,6 +1,6 @@
 """Telling a story on the terminal: numbered steps, what came out of each, and tables."""
 
-from collections.abc import Iterator
+from collections.abc import Generator
 from contextlib import contextmanager
 from time import perf_counter
 
@@ -27,7 +27,7 @@ class Terminal:
         self._console.print(Text(text, style="bold underline"))
 
     @contextmanager
-    def step(self, text: str) -> Iterator[None]:
+    def step(self, text: str) -> Generator[None]:
         """Announce a step before it is taken, and tell how long it took if that is noticeable."""
         self._step += 1
         self._console.print()

@@ -1,66 +1,74 @@
 """The story of the two-dimensional model, step by step."""
 
+from __future__ import annotations
+
 from pathlib import Path
 from typing import TYPE_CHECKING
 
-from sembra.external.dsettlement import OutputFileParser
+import numpy as np
+from sembra.local.pictures import (
+    LoadStep,
+    cross_section,
+    save,
+    settlement_along_depth,
+    settlement_per_vertical,
+)
+from sembra.local.results import ResultFile
 
 from examples import two_dimensional as story
 
 from .calculation import calculate
-from .cross_section import CrossSection, DrainBand, Embankment, Layer, Line
-from .section_legend import told_times
-from .section_picture import draw_section
-from .settlement_picture import Curve, LineStyle, draw_settlements
 from .settlement_table import CAPTION, settlement_table
-from .settlements import LoadStep, Settlements
+from .settlements import Settlements
 from .terminal import Terminal
 
 if TYPE_CHECKING:
-    from sembra.external.dsettlement import _CurveList
+    from sembra.external.dsettlement import ResidualSettlements
 
 NAME = "two_dimensional"
 DATUM = "NAP"
 
 AXIS = next(x for x, name in story.VERTICALS.items() if name == "axis")
 
-DASH_DOT_DOT: LineStyle = (0, (8, 2, 1, 2, 1, 2))
-CURVE_STYLES: tuple[tuple[str, LineStyle], ...] = (
-    ("#7a7a7a", ":"), ("#2f8f5b", "-."), ("#3f7fbf", "--"), ("#12345b", "-"),
-    ("#9a6a00", DASH_DOT_DOT),
-)  # fmt: skip
-"""Colours and lines of the verticals, from left to right."""
-
 
 def tell(terminal: Terminal, folder: Path) -> None:
     """Tell the story, and write its files and pictures to a folder that is there."""
     terminal.title("Two dimensions: a road embankment on soft ground, with strip drains")
     project = _build(terminal)
-    section = _cross_section(project)
-    steps = _steps_at_axis(section)
+    steps = _steps_at_axis()
     model = project.model
     sld_file = calculate(terminal, lambda: story.generate_input_file(model), folder, NAME)
     with terminal.step("Read the settlements of each vertical out of the result file"):
-        parser = OutputFileParser(sld_file)
+        results = ResultFile(sld_file)
         settlements = {
             number: Settlements.from_vertical(vertical, len(steps))
-            for number, vertical in parser.vertical_results.items()
+            for number, vertical in results.vertical_results.items()
         }
-        _tell_settlements(terminal, settlements, steps, parser.residual_times)
+        _tell_settlements(terminal, settlements, steps, results.residual_times)
     with terminal.step("Draw the pictures"):
-        picture, diagram = folder / f"{NAME}_section.png", folder / f"{NAME}_settlement.png"
-        draw_section(picture, section, "Cross-section of the embankment")
-        terminal.line(f"Cross-section: {picture}")
-        draw_settlements(
-            diagram,
-            _curves(settlements),
-            steps,
-            "Settlement of the surface along the cross-section",
-            "Vertical",
-            "Load at axis",
-            name_steps=True,
+        section = cross_section(
+            model,
+            title="Cross-section of the embankment",
+            datum=DATUM,
+            pl_line_names=["head in the sand"],
         )
-        terminal.line(f"Settlement against time: {diagram}")
+        diagram = settlement_per_vertical(
+            results,
+            names=list(story.VERTICALS.values()),
+            steps=steps,
+            marked_times=story.CALCULATION_TIMES,
+            title="Settlement of the surface along the cross-section",
+            load_label="Load at axis",
+        )
+        along_depth = settlement_along_depth(
+            results, vertical=list(story.VERTICALS).index(AXIS) + 1, title="Settlement at the axis"
+        )
+        for what, axes, name in (
+            ("Cross-section", section, "section"),
+            ("Settlement against time", diagram, "settlement"),
+            ("Settlement along depth", along_depth, "depth"),
+        ):
+            terminal.line(f"{what}: {save(axes, folder / f'{NAME}_{name}.png')}")
 
 
 def _build(terminal: Terminal) -> story.Project:
@@ -93,62 +101,38 @@ def _build(terminal: Terminal) -> story.Project:
         terminal.line(f"settlements on day {', '.join(map(str, story.CALCULATION_TIMES))}")
     with terminal.step("Build the embankment in stages"):
         project = story.Project(model, ground, verticals, story.create_loads(model))
-        for load in _cross_section(project).loads:
-            top = max(level for _, level in load.outline)
-            terminal.line(f"{load.name:<19} up to {top:5.2f} m, {told_times(load)}")
+        for stage in story.STAGES:
+            top = max(level for _, level in stage.outline)
+            until = "" if stage.removal is None else f" to {stage.removal:g}"
+            terminal.line(f"{stage.name:<19} up to {top:5.2f} m, day {stage.time:g}{until}")
     return project
 
 
-def _cross_section(project: story.Project) -> CrossSection:
-    layers = []
-    for layer in project.ground.layers:
-        soil = project.model.materials[layer.material]
-        layers.append(
-            Layer(
-                _line(layer.boundary_top), _line(layer.boundary_bottom), layer.material,
-                soil.color, (soil.gam_dry, soil.gam_wet),
-            )
-        )  # fmt: skip
-    loads = [
-        Embankment(
-            stage.name, load.points, stage.time, stage.removal, story.UNIT_WEIGHT_OF_SAND
-        )
-        for stage, load in zip(story.STAGES, project.loads, strict=True)
-    ]  # fmt: skip
-    return CrossSection(
-        layers=layers,
-        phreatic_line=_line(project.ground.phreatic_line),
-        pl_lines={"Pl-line 2, head in the sand": _line(project.ground.head_in_sand)},
-        verticals=[vertical.x for vertical in project.verticals],
-        loads=loads,
-        drains=DrainBand(
-            f"Strip drains, {story.DRAIN_DISTANCE:g} m triangular",
-            story.DRAIN_LEFT, story.DRAIN_RIGHT, story.DRAIN_BOTTOM,
-        ),
-        datum=DATUM,
-    )  # fmt: skip
-
-
-def _line(chain: "_CurveList") -> Line:
-    return [(point.x, point.y) for point in chain.points]
-
-
-def _steps_at_axis(section: CrossSection) -> list[LoadStep]:
+def _steps_at_axis() -> list[LoadStep]:
     """What comes and goes, in the order of time; all of it lies above the phreatic line."""
-    steps = []
-    for index, load in enumerate(section.loads):
-        pressure = load.unit_weights[0] * float(section.thickness(index, AXIS))
-        steps.append(LoadStep(load.name, load.time, pressure))
-        if load.removal is not None:
-            steps.append(LoadStep(load.name, load.removal, -pressure))
+    above_water, _ = story.UNIT_WEIGHT_OF_SAND
+    steps: list[LoadStep] = []
+    ground = _level(story.SURFACE)
+    for stage in story.STAGES:
+        top = _level(stage.outline)
+        pressure = above_water * (top - ground)
+        ground = top
+        steps.append(LoadStep(stage.name, stage.time, pressure))
+        if stage.removal is not None:
+            steps.append(LoadStep(stage.name, stage.removal, -pressure))
     return sorted(steps, key=lambda step: step.time)
+
+
+def _level(line: story.Line) -> float:
+    """The level of a line at the axis."""
+    return float(np.interp(AXIS, [x for x, _ in line], [level for _, level in line]))
 
 
 def _tell_settlements(
     terminal: Terminal,
     settlements: dict[int, Settlements],
     steps: list[LoadStep],
-    residual_times: dict[int, dict[str, list[float]]],
+    residual_times: dict[int, ResidualSettlements],
 ) -> None:
     """Print a table per vertical, then the final settlements and what is left at the opening."""
     for number, (x, name) in enumerate(story.VERTICALS.items(), 1):
@@ -163,18 +147,3 @@ def _tell_settlements(
             f"Final settlement at the {name}: {settlements[number].final:.3f} m, "
             f"after the opening on day {story.OPENING}: {rest[story.OPENING]:.3f} m"
         )
-
-
-def _curves(settlements: dict[int, Settlements]) -> list[Curve]:
-    return [
-        Curve(
-            f"{number}: {name}, x = {x:g} m", settlements[number].times,
-            settlements[number].total, color, line_style,
-            line_width=2.2 if x == AXIS else 1.4,
-            marked_times=story.CALCULATION_TIMES,
-            name=f"{number}",
-        )
-        for number, ((x, name), (color, line_style)) in enumerate(
-            zip(story.VERTICALS.items(), CURVE_STYLES, strict=True), 1
-        )
-    ]  # fmt: skip

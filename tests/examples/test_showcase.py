@@ -13,8 +13,8 @@ image = pytest.importorskip(
 )
 
 STORIES = {
-    "one_dimensional": (8, ("column", "settlement")),
-    "two_dimensional": (9, ("section", "settlement")),
+    "one_dimensional": (8, ("column", "settlement", "stresses")),
+    "two_dimensional": (9, ("section", "settlement", "depth")),
 }
 """Number of steps and pictures of each story, by the name of its files."""
 
@@ -30,7 +30,9 @@ def story(request: pytest.FixtureRequest, showcase: Showcase) -> Story:
     return showcase.story(request.param)
 
 
-def test_it_writes_the_inputs_the_results_and_two_pictures_per_story(showcase: Showcase) -> None:
+def test_it_writes_the_inputs_the_results_and_the_pictures_of_each_story(
+    showcase: Showcase,
+) -> None:
     written = {path.name for path in showcase.folder.iterdir()}
     assert written == {file for files in FILES.values() for file in files}
 

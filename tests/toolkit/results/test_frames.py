@@ -40,8 +40,8 @@ KINDS = ("vertical", "settlement", "residual", "stress", "time_dependent", "elem
 
 def records(frame: pd.DataFrame) -> list[tuple[object, ...]]:
     """Return the rows, absent values as None."""
-    rows = frame.astype(object).where(frame.notna(), None)
-    return [tuple(row) for row in rows.itertuples(index=False)]
+    rows = [tuple(row) for row in frame.itertuples(index=False)]
+    return [tuple(None if pd.isna(value) else value for value in row) for row in rows]
 
 
 def test_verticals() -> None:
@@ -78,7 +78,7 @@ def test_what_depends_on_time() -> None:
     assert list(frame) == ["vertical", "time", "depth", "Settlement"]
     assert records(frame)[1:3] == [(1, 0.0, -1.0, 0.0), (1, 10.0, 0.5, 0.1)]
     wide = frame.pivot_table(index="time", columns="depth", values="Settlement")
-    assert wide.loc[10.0, 0.5] == 0.1
+    assert wide[0.5].to_dict() == {0.0: 0.0, 10.0: 0.1}
 
 
 def test_elements() -> None:

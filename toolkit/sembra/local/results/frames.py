@@ -130,4 +130,4 @@ def _stacked(first: Sequence[str], tables: Iterable[Columns]) -> DataFrame:
     if not frames:
         return pd.DataFrame({name: pd.Series(dtype=float) for name in first})
     stacked = pd.concat(frames, ignore_index=True)
-    return stacked.reindex(columns=[*first, *stacked.columns.difference(first, sort=False)])
+    return stacked.reindex(columns=[*first, *(c for c in stacked.columns if c not in first)])

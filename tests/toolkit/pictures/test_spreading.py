@@ -5,8 +5,7 @@ from itertools import pairwise
 import pytest
 from hypothesis import given
 from hypothesis import strategies as st
-
-from examples.showcase.spreading import spread
+from sembra.local.pictures.spreading import spread
 
 positions = st.lists(st.floats(-100, 100), max_size=12)
 

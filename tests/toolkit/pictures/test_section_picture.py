@@ -1,9 +1,7 @@
 """Pictures of cross-sections that are harder than the story's."""
 
-from collections.abc import Iterator, Sequence
-from contextlib import contextmanager
+from collections.abc import Sequence
 from itertools import combinations, pairwise
-from pathlib import Path
 
 import numpy as np
 import pytest
@@ -11,17 +9,18 @@ from sembra.core import Color
 
 pytest.importorskip("matplotlib", reason="the pictures need matplotlib (dependency group demo)")
 
+import matplotlib.pyplot as plt
 from matplotlib.figure import Figure
 from matplotlib.text import Text
-
-from examples.showcase import section_picture, style
-from examples.showcase.cross_section import (
+from sembra.local.pictures.cross_section import (
     CrossSection,
     DrainBand,
     Embankment,
     Layer,
     Line,
 )
+from sembra.local.pictures.section import draw_alone
+from sembra.local.pictures.style import figure_of, look
 
 COLORS = (Color(240, 222, 140), Color(118, 138, 92), Color(128, 90, 58))
 
@@ -70,19 +69,13 @@ SECTIONS = pytest.mark.parametrize(
 )
 
 
-@pytest.fixture
-def figures(monkeypatch: pytest.MonkeyPatch) -> list[Figure]:
-    """The figures that were drawn."""
-    drawn: list[Figure] = []
-
-    @contextmanager
-    def picture(path: Path, width: float, height: float) -> Iterator[Figure]:
-        with style.picture(path, width, height) as figure:
-            drawn.append(figure)
-            yield figure
-
-    monkeypatch.setattr(section_picture, "picture", picture)
-    return drawn
+def figure_with(section: CrossSection) -> Figure:
+    """Return the figure of a cross-section."""
+    with look():
+        figure = figure_of(draw_alone(section, "A section"))
+        figure.draw_without_rendering()
+    plt.close(figure)
+    return figure
 
 
 def texts(figure: Figure) -> list[Text]:
@@ -104,11 +97,9 @@ def texts(figure: Figure) -> list[Text]:
 
 @SECTIONS
 def test_no_text_covers_another_or_leaves_the_picture(
-    section: CrossSection, figures: list[Figure], tmp_path: Path
+    section: CrossSection,
 ) -> None:
-    section_picture.draw_section(tmp_path / "section.png", section, "A section")
-    (figure,) = figures
-    figure.draw_without_rendering()
+    figure = figure_with(section)
     # Of an annotation, its words without its line.
     extents = [(text.get_text(), Text.get_window_extent(text)) for text in texts(figure)]
     for text, box in extents:
@@ -120,10 +111,10 @@ def test_no_text_covers_another_or_leaves_the_picture(
 
 @SECTIONS
 def test_left_and_right_are_treated_alike(
-    section: CrossSection, figures: list[Figure], tmp_path: Path
+    section: CrossSection,
 ) -> None:
-    section_picture.draw_section(tmp_path / "section.png", section, "A section")
-    low, high = figures[0].axes[0].get_xlim()
+    figure = figure_with(section)
+    low, high = figure.axes[0].get_xlim()
     left, right = section.limits
     assert left - low == pytest.approx(high - right)
     assert left - low > 0
@@ -131,30 +122,28 @@ def test_left_and_right_are_treated_alike(
 
 @SECTIONS
 def test_the_exaggeration_that_is_told_is_that_of_the_picture(
-    section: CrossSection, figures: list[Figure], tmp_path: Path
+    section: CrossSection,
 ) -> None:
-    section_picture.draw_section(tmp_path / "section.png", section, "A section")
-    (axes,) = figures[0].axes
+    figure = figure_with(section)
+    (axes,) = figure.axes
     (x0, y0), (x1, y1) = axes.transData.transform([(0, 0), (1, 1)])
     drawn = (y1 - y0) / (x1 - x0)
     told = "same scale" if drawn == pytest.approx(1) else f"{drawn:.4g} times"
     assert told in axes.get_xlabel()
 
 
-def test_of_many_verticals_some_are_labelled_and_all_are_drawn(
-    figures: list[Figure], tmp_path: Path
-) -> None:
-    section_picture.draw_section(tmp_path / "section.png", CANAL, "A canal")
-    labels = [text.get_text() for text in texts(figures[0]) if "x = " in text.get_text()]
+def test_of_many_verticals_some_are_labelled_and_all_are_drawn() -> None:
+    figure = figure_with(CANAL)
+    labels = [text.get_text() for text in texts(figure) if "x = " in text.get_text()]
     assert labels[0] == "1\nx = \N{MINUS SIGN}250 m"
     assert 5 <= len(labels) < len(CANAL.verticals)
-    drawn = [list(np.asarray(line.get_xdata())) for line in figures[0].axes[0].lines]
+    drawn = [list(np.asarray(line.get_xdata())) for line in figure.axes[0].lines]
     assert all([x, x] in drawn for x in CANAL.verticals)
 
 
-def test_the_legend_names_each_soil_load_and_line(figures: list[Figure], tmp_path: Path) -> None:
-    section_picture.draw_section(tmp_path / "section.png", LONG, "A dyke")
-    told = {text.get_text() for text in texts(figures[0])}
+def test_the_legend_names_each_soil_load_and_line() -> None:
+    figure = figure_with(LONG)
+    told = {text.get_text() for text in texts(figure)}
     assert "Soil 0  15.0 / 16.0" in told
     assert {f"Pl-line {number}" for number in range(2, 6)} <= told
     assert {"Phreatic line", "Sand walls", "Vertical"} <= told

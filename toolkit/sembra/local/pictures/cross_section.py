@@ -5,7 +5,13 @@ from dataclasses import dataclass
 
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
+
 from sembra.core import Color
+
+from .load_step import LoadStep
+
+ROW_OF_LOAD = 0.11
+"""Height of a row of arrows, as a part of the height of the cross-section."""
 
 Line = Sequence[tuple[float, float]]
 """Points of x and level [m] from left to right; two may stand above each other."""
@@ -51,10 +57,11 @@ class CrossSection:
     """What stands in the picture.
 
     layers: from bottom to top, at least one.
-    phreatic_line: the level of the free water.
+    phreatic_line: the level of the free water; without points there is none.
     pl_lines: other lines of piezometric level by their label.
     verticals: x of each vertical [m], in the order of their numbers.
     loads: in the order in which they were created; each lies on those before it.
+    uniform_loads: on the whole surface, in the order in which they were created.
     """
 
     layers: Sequence[Layer]
@@ -64,6 +71,7 @@ class CrossSection:
     loads: Sequence[Embankment] = ()
     drains: DrainBand | None = None
     datum: str = ""
+    uniform_loads: Sequence[LoadStep] = ()
 
     @property
     def surface(self) -> Line:
@@ -76,12 +84,19 @@ class CrossSection:
         return self.surface[0][0], self.surface[-1][0]
 
     @property
+    def top(self) -> float:
+        """Highest level of all lines [m]."""
+        return max(level for line in self._lines() for _, level in line)
+
+    @property
+    def row(self) -> float:
+        """Height of the arrows of a uniform load with the room around them [m]."""
+        return ROW_OF_LOAD * (self.top - self._bottom)
+
+    @property
     def extent(self) -> tuple[float, float]:
-        """Lowest and highest level of all lines [m]."""
-        levels = [level for line in self._lines() for _, level in line]
-        if self.drains is not None:
-            levels.append(self.drains.bottom)
-        return min(levels), max(levels)
+        """Lowest and highest level of what is drawn [m]."""
+        return self._bottom, self.top + self.row * len(self.uniform_loads)
 
     def thickness(self, number: int, x: ArrayLike) -> NDArray[np.float64]:
         """How thick a load is at each x [m], by its place among the loads; 0 beside it."""
@@ -89,6 +104,11 @@ class CrossSection:
         for load in self.loads[:number]:
             ground = np.fmax(ground, levels(load.outline, x))
         return np.nan_to_num(np.fmax(levels(self.loads[number].outline, x) - ground, 0.0))
+
+    @property
+    def _bottom(self) -> float:
+        lowest = min(level for line in self._lines() for _, level in line)
+        return lowest if self.drains is None else min(lowest, self.drains.bottom)
 
     def _lines(self) -> Iterator[Line]:
         for layer in self.layers:

@@ -3,6 +3,7 @@
 from typing import Literal
 
 from matplotlib.artist import Artist
+from matplotlib.axes import Axes
 from matplotlib.figure import Figure
 from matplotlib.lines import Line2D
 from matplotlib.patches import Patch
@@ -47,6 +48,15 @@ def draw_legends(figure: Figure, section: CrossSection) -> float:
     return LINE_OF_LEGEND * (2 + longest)
 
 
+def draw_one_legend(axes: Axes, section: CrossSection) -> None:
+    """Draw a legend of everything below axes that others own."""
+    entries = [*_soils(section), *_loads(section), *_lines(section)]
+    axes.legend(
+        handles=entries, loc="upper center", bbox_to_anchor=(0.5, -0.14), ncols=3,
+        handlelength=LENGTH_OF_HANDLE, fontsize=8.5,
+    )  # fmt: skip
+
+
 def told_times(load: Embankment) -> str:
     """Return in words when a load is there."""
     start = "initial" if load.time < 0 else f"day {load.time:g}"
@@ -76,7 +86,9 @@ def _loads(section: CrossSection) -> list[Artist]:
 
 
 def _lines(section: CrossSection) -> list[Artist]:
-    entries: list[Artist] = [Line2D([], [], label="Phreatic line", **PHREATIC)]
+    entries: list[Artist] = []
+    if section.phreatic_line:
+        entries.append(Line2D([], [], label="Phreatic line", **PHREATIC))
     for index, label in enumerate(section.pl_lines):
         entries.append(Line2D([], [], label=label, **pl_line_style(index)))
     if section.drains is not None:

@@ -4,7 +4,8 @@ from matplotlib.axes import Axes
 from matplotlib.path import Path
 from matplotlib.transforms import ScaledTranslation
 
-from .style import LOAD, WATER
+from .load_step import LoadStep
+from .style import LOAD, WATER, figure_of
 
 TRIANGLE = Path([(0, 0), (-0.6, 1), (0.6, 1), (0, 0)], closed=True)
 
@@ -18,7 +19,7 @@ def draw_water_level(axes: Axes, x: float, level: float) -> None:
         [x], [level], marker=TRIANGLE, markersize=20, markerfacecolor="white",
         markeredgecolor=WATER, markeredgewidth=1.2, linestyle="none", zorder=6,
     )  # fmt: skip
-    inch = axes.figure.dpi_scale_trans
+    inch = figure_of(axes).dpi_scale_trans
     for below, width in ((3.0, 9.0), (5.5, 6.0), (8.0, 3.0)):
         axes.plot(
             [x], [level], marker="_", markersize=width, markeredgecolor=WATER,
@@ -52,3 +53,9 @@ def draw_uniform_load(
                 "shrinkB": 0,
             },
         )
+
+
+def told_load(load: LoadStep) -> str:
+    """Return name, pressure and time of a load in words."""
+    when = "initial load" if load.time < 0 else f"day {load.time:g}"
+    return f"{load.name}: {load.pressure:.1f} kPa, {when}"

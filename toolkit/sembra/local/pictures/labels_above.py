@@ -6,6 +6,7 @@ from matplotlib.axes import Axes
 from matplotlib.transforms import ScaledTranslation
 
 from .spreading import spread
+from .style import figure_of
 
 ROOM = 11.0
 """Height of the short lines, in points."""
@@ -22,7 +23,7 @@ def write_above(
     gap: least distance between the middles of two labels, as a part of the width.
     color: of texts and lines.
     """
-    above = axes.transAxes + ScaledTranslation(0, ROOM / 72, axes.figure.dpi_scale_trans)
+    above = axes.transAxes + ScaledTranslation(0, ROOM / 72, figure_of(axes).dpi_scale_trans)
     for place, middle, label in zip(places, spread(places, gap), labels, strict=True):
         axes.annotate(
             label,

@@ -1,18 +1,20 @@
 """The soil column: layers, levels, phreatic line and loads."""
 
-from collections.abc import Sequence
+from collections.abc import Iterable, Mapping, Sequence
 from dataclasses import dataclass
-from pathlib import Path
+from typing import Any
 
 from matplotlib.axes import Axes
 from matplotlib.lines import Line2D
 from matplotlib.patches import Patch, Rectangle
+from sembra.external.dsettlement import Model1D
+
 from sembra.core import Color
 
-from .settlements import LoadStep
+from .load_step import LoadStep
 from .spreading import spread
-from .style import INK, LOAD, WATER, fill_color, metres, picture, text_color
-from .symbols import draw_uniform_load, draw_water_level
+from .style import INK, LOAD, WATER, figure_of, fill_color, look, metres, new_figure, text_color
+from .symbols import draw_uniform_load, draw_water_level, told_load
 
 LEFT, RIGHT = 0.0, 1.0
 LABEL_LEFT, WATER_RIGHT, PICTURE_RIGHT = -0.10, 1.22, 1.95
@@ -53,36 +55,89 @@ class SoilColumn:
         return self.layers[-1].bottom
 
 
-def draw_column(path: Path, column: SoilColumn, title: str) -> None:
-    """Draw a soil column and write the picture."""
-    with picture(path, 8.0, 7.5) as figure:
-        axes = figure.add_subplot()
-        axes.set_axis_off()
-        axes.set_title(title, loc="left", pad=12)
-        depth = column.surface - column.bottom
-        row = 0.085 * depth
-        water = column.surface if column.phreatic_level is None else column.phreatic_level
-        # Above free water there is room for the sign and its words.
-        loads_bottom = max(column.surface, water + 0.6 * row)
-        top = loads_bottom + row * (len(column.loads) + 0.2)
-        bottom = min(column.bottom, water)
-        bottom -= 0.03 * (top - bottom)
-        axes.set_ylim(bottom, top)
-        axes.set_xlim(-0.55, PICTURE_RIGHT)
-        line = LINE_OF_TEXT * (top - bottom)
-        _draw_layers(axes, column)
-        for layer in column.layers:
-            _write_layer(axes, layer, column.phreatic_level, line)
-        _draw_levels(axes, column, 1.15 * line)
-        _draw_loads(axes, column.loads, loads_bottom, row)
-        _draw_phreatic_line(axes, column)
-        figure.legend(
-            handles=_legend(column),
-            loc="outside lower center",
-            ncols=2,
-            title="Soils, with unit weight above / below the phreatic level",
-            title_fontproperties={"weight": "bold", "size": 9},
-        )
+def soil_column(
+    model: Model1D, axes: Axes | None = None, *, title: str = "Soil column", datum: str = ""
+) -> Axes:
+    """Draw the soil column of a one-dimensional model.
+
+    Layers with their materials, thicknesses and levels, the phreatic level, and the uniform loads
+    in the order of their creation. Across, the picture has no scale.
+
+    Args:
+        model: The model, finished or not.
+        axes: Where to draw; a new figure if None.
+        title: Stands above the picture.
+        datum: What the levels count from, such as "NAP"; stands in front of them.
+
+    Returns:
+        The axes.
+
+    Raises:
+        KeyError: A layer is of a material that the model doesn't have any more.
+    """
+    with look():
+        is_new = axes is None
+        axes = new_figure(8.0, 7.5).add_subplot() if axes is None else axes
+        draw_column(axes, column_of(model, datum), title, legend_beside=is_new)
+        return axes
+
+
+def column_of(model: Model1D, datum: str) -> SoilColumn:
+    """Return what stands in the picture of a model."""
+    tops = [top for top, _ in model.layers]
+    materials = model.materials
+    layers: list[Layer] = []
+    for (top, name), bottom in zip(model.layers, [*tops[1:], model.bottom_level], strict=True):
+        soil = materials[name]
+        layers.append(Layer(top, bottom, name, soil.color, (soil.gam_dry, soil.gam_wet)))
+    loads = uniform_loads(model._serialize()["other_loads"])
+    return SoilColumn(layers, model.phreatic_level, loads, datum)
+
+
+def uniform_loads(loads: Iterable[Mapping[str, Any]]) -> list[LoadStep]:
+    """Return the uniform loads of a model's document."""
+    return [
+        LoadStep(load["name"], load["time"], load["unit_weight"] * load["height"]) for load in loads
+    ]
+
+
+def draw_column(axes: Axes, column: SoilColumn, title: str, *, legend_beside: bool) -> None:
+    """Draw a soil column.
+
+    axes: where to draw.
+    column: what to draw.
+    title: stands above it.
+    legend_beside: whether the figure has room for the legend outside the axes.
+    """
+    axes.set_axis_off()
+    axes.set_title(title, loc="left", pad=12)
+    depth = column.surface - column.bottom
+    row = 0.085 * depth
+    water = column.surface if column.phreatic_level is None else column.phreatic_level
+    # Above free water there is room for the sign and its words.
+    loads_bottom = max(column.surface, water + 0.6 * row)
+    top = loads_bottom + row * (len(column.loads) + 0.2)
+    bottom = min(column.bottom, water)
+    bottom -= 0.03 * (top - bottom)
+    axes.set_ylim(bottom, top)
+    axes.set_xlim(-0.55, PICTURE_RIGHT)
+    line = LINE_OF_TEXT * (top - bottom)
+    _draw_layers(axes, column)
+    for layer in column.layers:
+        _write_layer(axes, layer, column.phreatic_level, line)
+    _draw_levels(axes, column, 1.15 * line)
+    _draw_loads(axes, column.loads, loads_bottom, row)
+    _draw_phreatic_line(axes, column)
+    legend: dict[str, Any] = {
+        "handles": _legend(column),
+        "ncols": 2,
+        "title": "Soils, with unit weight above / below the phreatic level",
+        "title_fontproperties": {"weight": "bold", "size": 9},
+    }
+    if legend_beside:
+        figure_of(axes).legend(loc="outside lower center", **legend)
+    else:
+        axes.legend(loc="upper center", bbox_to_anchor=(0.5, 0.0), **legend)
 
 
 def _draw_layers(axes: Axes, column: SoilColumn) -> None:
@@ -152,11 +207,9 @@ def _draw_loads(axes: Axes, loads: Sequence[LoadStep], bottom: float, row: float
     for number, load in enumerate(loads):
         base = bottom + row * number
         draw_uniform_load(axes, LEFT, RIGHT, base, 0.72 * row)
-        when = "initial load" if load.time < 0 else f"day {load.time:g}"
         axes.text(
-            RIGHT + 0.05, base + 0.36 * row, f"{load.name}: {load.pressure:.1f} kPa, {when}",
-            color=LOAD, ha="left", va="center",
-        )  # fmt: skip
+            RIGHT + 0.05, base + 0.36 * row, told_load(load), color=LOAD, ha="left", va="center"
+        )
 
 
 def _legend(column: SoilColumn) -> list[Patch | Line2D]:

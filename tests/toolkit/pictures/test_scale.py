@@ -3,8 +3,7 @@
 import pytest
 from hypothesis import given
 from hypothesis import strategies as st
-
-from examples.showcase.scale import STEPS, fit
+from sembra.local.pictures.scale import STEPS, fit
 
 sizes = st.floats(0.5, 5000)
 

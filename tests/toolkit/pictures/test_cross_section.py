@@ -3,8 +3,7 @@
 import numpy as np
 import pytest
 from sembra.core import Color
-
-from examples.showcase.cross_section import CrossSection, DrainBand, Embankment, Layer, between
+from sembra.local.pictures.cross_section import CrossSection, DrainBand, Embankment, Layer, between
 
 SURFACE = [(0.0, 0.0), (40.0, 2.0)]
 LOWER = Embankment("Lower", [(0.0, 0.0), (10.0, 3.0), (30.0, 3.0), (40.0, 2.0)], 0, None, (18, 20))

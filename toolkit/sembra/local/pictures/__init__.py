@@ -1,0 +1,27 @@
+"""Pictures of models and results.
+
+Each takes a model or results, draws on the given axes or on a figure of its own, and returns the
+axes. In a notebook the picture appears below the cell; in a program, `save(axes,
+"picture.png")` writes it. matplotlib has to be installed
+(`pip install sembra-local[pictures]`).
+"""
+
+from .column import soil_column
+from .depth import settlement_along_depth, stresses
+from .dissipation import dissipation
+from .load_step import LoadStep
+from .section import cross_section
+from .settlement import settlement_per_load, settlement_per_vertical
+from .style import save
+
+__all__ = [
+    "LoadStep",
+    "cross_section",
+    "dissipation",
+    "save",
+    "settlement_along_depth",
+    "settlement_per_load",
+    "settlement_per_vertical",
+    "soil_column",
+    "stresses",
+]

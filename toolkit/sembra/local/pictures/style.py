@@ -1,0 +1,128 @@
+"""How the pictures look, and what they are drawn on."""
+
+from collections.abc import Generator
+from contextlib import contextmanager
+from os import PathLike
+from pathlib import Path
+from typing import Any
+
+import matplotlib.pyplot as plt
+from matplotlib.axes import Axes
+from matplotlib.figure import Figure
+
+from sembra.core import Color
+
+RESOLUTION = 150
+"""Dots per inch of a saved picture."""
+
+INK = "#222222"
+WATER = "#1f5fa8"
+LOAD = "#8c2d19"
+GRID = "#d9d9d9"
+
+LineStyle = str | tuple[float, tuple[float, ...]]
+"""One of matplotlib's names, or where a pattern begins and the lengths of its dashes and gaps."""
+
+CURVES: tuple[tuple[str, LineStyle], ...] = (
+    ("#12345b", "-"), ("#3f7fbf", "--"), ("#2f8f5b", "-."), ("#7a7a7a", ":"),
+    ("#9a6a00", (0, (8, 2, 1, 2, 1, 2))), ("#7a1f6b", (0, (10, 3))), ("#0a8f8f", (0, (3, 1))),
+    ("#5a3fa8", (0, (4, 1, 1, 1, 1, 1))),
+)  # fmt: skip
+"""Colours and lines of the curves of a diagram, which differ in black and white too."""
+
+_SETTINGS: Any = {
+    "font.family": "DejaVu Sans",
+    "font.size": 9.0,
+    "axes.edgecolor": INK,
+    "axes.labelcolor": INK,
+    "axes.titlesize": 11.0,
+    "axes.titleweight": "bold",
+    "axes.linewidth": 0.8,
+    "text.color": INK,
+    "xtick.color": INK,
+    "ytick.color": INK,
+    "legend.frameon": False,
+    "savefig.dpi": RESOLUTION,
+}
+
+
+@contextmanager
+def look() -> Generator[None]:
+    """Let what is drawn within look like the other pictures."""
+    with plt.rc_context(_SETTINGS):
+        yield
+
+
+def new_figure(width: float, height: float) -> Figure:
+    """Return an empty figure of a size in inches, one that a notebook shows."""
+    figure = plt.figure(figsize=(width, height), layout="constrained")
+    figure.set_dpi(100)
+    return figure
+
+
+def figure_of(axes: Axes) -> Figure:
+    """Return the figure that axes stand on."""
+    figure = axes.get_figure(root=True)
+    if figure is None:
+        raise ValueError("the axes stand on no figure")
+    return figure
+
+
+def save(axes: Axes, path: str | PathLike[str], *, resolution: float = RESOLUTION) -> Path:
+    """Write the picture that axes belong to, and put it away.
+
+    Args:
+        axes: What a function of this package has returned.
+        path: The file; its extension says which kind of picture it is: .png, .svg, .pdf.
+        resolution: Dots per inch.
+
+    Returns:
+        Where it was written.
+
+    Raises:
+        OSError: The file can't be written.
+        ValueError: matplotlib knows no such kind of picture.
+    """
+    figure = figure_of(axes)
+    path = Path(path)
+    # The same picture gives the same bytes, whatever the version of matplotlib.
+    metadata = {"Software": None} if path.suffix == ".png" else None
+    figure.savefig(path, dpi=resolution, metadata=metadata)
+    plt.close(figure)
+    return path
+
+
+def curve_style(index: int) -> tuple[str, LineStyle]:
+    """Return colour and line of a curve by its place among the others."""
+    return CURVES[index % len(CURVES)]
+
+
+def draw_grid(axes: Axes) -> None:
+    """Draw a grid below what else is on the axes."""
+    axes.grid(True, which="major", color=GRID, linewidth=0.8)
+    axes.grid(True, which="minor", axis="x", color=GRID, linewidth=0.4)
+    axes.tick_params(which="both", direction="in", color=INK)
+    axes.set_axisbelow(True)
+
+
+def fill_color(color: Color) -> str:
+    """Return a material's colour as matplotlib writes it."""
+    red, green, blue = _channels(color)
+    return f"#{red:02x}{green:02x}{blue:02x}"
+
+
+def text_color(color: Color) -> str:
+    """Return black or white, whichever reads better on a material's colour (ITU-R BT.601)."""
+    red, green, blue = _channels(color)
+    return INK if 0.299 * red + 0.587 * green + 0.114 * blue > 128 else "white"
+
+
+def metres(level: float, datum: str = "") -> str:
+    """Return a level in metres with its sign, behind the name of its datum."""
+    sign = "\N{MINUS SIGN}" if round(level, 2) < 0 else "+" if round(level, 2) > 0 else ""
+    return f"{datum} {sign}{abs(level):.2f} m".lstrip()
+
+
+def _channels(color: Color) -> tuple[int, int, int]:
+    code = color.deltares
+    return code & 0xFF, code >> 8 & 0xFF, code >> 16 & 0xFF
