@@ -144,7 +144,9 @@ CREATED BY : somebody
 {load_lines}[END OF OTHER LOADS]
 [CALCULATION OPTIONS]
 {labelled(OPTIONS, options or {})}
+    1.00 = Load column width imaginary surface [m]
     0.50 = Load column width non-uniform loads [m]
+    0.50 = Load column width trapeziform loads [m]
 {end} = End of consolidation [days]
 {reference_time:.9E} = Reference time
 [END OF CALCULATION OPTIONS]

@@ -7,7 +7,7 @@ import pytest
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.cross_section import Polyline
 from sembra.local.worker.loads.non_uniform import Embankment, Site, strip_loads
-from sembra.local.worker.loads.spreading import Distribution, strip_share
+from sembra.local.worker.loads.spreading import Distribution, Spreading, strip_share
 
 from tests.toolkit.worker.input_file import calculated, input_text, refused
 from tests.toolkit.worker.result_file import verticals
@@ -18,7 +18,16 @@ DEEP = Polyline(((0.0, -50.0), (100.0, -50.0)))
 
 
 def site(phreatic_line: Polyline = DEEP, surface: Polyline = FLAT) -> Site:
-    return Site(surface, phreatic_line, 10.0, 0.5, Distribution.BOUSSINESQ)
+    return Site(surface, phreatic_line, 10.0, spreading())
+
+
+def spreading(
+    distribution: Distribution = Distribution.BOUSSINESQ,
+    width: float = 0.5,
+    *,
+    within: bool = False,
+) -> Spreading:
+    return Spreading(distribution, within, width, width, width)
 
 
 def embankment(
@@ -163,8 +172,8 @@ def test_a_load_beyond_the_ground_is_refused() -> None:
 
 
 def test_too_many_columns_are_refused() -> None:
-    narrow = Site(FLAT, DEEP, 10.0, 1e-4, Distribution.BUISMAN)
-    with pytest.raises(WorkerError, match='"Dike" has too many columns'):
+    narrow = Site(FLAT, DEEP, 10.0, spreading(width=1e-4))
+    with pytest.raises(WorkerError, match='"Dike" would be cut into 100000 columns'):
         strip_loads([embankment((10.0, 1.0), (20.0, 1.0))], narrow)
 
 
@@ -180,7 +189,7 @@ def test_more_comes_under_water_as_the_ground_settles() -> None:
 
 
 def test_slices_spread_from_within_the_load() -> None:
-    slices = Site(FLAT, DEEP, 10.0, 1.0, Distribution.BOUSSINESQ, sliced=True)
+    slices = Site(FLAT, DEEP, 10.0, spreading(width=1.0, within=True))
     (load,) = strip_loads([embankment((50.0, 2.4), (51.0, 2.4))], slices)
     shares = [share(Distribution.BOUSSINESQ, -0.5, 0.5, depth) for depth in (3.0, 4.2)]
     stress = load.stress(50.5, 0.0, np.array([-3.0]))
@@ -190,7 +199,7 @@ def test_slices_spread_from_within_the_load() -> None:
 @pytest.mark.parametrize("distribution", Distribution)
 def test_what_passes_a_level_is_the_weight_of_the_load(distribution: Distribution) -> None:
     ground = Polyline(((-5000.0, 0.0), (5000.0, 0.0)))
-    place = Site(ground, Polyline(((-9e3, -9.0), (9e3, -9.0))), 10.0, 1.0, distribution)
+    place = Site(ground, Polyline(((-9e3, -9.0), (9e3, -9.0))), 10.0, spreading(distribution, 1.0))
     (load,) = strip_loads([embankment((-10.0, 0.0), (0.0, 4.0), (6.0, 0.0))], place)
     level = np.array([-7.0])
     passing = sum(load.stress(float(x), 0.0, level)[0] for x in np.arange(-2000, 2000, 0.5)) / 2
@@ -210,6 +219,16 @@ WIDE = """Wide
        0.000        {top:.3f} = X, Y
      100.000        {top:.3f} = X, Y
      100.000        0.000 = X, Y
+"""
+
+
+WIDE_EVERYWHERE = """Wide
+           0        20.00        20.00   0       0 = Time, Gamma dry, Gamma wet
+    4 = Number of co-ordinates
+   -2000.000        0.000 = X, Y
+   -2000.000        1.500 = X, Y
+    2000.000        1.500 = X, Y
+    2000.000        0.000 = X, Y
 """
 
 
@@ -273,9 +292,13 @@ def test_cross_sections_are_told() -> None:
     assert amounts.split() == ["2", "number", "of", "loads", "200.0000000", "200.0000000"]
 
 
-def test_level_ground_has_no_place_for_them() -> None:
-    message = refused(with_embankment(input_text()))
-    assert message == "The worker does not cover non-uniform loads on one-dimensional models."
+def test_on_level_ground_a_wide_load_acts_like_a_uniform_one() -> None:
+    bare = without_uniform_load(input_text())
+    wide = with_embankments(bare, WIDE_EVERYWHERE)
+    found, expected = (
+        verticals(calculated(text))[0]["per_load"][-1][-1] for text in (wide, input_text())
+    )
+    assert found == pytest.approx(expected, rel=1e-4)
 
 
 @pytest.mark.parametrize(

@@ -26,7 +26,6 @@ def test_models_that_are_not_covered() -> None:
     ("option", "what"),
     [
         ("Imaginary surface", "an imaginary surface"),
-        ("Stress distribution loads", "the stress distribution within loads"),
         ("Maintain profile", "maintaining the profile"),
         ("Use fit factors", "fit factors"),
     ],
@@ -67,8 +66,8 @@ def test_water_loads_are_not_covered() -> None:
 
 
 def test_other_kinds_of_load_are_named() -> None:
-    text = input_text().replace("3 : Uniform", "0 : Trapeziform")
-    assert refused(text) == 'The worker does not cover trapeziform loads (load "Fill").'
+    text = input_text().replace("3 : Uniform", "4 : Tank")
+    assert refused(text) == 'The worker does not cover tank loads (load "Fill").'
 
 
 def test_effective_stress_below_zero_names_the_level() -> None:

@@ -12,6 +12,7 @@ from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.material import Material
 
 _THINNEST = 1e-4
+_FAR = 1e6
 
 
 @dataclass(frozen=True)
@@ -89,6 +90,16 @@ class LevelGround:
 
     ground: Column
 
+    @property
+    def surface(self) -> Polyline:
+        """The surface, which has no ends within reach."""
+        return _endless(self.ground.surface)
+
+    @property
+    def phreatic_line(self) -> Polyline:
+        """The phreatic line."""
+        return _endless(self.ground.phreatic_level)
+
     def column(self, x: float, z: float) -> Column:
         """The column below a vertical at x."""
         return replace(self.ground, x=x, z=z)
@@ -101,6 +112,11 @@ class Geometry2D:
     layers: tuple[LayerBetween, ...]
     phreatic_line: Polyline
     pl_lines: tuple[Polyline, ...] = ()
+
+    @property
+    def surface(self) -> Polyline:
+        """The surface."""
+        return self.layers[0].top
 
     def column(self, x: float, z: float) -> Column:
         """The column below the surface at x.
@@ -128,6 +144,10 @@ class Geometry2D:
             raise WorkerError(f"There is no layer at x = {x:g} m.")
         piezometric_levels = tuple(line.level(x) for line in self.pl_lines if line.covers(x))
         return Column(x, z, tuple(layers), phreatic_level, piezometric_levels)
+
+
+def _endless(level: float) -> Polyline:
+    return Polyline(((-_FAR, level), (_FAR, level)))
 
 
 def _heads(

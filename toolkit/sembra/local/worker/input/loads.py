@@ -1,30 +1,14 @@
-"""The sections of loads.
+"""The section NON-UNIFORM LOADS, and what the sections of loads have in common.
 
-An embankment in NON-UNIFORM LOADS takes a line with its name, one with its time, unit weights, a
+An embankment takes a line with its name, one with its time, unit weights, a
 mark for a temporary load and the time of its removal, and its outline.
 """
 
-from sembra.local.worker.errors import NotCoveredError
 from sembra.local.worker.ground.cross_section import Polyline
 from sembra.local.worker.input.sections import Cursor, Section
 from sembra.local.worker.loads.non_uniform import Embankment
-from sembra.local.worker.loads.uniform import UniformLoad
 
-_UNIFORM = 3
-_KINDS = {0: "trapeziform", 1: "circular", 2: "rectangular", 4: "tank"}
 _INITIAL_TIME = -1
-
-
-def read_uniform_loads(whole: Section) -> tuple[UniformLoad, ...]:
-    """The uniform loads of the file, in its order.
-
-    Raises:
-        InputFileError: the section is malformed.
-        NotCoveredError: there is a load of another kind.
-    """
-    cursor = whole.section("OTHER LOADS").cursor()
-    count = cursor.count("the number of loads")
-    return tuple(_read_load(cursor, number) for number in range(1, count + 1))
 
 
 def read_embankments(whole: Section, end_of_calculation: float) -> tuple[Embankment, ...]:
@@ -49,24 +33,12 @@ def count_loads(whole: Section, section: str) -> int:
     return whole.section(section).cursor().count("the number of loads")
 
 
-def _read_load(cursor: Cursor, number: int) -> UniformLoad:
-    name = cursor.name(f"the name of load {number}")
-    kind = cursor.integer(f"the kind of load {number}")
-    if kind != _UNIFORM:
-        raise NotCoveredError(f'{_KINDS.get(kind, "other")} loads (load "{name}")')
-    time, unit_weight, height, level = cursor.numbers(
-        f"time, unit weight, height and level of load {number}", 4
-    )
-    _check_time(cursor, name, time)
-    return UniformLoad(name, time, unit_weight, height, level)
-
-
 def _read_embankment(cursor: Cursor, number: int, end_of_calculation: float) -> Embankment:
     name = cursor.name(f"the name of load {number}")
     time, dry, wet, temporary, end = cursor.numbers(
         f"time, unit weights, temporary and end time of load {number}", 5
     )
-    _check_time(cursor, name, time)
+    check_time(cursor, name, time)
     if temporary not in (0, 1):
         raise cursor.error(f'"temporary" of load "{name}" should be 0 or 1 and is {temporary:g}')
     if temporary and end <= max(time, 0.0):
@@ -83,6 +55,11 @@ def _read_embankment(cursor: Cursor, number: int, end_of_calculation: float) -> 
     return Embankment(name, time, removal, dry, wet, outline)
 
 
-def _check_time(cursor: Cursor, name: str, time: float) -> None:
+def check_time(cursor: Cursor, name: str, time: float) -> None:
+    """Refuse the time of a load that is negative and not that of initial loads.
+
+    Raises:
+        InputFileError: it is.
+    """
     if time < 0 and time != _INITIAL_TIME:
         raise cursor.error(f'the time of load "{name}" is {time:g}, which is neither -1 nor later')

@@ -5,7 +5,7 @@ from collections.abc import Iterable
 from sembra.local.worker.errors import InputFileError
 from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
 from sembra.local.worker.input.sections import Line, Section, parse_number
-from sembra.local.worker.loads.spreading import Distribution
+from sembra.local.worker.loads.spreading import Distribution, Spreading
 from sembra.local.worker.options import Options, Superelevation
 
 
@@ -121,24 +121,28 @@ def _read_superelevation(options: Labelled) -> Superelevation:
     )
 
 
-def read_spreading(whole: Section) -> tuple[Distribution, float]:
-    """How stress spreads below loads, and the width in metres of the strips they are cut into.
+def read_spreading(whole: Section) -> Spreading:
+    """How stress spreads below loads.
 
     Raises:
         InputFileError: the section is malformed, or a value is out of range.
     """
     options = Labelled(whole.section("CALCULATION OPTIONS"))
-    label = "Stress distribution soil"
-    code = options.code(label)
-    if code not in list(Distribution):
-        raise options.error(label, f"the stress distribution {code} is unknown")
-    width = options.number("Load column width non-uniform loads [m]")
+    return Spreading(
+        distribution=Distribution(options.one_of("Stress distribution soil", list(Distribution))),
+        within_loads=options.switch("Stress distribution loads", absent=False),
+        non_uniform_width=_read_width(options, "non-uniform loads"),
+        trapeziform_width=_read_width(options, "trapeziform loads"),
+        imaginary_surface_width=_read_width(options, "imaginary surface"),
+    )
+
+
+def _read_width(options: Labelled, of: str) -> float:
+    label = f"Load column width {of} [m]"
+    width = options.number(label)
     if width <= 0:
-        raise options.error(
-            "Load column width non-uniform loads [m]",
-            "the load column width should be greater than zero",
-        )
-    return Distribution(code), width
+        raise options.error(label, "the load column width should be greater than zero")
+    return width
 
 
 def read_residual_times(whole: Section, end: float) -> tuple[float, ...]:

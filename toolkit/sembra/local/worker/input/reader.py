@@ -11,13 +11,14 @@ from sembra.local.worker.input.coverage import Coverage
 from sembra.local.worker.input.drains import read_drains
 from sembra.local.worker.input.geometry_1d import read_column
 from sembra.local.worker.input.geometry_2d import read_geometry
-from sembra.local.worker.input.loads import count_loads, read_embankments, read_uniform_loads
+from sembra.local.worker.input.loads import count_loads, read_embankments
 from sembra.local.worker.input.options import (
     Labelled,
     read_options,
     read_residual_times,
     read_spreading,
 )
+from sembra.local.worker.input.other_loads import read_other_loads
 from sembra.local.worker.input.sections import Section, read_whole
 from sembra.local.worker.input.soils import Materials
 from sembra.local.worker.loads.load import Load
@@ -52,7 +53,7 @@ def read_project(text: str) -> Project:
     with coverage.collecting():
         embankments = _read_embankments(whole, ground, options)
     with coverage.collecting():
-        others = read_uniform_loads(whole)
+        others = read_other_loads(whole)
     with coverage.collecting():
         drains = read_drains(whole)
     _collect_uncovered(whole, coverage)
@@ -85,7 +86,6 @@ def read_project(text: str) -> Project:
 
 
 _NOT_YET = {
-    "Stress distribution loads": "the stress distribution within loads",
     "Imaginary surface": "an imaginary surface",
     "Maintain profile": "maintaining the profile",
 }
@@ -114,14 +114,10 @@ def _read_embankments(
     embankments = read_embankments(whole, options.end)
     if not embankments:
         return []
-    if isinstance(ground, LevelGround):
-        raise NotCoveredError("non-uniform loads on one-dimensional models")
-    distribution, width = read_spreading(whole)
     site = Site(
-        surface=ground.layers[0].top,
+        surface=ground.surface,
         phreatic_line=ground.phreatic_line,
         water_unit_weight=options.water_unit_weight,
-        strip_width=width,
-        distribution=distribution,
+        spreading=read_spreading(whole),
     )
     return strip_loads(embankments, site)

@@ -1,6 +1,7 @@
 """What every load has in common."""
 
 from collections.abc import Callable
+from dataclasses import dataclass
 from typing import Protocol, Self
 
 from sembra.local.worker.arrays import Floats
@@ -29,3 +30,23 @@ class Load(Protocol):
 
     def submerged(self, settlement: SurfaceSettlement, /) -> Self:
         """The load after the ground below it has settled, with more of it under water."""
+
+
+@dataclass(frozen=True)
+class PressureLoad:
+    """What loads that are stated as a pressure have in common.
+
+    A load at time -1 is an initial load: it is part of the initial stress and causes no settlement.
+    """
+
+    name: str
+    time: float
+
+    @property
+    def is_initial(self) -> bool:
+        """Whether the load belongs to the initial state."""
+        return self.time < 0
+
+    def submerged(self, _settlement: SurfaceSettlement, /) -> Self:
+        """Return the load as it is: a pressure has no height that could come under water."""
+        return self

@@ -13,13 +13,13 @@ import numpy as np
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.cross_section import Polyline
-from sembra.local.worker.loads.spreading import Distribution
+from sembra.local.worker.loads.columns import cut
+from sembra.local.worker.loads.spreading import Spreading
 from sembra.local.worker.loads.strip_load import Fill, StripLoad
 from sembra.local.worker.loads.strips import Strips
 
 _LEVEL_TOLERANCE = 1e-6
 _WIDTH_TOLERANCE = 1e-9
-_MOST_STRIPS = 10_000
 
 
 @dataclass(frozen=True)
@@ -44,17 +44,12 @@ class Embankment:
 
 @dataclass(frozen=True)
 class Site:
-    """What embankments stand on, and how their stress spreads.
-
-    `sliced` tells that it spreads within the loads as well as below them.
-    """
+    """What embankments stand on, and how their stress spreads."""
 
     surface: Polyline
     phreatic_line: Polyline
     water_unit_weight: float
-    strip_width: float
-    distribution: Distribution
-    sliced: bool = False
+    spreading: Spreading
 
 
 def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad]:
@@ -93,8 +88,8 @@ def _strip_load(embankments: Sequence[Embankment], index: int, site: Site) -> St
             base=base,
             height=np.abs(outlines[1] - surfaces[1]),
             slope=(after - before) / (2 * quarter),
-            distribution=site.distribution,
-            sliced=site.sliced,
+            distribution=site.spreading.distribution,
+            sliced=site.spreading.within_loads,
         ),
         fill=Fill(embankment.unit_weight_dry, embankment.unit_weight_wet, site.water_unit_weight),
         water_levels=site.phreatic_line.levels(middles),
@@ -113,29 +108,7 @@ def _edges(embankments: Sequence[Embankment], index: int, site: Site) -> tuple[F
         raise WorkerError(f'The load "{name}" reaches beyond the limits of the ground.')
     lines = [ground, outline, *(embankments[i].outline for i in _below(embankments, index))]
     places = [x for line in lines for x, _ in line.points if outline.start <= x <= outline.end]
-    return cut(np.unique(places), site.strip_width, name)
-
-
-def cut(vertices: Floats, width: float, name: str) -> tuple[Floats, Floats]:
-    """Return the left and right edges of columns between vertices; the last is what remains.
-
-    Args:
-        vertices: places where columns restart, in ascending order, in metres.
-        width: width of the columns, in metres.
-        name: name of the load, for the error.
-
-    Raises:
-        WorkerError: there would be too many columns.
-    """
-    lengths = np.diff(vertices)
-    counts = np.ceil(lengths / width - _WIDTH_TOLERANCE)
-    if counts.sum() > _MOST_STRIPS:
-        raise WorkerError(f'The load "{name}" has too many columns.')
-    edges = [
-        start + width * np.arange(count) for start, count in zip(vertices[:-1], counts, strict=True)
-    ]
-    left = np.concatenate([np.empty(0), *edges])
-    return left, np.append(left, vertices[-1:])[1:]
+    return cut(np.unique(places), site.spreading.non_uniform_width, f'The load "{name}"')
 
 
 def _below(embankments: Sequence[Embankment], index: int) -> list[int]:

@@ -10,6 +10,7 @@ These are the distributions of Fröhlich (1934) with the concentration factors 3
 """
 
 import math
+from dataclasses import dataclass
 from enum import IntEnum
 
 import numpy as np
@@ -22,6 +23,22 @@ class Distribution(IntEnum):
 
     BUISMAN = 0
     BOUSSINESQ = 1
+
+
+@dataclass(frozen=True)
+class Spreading:
+    """How the stress by loads spreads.
+
+    `within_loads` tells that it spreads within non-uniform loads as well as below them. The widths
+    in metres are those of the columns that loads and the soil above an imaginary surface are cut
+    into.
+    """
+
+    distribution: Distribution
+    within_loads: bool
+    non_uniform_width: float
+    trapeziform_width: float
+    imaginary_surface_width: float
 
 
 def strip_share(distribution: Distribution, left: Floats, right: Floats, depth: Floats) -> Floats:

@@ -1,0 +1,46 @@
+"""How loads are cut into columns."""
+
+import numpy as np
+
+from sembra.local.worker.arrays import Floats
+from sembra.local.worker.errors import WorkerError
+
+_WIDTH_TOLERANCE = 1e-9
+_MOST_COLUMNS = 10_000
+
+
+def check_count(count: float, what: str) -> None:
+    """Refuse what would take too many columns to calculate with.
+
+    Args:
+        count: how many there would be.
+        what: what is cut into columns, at the beginning of a sentence.
+
+    Raises:
+        WorkerError: there would be too many.
+    """
+    if count > _MOST_COLUMNS:
+        raise WorkerError(
+            f"{what} would be cut into {count:.0f} columns, which are more than {_MOST_COLUMNS}. "
+            "Make the load column width greater."
+        )
+
+
+def cut(vertices: Floats, width: float, what: str) -> tuple[Floats, Floats]:
+    """Return the left and right edges of columns between vertices; the last is what remains.
+
+    Args:
+        vertices: places where columns restart, in ascending order, in metres.
+        width: width of the columns, in metres.
+        what: what is cut into columns, at the beginning of a sentence.
+
+    Raises:
+        WorkerError: there would be too many columns.
+    """
+    counts = np.ceil(np.diff(vertices) / width - _WIDTH_TOLERANCE)
+    check_count(counts.sum(), what)
+    edges = [
+        start + width * np.arange(count) for start, count in zip(vertices[:-1], counts, strict=True)
+    ]
+    left = np.concatenate([np.empty(0), *edges])
+    return left, np.append(left, vertices[-1:])[1:]
