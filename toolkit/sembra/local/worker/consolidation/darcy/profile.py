@@ -85,5 +85,17 @@ class Row:
 
     def means(self, at_nodes: Floats) -> Floats:
         """Return the mean of the values at the two ends of each element."""
-        mean: Floats = at_nodes[..., self.nodes].mean(axis=-2)
+        upper, lower = self.nodes
+        mean: Floats = (at_nodes[..., upper] + at_nodes[..., lower]) / 2
         return mean
+
+    def settlements(self, strain: Floats) -> list[Floats]:
+        """Return the settlement of the nodes of each profile by the strain of the elements."""
+        compression = np.zeros(len(self.free))
+        compression[self.nodes[0]] = strain * self.heights
+        from_below = np.append(np.cumsum(compression[::-1])[::-1], 0.0)
+        starts = [0, *self._ends[:-1]]
+        return [
+            from_below[start:end] - from_below[end]
+            for start, end in zip(starts, self._ends, strict=True)
+        ]

@@ -105,7 +105,7 @@ class DarcyRun:
         """
         self._diffusivity[0] = self._diffusivity_at(self._strain[0])
         for step in range(len(self._times) - 1):
-            self._go(step, np.concatenate(loading(step, self._settlements(step))))
+            self._go(step, np.concatenate(loading(step, self._row.settlements(self._strain[step]))))
         part = self._row.part
         return [
             Course(
@@ -183,15 +183,6 @@ class DarcyRun:
         return np.concatenate(
             [profile.pressure_in_drains(time, unit_weight) for profile in self._profiles]
         )
-
-    def _settlements(self, step: int) -> list[Floats]:
-        """Return the settlement of the nodes of each profile."""
-        compression = self._strain[step] * self._row.heights
-        parts = [
-            self._row.part(number, compression, of_elements=True)
-            for number in range(len(self._profiles))
-        ]
-        return [np.append(np.cumsum(part[::-1])[::-1], 0.0) for part in parts]
 
     def _check_permeability(self) -> None:
         permeability = self._permeability.at(np.zeros_like(self._initial))

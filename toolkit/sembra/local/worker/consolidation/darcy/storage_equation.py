@@ -110,9 +110,7 @@ class StorageEquation:
             + now.remembered.flow
         )
         kept = (
-            source.mean * given.mean(axis=0)
-            + change.mean * now.before.mean(axis=0)
-            + now.remembered.inside
+            source.mean * _middle(given) + change.mean * _middle(now.before) + now.remembered.inside
         )
         total = now.total - kept
         carried = 1 - change.mean
@@ -131,7 +129,7 @@ class StorageEquation:
                 now.conductance * (known + by_creep * constant),
             )
             ends = pressure[self._nodes]
-            wanted = total - carried * ends.mean(axis=0)
+            wanted = total - carried * _middle(ends)
             linear = constant - gradient * (total - wanted)
             fall = np.maximum(np.minimum(wanted / stress - 1, 0.0), -_LARGEST_FALL)
             stress = np.maximum(
@@ -158,3 +156,8 @@ class StorageEquation:
         diagonal[self._held] = 1.0
         target[self._held] = 0.0
         return solve_tridiagonal(diagonal, beside, target)
+
+
+def _middle(ends: Floats) -> Floats:
+    middle: Floats = (ends[0] + ends[1]) / 2
+    return middle
