@@ -99,11 +99,13 @@ void release(void* module) {
 }
 
 constexpr const char* documentation =
-    "D-Settlement calculations: models in memory, input files, analyses and their results.\n\n"
-    "Build a Model1D or a Model2D, call its generate_input_file, hand the file to a\n"
-    "DSettlementAnalysis, execute it, and read the result file with an OutputFileParser.\n\n"
-    "Units throughout: metres for levels and coordinates, days for times, kN/m³ for unit weights,\n"
-    "kPa for pressures. Nothing is converted.";
+    R"(D-Settlement calculations: models in memory, input files, analyses and their results.
+
+Build a Model1D or a Model2D, call its generate_input_file, hand the file to a
+DSettlementAnalysis, execute it, and read the result file with an OutputFileParser.
+
+Units throughout: metres for levels and coordinates, days for times, kN/m³ for unit weights,
+kPa for pressures. Nothing is converted.)";
 
 }  // namespace
 

@@ -84,40 +84,44 @@ Ref get_sld_file(State& state, Arguments arguments) {
 
 void define_analysis_job(host::Module& module, State& state) {
   host::ClassBody body(module, "DSettlementAnalysis",
-                       "One D-Settlement calculation on a worker.\n\n"
-                       "    analysis = DSettlementAnalysis(model.generate_input_file())\n"
-                       "    analysis.execute(timeout=60)\n"
-                       "    parser = OutputFileParser(analysis.get_sld_file())");
+                       R"(One D-Settlement calculation on a worker.
+
+    analysis = DSettlementAnalysis(model.generate_input_file())
+    analysis.execute(timeout=60)
+    parser = OutputFileParser(analysis.get_sld_file()))");
   body.declare("input_file", "BytesIO | File");
   body.add(state, host::method<init>("__init__", init_parameters,
-                                     "Keep the input file, which is read when the job starts.\n\n"
-                                     "input_file: content of an input file (.sli), as a BytesIO or "
-                                     "a File."));
+                                     R"(Keep the input file, which is read when the job starts.
+
+input_file: content of an input file (.sli), as a BytesIO or a File.)"));
   body.add(state, host::method<handle_execution_error>(
                       "_handle_execution_error", message_parameters,
-                      "Raise the exception that stands for a known error message of the worker.\n\n"
-                      "message: what the worker reported; an unknown one is left to the caller."));
+                      R"(Raise the exception that stands for a known error message of the worker.
+
+message: what the worker reported; an unknown one is left to the caller.)"));
   body.add(state,
            host::method<generate_job_content>(
                "_generate_job_content", "Return the job for the worker: the input file in base64.")
                .returning("_JobContent"));
   body.add(state,
-           host::method<get_output_file>(
-               "get_output_file", output_parameters,
-               "Return an output file of the finished calculation.\n\n"
-               "extension: one of \".sld\", \".slo\", \".error.log\" and \".err\".\n"
-               "as_file: whether to return a File instead of a BytesIO.\n\n"
-               "Returns the content as a BytesIO or a File, or None if there is no such output.")
+           host::method<get_output_file>("get_output_file", output_parameters,
+                                         R"(Return an output file of the finished calculation.
+
+extension: one of ".sld", ".slo", ".error.log" and ".err".
+as_file: whether to return a File instead of a BytesIO.
+
+Returns the content as a BytesIO or a File, or None if there is no such output.)")
                .returning("BytesIO | File | None"));
-  body.add(state, host::method<get_sld_file>(
-                      "get_sld_file", sld_parameters,
-                      "Return the result file (.sld) of the finished calculation.\n\n"
-                      "as_file: whether to return a File instead of a StringIO.\n\n"
-                      "Returns the text as a StringIO at its start, for OutputFileParser, or a "
-                      "File.\n\n"
-                      "Raises ValueError if there is no such output, UnicodeDecodeError if it is "
-                      "not UTF-8.")
-                      .returning("StringIO | File"));
+  body.add(state,
+           host::method<get_sld_file>("get_sld_file", sld_parameters,
+                                      R"(Return the result file (.sld) of the finished calculation.
+
+as_file: whether to return a File instead of a StringIO.
+
+Returns the text as a StringIO at its start, for OutputFileParser, or a File.
+
+Raises ValueError if there is no such output, UnicodeDecodeError if it is not UTF-8.)")
+               .returning("StringIO | File"));
   state.analysis = body.make({state.toolkit.external_program.original()});
 }
 

@@ -76,31 +76,30 @@ Ref make_file(State& state, Arguments arguments) {
 }  // namespace
 
 constinit const host::Operation<State> generate_input =
-    host::method<make_document>(
-        "_generate_input", document_parameters,
-        "Return the complete document of the model, as a new mapping.\n\n"
-        "metadata: identification block; one with all defaults if it is not given.\n"
-        "dissipation_calculation: vertical at which dissipation is calculated, or None.\n\n"
-        "Raises ModelError if the model is not fit to be calculated.")
+    host::method<make_document>("_generate_input", document_parameters,
+                                R"(Return the complete document of the model, as a new mapping.
+
+metadata: identification block; one with all defaults if it is not given.
+dissipation_calculation: vertical at which dissipation is calculated, or None.
+
+Raises ModelError if the model is not fit to be calculated.)")
         .returning("dict[str, Any]");
 
 constinit const host::Operation<State> generate_input_file =
-    host::method<make_file>(
-        "generate_input_file", file_parameters,
-        "Check the model and return its D-Settlement input file (.sli).\n\n"
-        "metadata: identification block of the file; one with all defaults if it is not given.\n"
-        "dissipation_calculation: vertical of the model at which a dissipation calculation is "
-        "added,\n"
-        "    or None for no such calculation.\n"
-        "as_file: whether to return a File instead of a BytesIO.\n\n"
-        "Returns the content of the file in UTF-8, as a BytesIO at its start, or as a File. The "
-        "model\n"
-        "stays as it is, and the same model gives the same file, unless the metadata asks for date "
-        "or\n"
-        "time.\n\n"
-        "Raises ModelError if the model is not fit to be calculated; no request is made then. "
-        "Raises\n"
-        "Exception, with the InternalError as its cause, if the template-filling service fails.")
+    host::method<make_file>("generate_input_file", file_parameters,
+                            R"(Check the model and return its D-Settlement input file (.sli).
+
+metadata: identification block of the file; one with all defaults if it is not given.
+dissipation_calculation: vertical of the model at which a dissipation calculation is added,
+    or None for no such calculation.
+as_file: whether to return a File instead of a BytesIO.
+
+Returns the content of the file in UTF-8, as a BytesIO at its start, or as a File. The model
+stays as it is, and the same model gives the same file, unless the metadata asks for date or
+time.
+
+Raises ModelError if the model is not fit to be calculated; no request is made then. Raises
+Exception, with the InternalError as its cause, if the template-filling service fails.)")
         .returning("BytesIO | File");
 
 }  // namespace dsettlement::analysis

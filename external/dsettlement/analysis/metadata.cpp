@@ -81,21 +81,24 @@ Ref serialize(State& state, Arguments arguments) {
 
 void define_metadata(host::Module& module, State& state) {
   constexpr const char* fields =
-      "file_name: name of the input file as the file itself tells it.\n"
-      "company: company that the calculation is made for.\n"
-      "created_by: who or what made the file.\n"
-      "title_1, title_2, title_3: titles of the calculation, at most 50 characters each.\n"
-      "write_date: whether the date of generation is written; else 01/01/1900.\n"
-      "write_time: whether the time of generation is written; else 00:00:00.\n\n"
-      "Raises ModelError for the first title that is too long.";
+      R"(file_name: name of the input file as the file itself tells it.
+company: company that the calculation is made for.
+created_by: who or what made the file.
+title_1, title_2, title_3: titles of the calculation, at most 50 characters each.
+write_date: whether the date of generation is written; else 01/01/1900.
+write_time: whether the time of generation is written; else 00:00:00.
+
+Raises ModelError for the first title that is too long.)";
   host::ClassBody body(module, "Metadata",
-                       "The identification block of an input file.\n\nDoesn't change after "
-                       "construction and serves any number of generations.");
+                       R"(The identification block of an input file.
+
+Doesn't change after construction and serves any number of generations.)");
   body.add(state, host::method<init>("__init__", init_parameters, fields));
   body.add(state, host::method<serialize>(
                       "_serialize",
-                      "Return the identification block as a new mapping of str to str.\n\n"
-                      "Date and time are those of this call.")
+                      R"(Return the identification block as a new mapping of str to str.
+
+Date and time are those of this call.)")
                       .returning("dict[str, str]"));
   state.metadata = body.make();
 }

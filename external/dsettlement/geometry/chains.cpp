@@ -139,55 +139,60 @@ Ref register_pl_line(State& state, Arguments arguments) {
 }  // namespace
 
 constinit const host::Operation<State> curves_of_model =
-    host::property<list_curves>("_curves",
-                                "The curves of all boundaries from low to high, then those of all "
-                                "pl-lines, as a new list.\n\n"
-                                "A curve that several chains share occurs once per chain.")
+    host::property<list_curves>(
+        "_curves",
+        R"(The curves of all boundaries from low to high, then those of all pl-lines, as a new list.
+
+A curve that several chains share occurs once per chain.)")
         .returning("list[_Curve]");
 
 constinit const host::Operation<State> create_curves =
     host::method<make_curves>("_create_curves", points_parameters,
-                              "Return the curves between neighbouring points as a new list.\n\n"
-                              "points: from the left limit of the model to the right.\n\n"
-                              "Raises ModelError if the first or the last point is off its limit, "
-                              "or if two neighbours are\n"
-                              "equal; IndexError if there is no point.")
+                              R"(Return the curves between neighbouring points as a new list.
+
+points: from the left limit of the model to the right.
+
+Raises ModelError if the first or the last point is off its limit, or if two neighbours are
+equal; IndexError if there is no point.)")
         .returning("list[_Curve]");
 
 constinit const host::Operation<State> create_curve =
     host::method<make_curve>(
         "_create_curve", curve_parameters,
-        "Return the curve between two points: the first equal one of the model, or a new one.\n\n"
-        "p1, p2: the points.\n\n"
-        "Raises ModelError if the points are equal.")
+        R"(Return the curve between two points: the first equal one of the model, or a new one.
+
+p1, p2: the points.
+
+Raises ModelError if the points are equal.)")
         .returning("_Curve");
 
 constinit const host::Operation<State> create_boundary =
     host::method<register_boundary>(
         "_create_boundary", points_parameters,
-        "Return the boundary through the points: the equal one of the model, or a new one.\n\n"
-        "points: from the left limit of the model to the right.\n\n"
-        "A new boundary takes its place among the others by its area above y = 0.\n\n"
-        "Raises ModelError if the points do not run from limit to limit or not from left to right; "
-        "the\n"
-        "model then stays as it is.")
+        R"(Return the boundary through the points: the equal one of the model, or a new one.
+
+points: from the left limit of the model to the right.
+
+A new boundary takes its place among the others by its area above y = 0.
+
+Raises ModelError if the points do not run from limit to limit or not from left to right; the
+model then stays as it is.)")
         .returning("_Boundary");
 
 constinit const host::Operation<State> create_pl_line =
-    host::method<register_pl_line>(
-        "create_pl_line", pl_line_parameters,
-        "Create a piezometric level line, or find it again.\n\n"
-        "points: made with create_point, from the left limit of the model to the right; two points "
-        "may\n"
-        "    share an x coordinate.\n"
-        "is_phreatic: whether to set the current pl-line as the phreatic line. A model has one\n"
-        "    phreatic line, which stays; for a pl-line that exists already this is not looked "
-        "at.\n\n"
-        "Returns the pl-line; if the model has one along the same points, that one.\n\n"
-        "Raises ModelError if the points do not run from limit to limit, if neighbours are equal "
-        "or do\n"
-        "not run from left to right; the model then stays as it is. Raises ModelError too if the\n"
-        "phreatic line is set already; the new pl-line is kept then.")
+    host::method<register_pl_line>("create_pl_line", pl_line_parameters,
+                                   R"(Create a piezometric level line, or find it again.
+
+points: made with create_point, from the left limit of the model to the right; two points may
+    share an x coordinate.
+is_phreatic: whether to set the current pl-line as the phreatic line. A model has one
+    phreatic line, which stays; for a pl-line that exists already this is not looked at.
+
+Returns the pl-line; if the model has one along the same points, that one.
+
+Raises ModelError if the points do not run from limit to limit, if neighbours are equal or do
+not run from left to right; the model then stays as it is. Raises ModelError too if the
+phreatic line is set already; the new pl-line is kept then.)")
         .returning("_PlLine");
 
 }  // namespace dsettlement::geometry

@@ -56,24 +56,28 @@ Ref show(State& state, Arguments arguments) {
 
 void define_curve(host::Module& module, State& state) {
   host::ClassBody body(module, "_Curve",
-                       "A straight segment between two points, from the lower x to the higher.\n\n"
-                       "Curves are equal if both end points are, so that the order in which the "
-                       "points were given\nmatters for vertical curves only.");
-  body.add(state, host::method<init>("__init__", init_parameters,
-                                     "Order the two points by x; points with the same x keep their "
-                                     "order.\n\n"
-                                     "p1, p2: the end points, kept as the very objects.\n\n"
-                                     "Raises ModelError if the points are equal."));
+                       R"(A straight segment between two points, from the lower x to the higher.
+
+Curves are equal if both end points are, so that the order in which the points were given
+matters for vertical curves only.)");
+  body.add(state,
+           host::method<init>("__init__", init_parameters,
+                              R"(Order the two points by x; points with the same x keep their order.
+
+p1, p2: the end points, kept as the very objects.
+
+Raises ModelError if the points are equal.)"));
   body.add(state, host::property<p1>("p1", "End point with the lower x.").returning("_Point"));
   body.add(state, host::property<p2>("p2", "End point with the higher x.").returning("_Point"));
   body.add(
       state,
       host::method<equals>("__eq__", other_parameters, "Return self == other.").returning("bool"));
   body.add(state, host::method<hash>("__hash__", "Return hash(self).").returning("int"));
-  body.add(state, host::method<show>("__repr__",
-                                     "Return the text form, such as "
-                                     "\"_Curve(_Point(0, 1.0), _Point(2, 1.0))\".")
-                      .returning("str"));
+  body.add(state,
+           host::method<show>(
+               "__repr__",
+               R"doc(Return the text form, such as "_Curve(_Point(0, 1.0), _Point(2, 1.0))".)doc")
+               .returning("str"));
   state.fields_of_curves.add_to(body);
   state.curve = body.make();
 }

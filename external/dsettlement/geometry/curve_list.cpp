@@ -105,14 +105,15 @@ void note_change(State& state, Handle /*curve_list*/) {
 
 void define_curve_lists(host::Module& module, State& state) {
   host::ClassBody curve_list(module, "_CurveList", " Boundaries and Pl-lines are curve lists. ");
-  curve_list.add(state,
-                 host::method<init>("__init__", init_parameters,
-                                    " Consist of only unique curves; guaranteed upon creation of "
-                                    "_Boundary and _PlLine. \n\n"
-                                    "curves: the chain from left to right; the list is kept, not "
-                                    "copied.\n\n"
-                                    "Raises AssertionError if a curve does not begin where the one "
-                                    "before it ends."));
+  curve_list.add(
+      state,
+      host::method<init>(
+          "__init__", init_parameters,
+          R"( Consist of only unique curves; guaranteed upon creation of _Boundary and _PlLine. 
+
+curves: the chain from left to right; the list is kept, not copied.
+
+Raises AssertionError if a curve does not begin where the one before it ends.)"));
   curve_list.add(
       state,
       host::method<equals>("__eq__", other_parameters, "Return self == other.").returning("bool"));
@@ -120,17 +121,20 @@ void define_curve_lists(host::Module& module, State& state) {
   curve_list.add(state,
                  host::property<curves>("curves", "The curves from left to right, as a new list.")
                      .returning("list[_Curve]"));
-  curve_list.add(state, host::property<points>("points",
-                                               "The points from left to right, as a new list: one "
-                                               "more than there are curves.\n\n"
-                                               "Raises IndexError if there is no curve.")
-                            .returning("list[_Point]"));
+  curve_list.add(
+      state, host::property<points>(
+                 "points",
+                 R"(The points from left to right, as a new list: one more than there are curves.
+
+Raises IndexError if there is no curve.)")
+                 .returning("list[_Point]"));
   curve_list.add(state, host::method<area_above_horizontal>(
                             "area_above_horizontal", area_parameters,
-                            " Area above horizontal line defined by y-coordinate. \n\n"
-                            "y: level of the line [m].\n\n"
-                            "Returns the area by the trapezium rule [m²]; what lies below the line "
-                            "counts negative.")
+                            R"( Area above horizontal line defined by y-coordinate. 
+
+y: level of the line [m].
+
+Returns the area by the trapezium rule [m²]; what lies below the line counts negative.)")
                             .returning("float"));
   curve_list.add("_curves", state.chain_curves.watch<State, note_change>(state.field_type,
                                                                          module.object(), state));

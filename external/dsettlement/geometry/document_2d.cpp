@@ -122,11 +122,11 @@ Ref list_layers(State& state, Arguments arguments) {
 constinit const host::Operation<State> serialize_2d =
     host::method<make_document>(
         "_serialize",
-        "Return the model's document as a new mapping: what all models share, then 'model_type',\n"
-        "'points', 'curves', 'boundaries', 'pl_lines', 'layers' and 'phreatic_line'.\n\n"
-        "A reference is the number of the first equal entry. Raises ValueError if a chain has a "
-        "point\n"
-        "or a layer a pl-line that the model does not know.")
+        R"(Return the model's document as a new mapping: what all models share, then 'model_type',
+'points', 'curves', 'boundaries', 'pl_lines', 'layers' and 'phreatic_line'.
+
+A reference is the number of the first equal entry. Raises ValueError if a chain has a point
+or a layer a pl-line that the model does not know.)")
         .returning("dict[str, Any]");
 
 constinit const host::Operation<State> serialize_points =
@@ -142,23 +142,23 @@ constinit const host::Operation<State> serialize_curves =
         .returning("list[tuple[int, int]]");
 
 constinit const host::Operation<State> serialize_boundaries =
-    host::method<list_boundaries>("_serialize_boundaries",
-                                  "Return a new list with the curve numbers of each boundary, from "
-                                  "low to high, counted from 1.")
+    host::method<list_boundaries>(
+        "_serialize_boundaries",
+        R"(Return a new list with the curve numbers of each boundary, from low to high, counted from 1.)")
         .returning("list[list[int]]");
 
 constinit const host::Operation<State> serialize_pl_lines =
-    host::method<list_pl_lines>("_serialize_pl_lines",
-                                "Return a new list with the curve numbers of each pl-line, in the "
-                                "order of creation, counted\n"
-                                "from 1.")
+    host::method<list_pl_lines>(
+        "_serialize_pl_lines",
+        R"(Return a new list with the curve numbers of each pl-line, in the order of creation, counted
+from 1.)")
         .returning("list[list[int]]");
 
 constinit const host::Operation<State> serialize_layers =
-    host::method<list_layers>("_serialize_layers",
-                              "Return a new list with the material, boundaries and pl-lines of "
-                              "each layer, the bottom layer\n"
-                              "first. Boundaries are counted from 0, pl-lines from 1.")
+    host::method<list_layers>(
+        "_serialize_layers",
+        R"(Return a new list with the material, boundaries and pl-lines of each layer, the bottom layer
+first. Boundaries are counted from 0, pl-lines from 1.)")
         .returning("list[dict[str, Any]]");
 
 }  // namespace dsettlement::geometry

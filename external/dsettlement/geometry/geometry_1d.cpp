@@ -33,10 +33,11 @@ void check_layers(const State& state, Handle bottom_level, Handle layers) {
       return !host::compare(top, Py_GE, top_of(above));
     };
     if (above && !is_below()) {
-      host::raise(model_error,
-                  host::text("Each layer should have a top level lower than the layer above it "
-                             "(layer {})",
-                             {host::integer(position)}));
+      host::raise(
+          model_error,
+          host::text(
+              R"(Each layer should have a top level lower than the layer above it (layer {}))",
+              {host::integer(position)}));
     }
     above = layer;
   });
@@ -81,32 +82,36 @@ Ref serialize(State& state, Arguments arguments) {
 
 void define_geometry_1d(host::Module& module, State& state) {
   host::ClassBody body(module, "_Geometry1D",
-                       "A column of horizontal layers above a bottom level.\n\n"
-                       "A layer reaches down to the top of the next one, the last to the bottom "
-                       "level.\n\nphreatic_level: [m], or None.");
+                       R"(A column of horizontal layers above a bottom level.
+
+A layer reaches down to the top of the next one, the last to the bottom level.
+
+phreatic_level: [m], or None.)");
   body.declare("phreatic_level", "float | None");
-  body.add(state, host::method<init>(
-                      "__init__", init_parameters,
-                      "Check the order of the levels and keep the values, the list of layers "
-                      "included.\n\n"
-                      "bottom_level: bottom level of the bottom-most layer [m].\n"
-                      "layers: pairs of top level [m] and material name, from top to bottom.\n"
-                      "phreatic_level: [m], or None; compared with nothing.\n\n"
-                      "Raises ModelError if there is no layer or a level is not below the one "
-                      "above it."));
+  body.add(state,
+           host::method<init>(
+               "__init__", init_parameters,
+               R"(Check the order of the levels and keep the values, the list of layers included.
+
+bottom_level: bottom level of the bottom-most layer [m].
+layers: pairs of top level [m] and material name, from top to bottom.
+phreatic_level: [m], or None; compared with nothing.
+
+Raises ModelError if there is no layer or a level is not below the one above it.)"));
   body.add(state, host::property<bottom_level>("bottom_level",
                                                "Bottom level of the bottom-most layer [m].")
                       .returning("float"));
   body.add(state, host::property<top_level>("top_level", "Top level of the first layer [m].")
                       .returning("float"));
-  body.add(state, host::property<layers>("layers",
-                                         "Pairs of top level [m] and material name, from top to "
-                                         "bottom, as a new list.")
-                      .returning("list[tuple[float, str]]"));
-  body.add(state, host::method<serialize>("_serialize",
-                                          "Return the geometry's part of the document as a new "
-                                          "mapping.")
-                      .returning("dict[str, Any]"));
+  body.add(state,
+           host::property<layers>(
+               "layers",
+               R"(Pairs of top level [m] and material name, from top to bottom, as a new list.)")
+               .returning("list[tuple[float, str]]"));
+  body.add(state,
+           host::method<serialize>(
+               "_serialize", R"(Return the geometry's part of the document as a new mapping.)")
+               .returning("dict[str, Any]"));
   state.geometry_1d = body.make();
 }
 

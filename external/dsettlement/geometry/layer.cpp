@@ -49,29 +49,31 @@ Ref pl_line_bottom(State& state, Arguments arguments) {
 }  // namespace
 
 void define_layer(host::Module& module, State& state) {
-  host::ClassBody body(module, "_Layer",
-                       "The soil between two boundaries, with the pressure at its top and at its "
-                       "bottom.\n\nEach object is equal only to itself.");
-  body.add(state, host::method<init>(
-                      "__init__", init_parameters,
-                      "Keep the five values; nothing is checked.\n\n"
-                      "boundary_top, boundary_bottom: boundaries at the top and at the bottom.\n"
-                      "material: name of the material.\n"
-                      "pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, or 0 for "
-                      "no pressure, or\n    99 for interpolation."));
+  host::ClassBody body(
+      module, "_Layer",
+      R"(The soil between two boundaries, with the pressure at its top and at its bottom.
+
+Each object is equal only to itself.)");
+  body.add(state, host::method<init>("__init__", init_parameters,
+                                     R"(Keep the five values; nothing is checked.
+
+boundary_top, boundary_bottom: boundaries at the top and at the bottom.
+material: name of the material.
+pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, or 0 for no pressure, or
+    99 for interpolation.)"));
   body.add(state, host::property<material>("material", "Name of the material.").returning("str"));
   body.add(
       state,
       host::property<boundary_top>("boundary_top", "Boundary at the top.").returning("_Boundary"));
   body.add(state, host::property<boundary_bottom>("boundary_bottom", "Boundary at the bottom.")
                       .returning("_Boundary"));
-  body.add(state, host::property<pl_line_top>("pl_line_top",
-                                              "Pl-line at the top, or 0 for no pressure, or 99 for "
-                                              "interpolation.")
+  body.add(state, host::property<pl_line_top>(
+                      "pl_line_top",
+                      R"(Pl-line at the top, or 0 for no pressure, or 99 for interpolation.)")
                       .returning("_PlLine | int"));
-  body.add(state, host::property<pl_line_bottom>("pl_line_bottom",
-                                                 "Pl-line at the bottom, or 0 for no pressure, or "
-                                                 "99 for interpolation.")
+  body.add(state, host::property<pl_line_bottom>(
+                      "pl_line_bottom",
+                      R"(Pl-line at the bottom, or 0 for no pressure, or 99 for interpolation.)")
                       .returning("_PlLine | int"));
   state.layer = body.make();
 }

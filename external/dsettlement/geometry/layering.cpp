@@ -63,29 +63,23 @@ Ref stack_layer(State& state, Arguments arguments) {
 }  // namespace
 
 constinit const host::Operation<State> create_layer =
-    host::method<stack_layer>(
-        "create_layer", parameters,
-        "Define layers from bottom to top.\n\n"
-        "boundary_top: points of the boundary at the top, made with create_point, from the left "
-        "limit\n"
-        "    of the model to the right; two points may share an x coordinate.\n"
-        "material: name of the material, made with create_material or one of the default "
-        "materials.\n"
-        "pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, made with "
-        "create_pl_line,\n"
-        "    or 0 for no pressure, or 99 for interpolation, which neither the bottom of the first "
-        "layer\n"
-        "    nor the top of the last may have.\n\n"
-        "Returns the new layer. It lies on the layer created before it, the first one on the "
-        "lowest\n"
-        "boundary of the model.\n\n"
-        "Raises ModelError if the material does not exist, if a pl-line is another integer than 0 "
-        "and\n"
-        "99, if the bottom of the first layer is 99, or if the points do not run from limit to "
-        "limit\n"
-        "or not from left to right; the model then stays as it is. Raises ModelError too if top "
-        "and\n"
-        "bottom are the same; a new boundary is kept then.")
+    host::method<stack_layer>("create_layer", parameters,
+                              R"(Define layers from bottom to top.
+
+boundary_top: points of the boundary at the top, made with create_point, from the left limit
+    of the model to the right; two points may share an x coordinate.
+material: name of the material, made with create_material or one of the default materials.
+pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, made with create_pl_line,
+    or 0 for no pressure, or 99 for interpolation, which neither the bottom of the first layer
+    nor the top of the last may have.
+
+Returns the new layer. It lies on the layer created before it, the first one on the lowest
+boundary of the model.
+
+Raises ModelError if the material does not exist, if a pl-line is another integer than 0 and
+99, if the bottom of the first layer is 99, or if the points do not run from limit to limit
+or not from left to right; the model then stays as it is. Raises ModelError too if top and
+bottom are the same; a new boundary is kept then.)")
         .returning("_Layer");
 
 }  // namespace dsettlement::geometry

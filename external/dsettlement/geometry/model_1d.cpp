@@ -115,47 +115,52 @@ Ref max_vertical_drains(State& state, Arguments arguments) {
 }
 
 constexpr const char* class_documentation =
-    "Model for a 1D D-Settlement analysis.\n\n"
-    "The soil is one column: layers above a bottom level, with a phreatic level and one vertical "
-    "at\n"
-    "x = 0. A new model has one layer of \"Undetermined\" from 0.0 down to -10.0 m.\n\n"
-    "    model = Model1D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI)\n"
-    "    model.create_material(\"my_mat\", 21.0, 19.0, color=Color(0, 0, 0))\n"
-    "    model.update_geometry(-1.0, [(1.0, \"Loam\"), (0.0, \"my_mat\")], phreatic_level=-3.0)\n"
-    "    model.create_uniform_load(\"my_load\", 0, 18.0, 0.5, 1.5)\n"
-    "    model.set_calculation_times(100, 1000, 10000)\n"
-    "    input_file = model.generate_input_file()\n\n"
-    "Units: metres for levels, days for times, kN/m³ for unit weights, kPa for pressures. Values\n"
-    "are kept as given; nothing is converted.";
+    R"(Model for a 1D D-Settlement analysis.
+
+The soil is one column: layers above a bottom level, with a phreatic level and one vertical at
+x = 0. A new model has one layer of "Undetermined" from 0.0 down to -10.0 m.
+
+    model = Model1D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI)
+    model.create_material("my_mat", 21.0, 19.0, color=Color(0, 0, 0))
+    model.update_geometry(-1.0, [(1.0, "Loam"), (0.0, "my_mat")], phreatic_level=-3.0)
+    model.create_uniform_load("my_load", 0, 18.0, 0.5, 1.5)
+    model.set_calculation_times(100, 1000, 10000)
+    input_file = model.generate_input_file()
+
+Units: metres for levels, days for times, kN/m³ for unit weights, kPa for pressures. Values
+are kept as given; nothing is converted.)";
 
 constexpr const char* init_documentation =
-    "Make a model with the default geometry.\n\n"
-    "calculation_model: specifies which calculation model is used.\n"
-    "consolidation_model: specifies which consolidation model is used.\n"
-    "create_default_materials: start with default materials or none.\n"
-    "natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.\n"
-    "water_unit_weight: in [kN/m³].\n"
-    "verticals_discretization: number of elements along the vertical, from 5 to 500.\n"
-    "verticals_z_coordinate: z coordinate of the vertical [m].\n"
-    "maintain_profile: whether the profile is maintained by superelevation.\n"
-    "profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:\n"
-    "    unit weight of the superelevation [kN/m³].\n"
-    "end_of_settlement_calculation: [days]; no calculation time may lie behind it.\n"
-    "vertical_drain: parameters for vertical drains, or None (default) to disable option.\n\n"
-    "Raises ModelError if an option is out of its range, KeyError if calculation_model is not a\n"
-    "member of CalculationModel.";
+    R"(Make a model with the default geometry.
+
+calculation_model: specifies which calculation model is used.
+consolidation_model: specifies which consolidation model is used.
+create_default_materials: start with default materials or none.
+natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.
+water_unit_weight: in [kN/m³].
+verticals_discretization: number of elements along the vertical, from 5 to 500.
+verticals_z_coordinate: z coordinate of the vertical [m].
+maintain_profile: whether the profile is maintained by superelevation.
+profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:
+    unit weight of the superelevation [kN/m³].
+end_of_settlement_calculation: [days]; no calculation time may lie behind it.
+vertical_drain: parameters for vertical drains, or None (default) to disable option.
+
+Raises ModelError if an option is out of its range, KeyError if calculation_model is not a
+member of CalculationModel.)";
 
 constexpr const char* update_documentation =
-    " Overwrite the current (default if not updated before) geometry with the given data.\n\n"
-    "bottom_level: bottom level of the bottom-most layer [m].\n"
-    "layers: list of layers defined by top level [m] and material name, defined from top to "
-    "bottom.\n"
-    "    Each material is created beforehand with create_material or is one of the default\n"
-    "    materials. The list is kept, not copied.\n"
-    "phreatic_level: [m], or None; not carried over from the geometry before.\n\n"
-    "Raises ModelError if a material does not exist, if there is no layer, if a top level is not\n"
-    "below that of the layer above, or if the lowest top level is not above the bottom level. The\n"
-    "model then keeps the geometry that it had.";
+    R"( Overwrite the current (default if not updated before) geometry with the given data.
+
+bottom_level: bottom level of the bottom-most layer [m].
+layers: list of layers defined by top level [m] and material name, defined from top to bottom.
+    Each material is created beforehand with create_material or is one of the default
+    materials. The list is kept, not copied.
+phreatic_level: [m], or None; not carried over from the geometry before.
+
+Raises ModelError if a material does not exist, if there is no layer, if a top level is not
+below that of the layer above, or if the lowest top level is not above the bottom level. The
+model then keeps the geometry that it had.)";
 
 }  // namespace
 
@@ -167,17 +172,19 @@ void define_model_1d(host::Module& module, State& state) {
                       .returning("float"));
   body.add(state, host::property<top_level>("top_level", "Top level of the first layer [m].")
                       .returning("float"));
-  body.add(state, host::property<layers>("layers",
-                                         "Pairs of top level [m] and material name, from top to "
-                                         "bottom, as a new list.")
-                      .returning("list[tuple[float, str]]"));
+  body.add(state,
+           host::property<layers>(
+               "layers",
+               R"(Pairs of top level [m] and material name, from top to bottom, as a new list.)")
+               .returning("list[tuple[float, str]]"));
   body.add(state, host::property<phreatic_level>("phreatic_level", "Phreatic level [m], or None.")
                       .returning("float | None"));
   body.add(state, host::method<update_geometry>("update_geometry", update_parameters,
                                                 update_documentation));
-  body.add(state, host::method<serialize>("_serialize",
-                                          "Return the model's document as a new mapping: what all "
-                                          "models share, then\n'model_type' and 'geometry'.")
+  body.add(state, host::method<serialize>(
+                      "_serialize",
+                      R"(Return the model's document as a new mapping: what all models share, then
+'model_type' and 'geometry'.)")
                       .returning("dict[str, Any]"));
   body.add(state, host::property<min_vertical_drains>(
                       "_min_vertical_drains", "Lowest level for vertical drains [m]: the bottom.")

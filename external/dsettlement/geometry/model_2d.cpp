@@ -87,56 +87,62 @@ Ref create_point(State& state, Arguments arguments) {
 }
 
 constexpr const char* class_documentation =
-    "Model for a 2D D-Settlement analysis.\n\n"
-    "The soil is a cross-section between two limits: layers from bottom to top, each between two\n"
-    "boundaries, and pl-lines for the pressures in them. Points are created one list per boundary\n"
-    "or pl-line; what repeats is folded together.\n\n"
-    "    model = Model2D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI,\n"
-    "                    [(0.0, 0.0), (100.0, 0.0)])\n"
-    "    model.create_material(\"Clay\", 14.0, 14.0, cp=30, cp1=10, cs=300, cs1=100, cv=1e-7)\n"
-    "    pl_line = model.create_pl_line(\n"
-    "        [model.create_point(0.0, 4.0), model.create_point(100.0, 4.0)], is_phreatic=True)\n"
-    "    top = [model.create_point(x, y) for x, y in [(0.0, 5.0), (50.0, 6.0), (100.0, 5.0)]]\n"
-    "    model.create_layer(top, \"Clay\", pl_line, pl_line)\n"
-    "    model.create_vertical(50.0)\n"
-    "    model.create_non_uniform_load(\"dam\", [(0.0, 5.0), (50.0, 8.0), (100.0, 5.0)])\n"
-    "    model.set_calculation_times(100, 1000, 10000)\n"
-    "    input_file = model.generate_input_file()\n\n"
-    "Units: metres for coordinates, days for times, kN/m³ for unit weights, kPa for pressures.\n"
-    "Values are kept as given; nothing is converted.";
+    R"(Model for a 2D D-Settlement analysis.
+
+The soil is a cross-section between two limits: layers from bottom to top, each between two
+boundaries, and pl-lines for the pressures in them. Points are created one list per boundary
+or pl-line; what repeats is folded together.
+
+    model = Model2D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI,
+                    [(0.0, 0.0), (100.0, 0.0)])
+    model.create_material("Clay", 14.0, 14.0, cp=30, cp1=10, cs=300, cs1=100, cv=1e-7)
+    pl_line = model.create_pl_line(
+        [model.create_point(0.0, 4.0), model.create_point(100.0, 4.0)], is_phreatic=True)
+    top = [model.create_point(x, y) for x, y in [(0.0, 5.0), (50.0, 6.0), (100.0, 5.0)]]
+    model.create_layer(top, "Clay", pl_line, pl_line)
+    model.create_vertical(50.0)
+    model.create_non_uniform_load("dam", [(0.0, 5.0), (50.0, 8.0), (100.0, 5.0)])
+    model.set_calculation_times(100, 1000, 10000)
+    input_file = model.generate_input_file()
+
+Units: metres for coordinates, days for times, kN/m³ for unit weights, kPa for pressures.
+Values are kept as given; nothing is converted.)";
 
 constexpr const char* init_documentation =
-    "Make a model with its bottom boundary and no layer.\n\n"
-    "calculation_model: specifies which calculation model is used.\n"
-    "consolidation_model: specifies which consolidation model is used.\n"
-    "boundary_bottom: the bottom boundary of the geometry, as x-y pairs from the left limit to\n"
-    "    the right [m].\n"
-    "create_default_materials: start with default materials or none.\n"
-    "natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.\n"
-    "limits: left and right x limit of the geometry [m].\n"
-    "water_unit_weight: in [kN/m³].\n"
-    "verticals_discretization: number of elements along a vertical, from 5 to 500.\n"
-    "verticals_z_coordinate: z coordinate of the verticals [m].\n"
-    "maintain_profile: whether the profile is maintained by superelevation.\n"
-    "profile_time: time of the superelevation [days], from 0 to 100000 and not above\n"
-    "    end_of_settlement_calculation.\n"
-    "profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:\n"
-    "    unit weight of the superelevation [kN/m³].\n"
-    "end_of_settlement_calculation: [days]; no calculation time may lie behind it.\n"
-    "stress_distribution_loads: True for \"Simulate\", False for \"None\".\n"
-    "vertical_drain: parameters for vertical drains, or None (default) to disable option.\n\n"
-    "Raises ModelError if an option is out of its range or if the bottom boundary does not run\n"
-    "from limit to limit and from left to right, KeyError if calculation_model is not a member of\n"
-    "CalculationModel, IndexError if boundary_bottom is empty, ValueError if one of its entries "
-    "is\n"
-    "no pair.";
+    R"(Make a model with its bottom boundary and no layer.
+
+calculation_model: specifies which calculation model is used.
+consolidation_model: specifies which consolidation model is used.
+boundary_bottom: the bottom boundary of the geometry, as x-y pairs from the left limit to
+    the right [m].
+create_default_materials: start with default materials or none.
+natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.
+limits: left and right x limit of the geometry [m].
+water_unit_weight: in [kN/m³].
+verticals_discretization: number of elements along a vertical, from 5 to 500.
+verticals_z_coordinate: z coordinate of the verticals [m].
+maintain_profile: whether the profile is maintained by superelevation.
+profile_time: time of the superelevation [days], from 0 to 100000 and not above
+    end_of_settlement_calculation.
+profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:
+    unit weight of the superelevation [kN/m³].
+end_of_settlement_calculation: [days]; no calculation time may lie behind it.
+stress_distribution_loads: True for "Simulate", False for "None".
+vertical_drain: parameters for vertical drains, or None (default) to disable option.
+
+Raises ModelError if an option is out of its range or if the bottom boundary does not run
+from limit to limit and from left to right, KeyError if calculation_model is not a member of
+CalculationModel, IndexError if boundary_bottom is empty, ValueError if one of its entries is
+no pair.)";
 
 constexpr const char* create_point_documentation =
-    "Create a point for a boundary or a pl-line.\n\n"
-    "x: x coordinate [m].\n"
-    "y: y coordinate [m].\n\n"
-    "Returns the new point. Equal points may be created; the first of them is the one that is\n"
-    "referred to in the input file.";
+    R"(Create a point for a boundary or a pl-line.
+
+x: x coordinate [m].
+y: y coordinate [m].
+
+Returns the new point. Equal points may be created; the first of them is the one that is
+referred to in the input file.)";
 
 }  // namespace
 

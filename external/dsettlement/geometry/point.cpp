@@ -49,13 +49,14 @@ Ref show(State& state, Arguments arguments) {
 
 void define_point(host::Module& module, State& state) {
   host::ClassBody body(module, "_Point",
-                       "A point of the cross-section.\n\n"
-                       "Points are equal if both coordinates are; there is no tolerance, and "
-                       "nothing is converted.");
+                       R"(A point of the cross-section.
+
+Points are equal if both coordinates are; there is no tolerance, and nothing is converted.)");
   body.add(state, host::method<init>("__init__", init_parameters,
-                                     "Keep the coordinates as given; nothing is checked.\n\n"
-                                     "x: x coordinate [m].\n"
-                                     "y: y coordinate [m]."));
+                                     R"(Keep the coordinates as given; nothing is checked.
+
+x: x coordinate [m].
+y: y coordinate [m].)"));
   body.add(state, host::property<x>("x", "x coordinate [m].").returning("float"));
   body.add(state, host::property<y>("y", "y coordinate [m].").returning("float"));
   body.add(
@@ -63,8 +64,7 @@ void define_point(host::Module& module, State& state) {
       host::method<equals>("__eq__", other_parameters, "Return self == other.").returning("bool"));
   body.add(state, host::method<hash>("__hash__", "Return hash(self).").returning("int"));
   body.add(state, host::method<show>("__repr__",
-                                     "Return the text form, such as "
-                                     "\"_Point(25, 10.0)\".")
+                                     R"doc(Return the text form, such as "_Point(25, 10.0)".)doc")
                       .returning("str"));
   state.fields_of_points.add_to(body);
   state.point = body.make();

@@ -33,9 +33,9 @@ Ref check_geometry(State& state, Arguments arguments) {
   const Ref top_layer = layer_at(state, self, -1, "Model should have at least 1 layer.");
   const Ref pl_line_top = host::get(top_layer, names.pl_line_top);
   if (host::compare(pl_line_top, Py_EQ, host::integer(interpolation))) {
-    host::raise(model_error, host::text("pl_line_top for top layer cannot have interpolation value "
-                                        "(99): {}",
-                                        {host::get(top_layer, names.pl_line_top)}));
+    host::raise(model_error,
+                host::text(R"(pl_line_top for top layer cannot have interpolation value (99): {})",
+                           {host::get(top_layer, names.pl_line_top)}));
   }
   if (host::compare(host::get(self, names.private_phreatic_line), Py_EQ, host::integer(0))) {
     host::raise(model_error, "No phreatic line is set for the model.");
@@ -68,23 +68,26 @@ Ref highest_drain_level(State& state, Arguments arguments) {
 
 constinit const host::Operation<State> validate_2d = host::method<check_geometry>(
     "_validate",
-    "Check the finished model; runs before each generation of an input file.\n\n"
-    "Raises ModelError for the first check that fails: the vertical drains against limits and\n"
-    "levels, at least one layer, no interpolation at the top of the top layer, a phreatic line.\n"
-    "The model stays as it is.");
+    R"(Check the finished model; runs before each generation of an input file.
+
+Raises ModelError for the first check that fails: the vertical drains against limits and
+levels, at least one layer, no interpolation at the top of the top layer, a phreatic line.
+The model stays as it is.)");
 
 constinit const host::Operation<State> min_vertical_drains_2d =
     host::property<lowest_drain_level>(
         "_min_vertical_drains",
-        "Lowest level for vertical drains [m]: the highest point of the bottom of the geometry.\n\n"
-        "Raises ModelError if there is no layer.")
+        R"(Lowest level for vertical drains [m]: the highest point of the bottom of the geometry.
+
+Raises ModelError if there is no layer.)")
         .returning("float");
 
 constinit const host::Operation<State> max_vertical_drains_2d =
     host::property<highest_drain_level>(
         "_max_vertical_drains",
-        "Highest level for vertical drains [m]: the highest point of the top of the geometry.\n\n"
-        "Raises ModelError if there is no layer.")
+        R"(Highest level for vertical drains [m]: the highest point of the top of the geometry.
+
+Raises ModelError if there is no layer.)")
         .returning("float");
 
 }  // namespace dsettlement::geometry

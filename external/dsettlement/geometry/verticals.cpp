@@ -21,14 +21,16 @@ void check_limits(const State& state, Handle limits, Handle x) {
   const auto [left, right] = host::unpack<2>(limits);
   const Handle model_error = state.toolkit.model_error.original();
   if (host::compare(x, Py_LT, left)) {
-    host::raise(model_error, host::text("Vertical with x-coordinate {} is smaller than left limit "
-                                        "of geometry ({}).",
-                                        {x, left}));
+    host::raise(
+        model_error,
+        host::text(R"(Vertical with x-coordinate {} is smaller than left limit of geometry ({}).)",
+                   {x, left}));
   }
   if (host::compare(x, Py_GT, right)) {
-    host::raise(model_error, host::text("Vertical with x-coordinate {} is greater than right limit "
-                                        "of geometry ({}).",
-                                        {x, right}));
+    host::raise(
+        model_error,
+        host::text(R"(Vertical with x-coordinate {} is greater than right limit of geometry ({}).)",
+                   {x, right}));
   }
 }
 
@@ -72,14 +74,15 @@ Ref register_vertical(State& state, Arguments arguments) {
 }  // namespace
 
 constinit const host::Operation<State> create_vertical =
-    host::method<register_vertical>(
-        "create_vertical", parameters,
-        "Create vertical based on x-coordinate.\n\n"
-        "x: x coordinate [m], between the limits of the model, both included.\n\n"
-        "Returns the vertical; if the model has one at the same x, that one. The verticals are "
-        "kept in\n"
-        "the order of x.\n\n"
-        "Raises ModelError if x lies outside the limits; the model then stays as it is.")
+    host::method<register_vertical>("create_vertical", parameters,
+                                    R"(Create vertical based on x-coordinate.
+
+x: x coordinate [m], between the limits of the model, both included.
+
+Returns the vertical; if the model has one at the same x, that one. The verticals are kept in
+the order of x.
+
+Raises ModelError if x lies outside the limits; the model then stays as it is.)")
         .returning("_Vertical");
 
 }  // namespace dsettlement::geometry

@@ -122,28 +122,30 @@ Ref init(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> construct = host::method<init>(
-    "__init__", parameters,
-    "Check and keep the calculation options, and enter the default materials.\n\n"
-    "calculation_model: the calculation model.\n"
-    "consolidation_model: the consolidation model; not checked here.\n"
-    "create_default_materials: whether to start with the default materials or with none.\n"
-    "natural_strain: natural strain if true, linear strain if false; only NEN_KOPPEJAN listens.\n"
-    "reliability_analysis, fit_for_settlement_plate, horizontal_displacements: kept, and part of\n"
-    "    no document.\n"
-    "limits: left and right limit of the model [m].\n"
-    "water_unit_weight: [kN/m³]; kept, and part of no document.\n"
-    "verticals_discretization: number of elements along a vertical, from 5 to 500.\n"
-    "verticals_z_coordinate: z coordinate of the verticals [m].\n"
-    "maintain_profile: whether the profile is maintained by superelevation.\n"
-    "profile_time: time of the superelevation [days], from 0 to 100000 and not above\n"
-    "    end_of_settlement_calculation.\n"
-    "profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:\n"
-    "    unit weight of the superelevation [kN/m³].\n"
-    "end_of_settlement_calculation: [days].\n"
-    "stress_distribution_loads: True for \"Simulate\", False for \"None\".\n"
-    "vertical_drain: the vertical drains, or None for a model without.\n\n"
-    "Raises ModelError if an option is out of its range, KeyError if calculation_model is not a\n"
-    "member of CalculationModel.");
+constinit const host::Operation<State> construct =
+    host::method<init>("__init__", parameters,
+                       R"(Check and keep the calculation options, and enter the default materials.
+
+calculation_model: the calculation model.
+consolidation_model: the consolidation model; not checked here.
+create_default_materials: whether to start with the default materials or with none.
+natural_strain: natural strain if true, linear strain if false; only NEN_KOPPEJAN listens.
+reliability_analysis, fit_for_settlement_plate, horizontal_displacements: kept, and part of
+    no document.
+limits: left and right limit of the model [m].
+water_unit_weight: [kN/m³]; kept, and part of no document.
+verticals_discretization: number of elements along a vertical, from 5 to 500.
+verticals_z_coordinate: z coordinate of the verticals [m].
+maintain_profile: whether the profile is maintained by superelevation.
+profile_time: time of the superelevation [days], from 0 to 100000 and not above
+    end_of_settlement_calculation.
+profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:
+    unit weight of the superelevation [kN/m³].
+end_of_settlement_calculation: [days].
+stress_distribution_loads: True for "Simulate", False for "None".
+vertical_drain: the vertical drains, or None for a model without.
+
+Raises ModelError if an option is out of its range, KeyError if calculation_model is not a
+member of CalculationModel.)");
 
 }  // namespace dsettlement::model

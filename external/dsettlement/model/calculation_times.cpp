@@ -40,10 +40,12 @@ Ref replace_times(State& state, Arguments arguments) {
 
 constinit const host::Operation<State> set_calculation_times = host::method<replace_times>(
     "set_calculation_times", parameters,
-    "Set the times at which results are obtained, in place of those set before.\n\n"
-    "time: any number of different times [days], each from 0 to the end of the settlement\n"
-    "    calculation; their order is kept.\n\n"
-    "Raises ModelError if two times are equal or one is out of range; the times set before then\n"
-    "stay.");
+    R"(Set the times at which results are obtained, in place of those set before.
+
+time: any number of different times [days], each from 0 to the end of the settlement
+    calculation; their order is kept.
+
+Raises ModelError if two times are equal or one is out of range; the times set before then
+stay.)");
 
 }  // namespace dsettlement::model

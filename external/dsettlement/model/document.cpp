@@ -59,8 +59,9 @@ Ref make_verticals(State& state, Arguments arguments) {
 constinit const host::Operation<State> serialize =
     host::method<make_document>(
         "_serialize",
-        "Return the part of the model document that all models share, as a new mapping.\n\n"
-        "A concrete model adds its geometry behind these keys. The model stays as it is.")
+        R"(Return the part of the model document that all models share, as a new mapping.
+
+A concrete model adds its geometry behind these keys. The model stays as it is.)")
         .returning("dict[str, Any]");
 
 constinit const host::Operation<State> serialize_verticals =

@@ -66,12 +66,13 @@ Ref left_to_concrete_models(State& /*state*/, Arguments /*arguments*/) {
 
 void define_model(host::Module& module, State& state, soil::State& soil,
                   analysis::State& analysis) {
-  host::ClassBody body(module, "_Model",
-                       "What one-dimensional and two-dimensional models have in common: "
-                       "calculation options,\nmaterials, loads, verticals, calculation times and "
-                       "the generation of the input file.\n\nUnits: metres for levels and "
-                       "coordinates, days for times, kN/m³ for unit weights, kPa for\npressures. "
-                       "Values are kept as given; nothing is converted.");
+  host::ClassBody body(
+      module, "_Model",
+      R"(What one-dimensional and two-dimensional models have in common: calculation options,
+materials, loads, verticals, calculation times and the generation of the input file.
+
+Units: metres for levels and coordinates, days for times, kN/m³ for unit weights, kPa for
+pressures. Values are kept as given; nothing is converted.)");
   body.add("_SOIL_VERSION", host::integer(1005));
   body.add("_GEOMETRY_VERSION", host::integer(1000));
   body.add("_DSETTLEMENT_VERSION", host::integer(1007));

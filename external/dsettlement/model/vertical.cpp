@@ -29,12 +29,15 @@ Ref serialize(State& state, Arguments arguments) {
 }  // namespace
 
 void define_vertical(host::Module& module, State& state) {
-  host::ClassBody body(module, "_Vertical",
-                       "A position along the x axis of the geometry for which D-Settlement reports "
-                       "results.\n\nEach object is equal only to itself.");
+  host::ClassBody body(
+      module, "_Vertical",
+      R"(A position along the x axis of the geometry for which D-Settlement reports results.
+
+Each object is equal only to itself.)");
   body.add(state, host::method<init>("__init__", init_parameters,
-                                     "Keep the position.\n\n"
-                                     "x: x coordinate [m]; kept as given."));
+                                     R"(Keep the position.
+
+x: x coordinate [m]; kept as given.)"));
   body.add(state, host::property<x>("x", "x coordinate [m].").returning("float"));
   body.add(state,
            host::method<serialize>("_serialize", "Return a new mapping with the one key 'x'.")

@@ -68,9 +68,9 @@ class Checks {
   }
 
   void check_start() const {
-    demand(drain_.start_of_drainage != Py_None && drain_.phreatic_level_in_drain != Py_None,
-           "'start_of_drainage' and 'phreatic_level_in_drain' must be set if drainage schedule is "
-           "not of type 'List' (detailed input)");
+    demand(
+        drain_.start_of_drainage != Py_None && drain_.phreatic_level_in_drain != Py_None,
+        R"('start_of_drainage' and 'phreatic_level_in_drain' must be set if drainage schedule is not of type 'List' (detailed input))");
     demand(host::between(0L, drain_.start_of_drainage, largest_time),
            "'start_of_drainage' must be between 0 and 100000 ({})", {drain_.start_of_drainage});
   }
@@ -98,9 +98,9 @@ class Checks {
   void check_detailed_schedule() const {
     demand(all_entries_between(0, 0, largest_time),
            "First entry (time) of all entries in 'schedule' must be between 0 and 100000");
-    demand(all_entries_between(1, 0, largest_underpressure),
-           "Second entry (underpressure) of all entries in 'schedule' must be between 0 and "
-           "100000");
+    demand(
+        all_entries_between(1, 0, largest_underpressure),
+        R"(Second entry (underpressure) of all entries in 'schedule' must be between 0 and 100000)");
     const bool has_tube = is_sand_wall();
     const long limit = dewatering_limit(has_tube);
     const Ref quantity =

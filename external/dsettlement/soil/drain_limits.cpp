@@ -52,13 +52,13 @@ Ref check_drains(State& state, Arguments arguments) {
               "Vertical drains 'range_to' ({}) must be between model limits ({} - {})");
   check_range(state, limits, drain, names.range_from,
               "Vertical drains 'range_from' ({}) must be between model limits ({} - {})");
-  check_level(state, self, drain, names.bottom_position,
-              "Vertical drains 'bottom_position' ({}) must be between top and bottom limits "
-              "({} - {})");
+  check_level(
+      state, self, drain, names.bottom_position,
+      R"(Vertical drains 'bottom_position' ({}) must be between top and bottom limits ({} - {}))");
   if (host::get(drain, names.position_drain).get() != Py_None) {
-    check_level(state, self, drain, names.position_drain,
-                "Vertical drains 'position_drain' ({}) must be between top and bottom limits "
-                "({} - {})");
+    check_level(
+        state, self, drain, names.position_drain,
+        R"(Vertical drains 'position_drain' ({}) must be between top and bottom limits ({} - {}))");
   }
   return host::none();
 }
@@ -67,9 +67,11 @@ Ref check_drains(State& state, Arguments arguments) {
 
 constinit const host::Operation<State> validate = host::method<check_drains>(
     "_validate",
-    "Check the finished model; runs before each generation of an input file.\n\n"
-    "Here only vertical drains are held against the limits and the levels of the model; a model\n"
-    "without drains passes.\n\n"
-    "Raises ModelError for the first check that fails; the model stays as it is.");
+    R"(Check the finished model; runs before each generation of an input file.
+
+Here only vertical drains are held against the limits and the levels of the model; a model
+without drains passes.
+
+Raises ModelError for the first check that fails; the model stays as it is.)");
 
 }  // namespace dsettlement::soil

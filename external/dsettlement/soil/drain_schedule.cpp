@@ -29,26 +29,32 @@ Ref init(State& state, Arguments arguments) {
 }  // namespace
 
 void define_drain_schedule(host::Module& module, State& state) {
-  state.drain_type = host::make_enumeration(
-      module, "DrainType",
-      "The kind of vertical drain.\n\nSTRIP: prefabricated strips.\nCOLUMN: round "
-      "columns.\nSAND_WALL: walls of sand.\n\nA member is equal only to itself.",
-      {{"STRIP", 0}, {"COLUMN", 1}, {"SAND_WALL", 2}});
+  state.drain_type = host::make_enumeration(module, "DrainType",
+                                            R"(The kind of vertical drain.
+
+STRIP: prefabricated strips.
+COLUMN: round columns.
+SAND_WALL: walls of sand.
+
+A member is equal only to itself.)",
+                                            {{"STRIP", 0}, {"COLUMN", 1}, {"SAND_WALL", 2}});
   state.drain_grid =
       host::make_enumeration(module, "DrainGrid",
-                             "The grid in which strips or columns are placed.\n\nTRIANGULAR: at "
-                             "the corners of triangles.\n"
-                             "RECTANGULAR: at the corners of squares.\n"
-                             "UNDETERMINED: in a grid of which only the distance is known.\n\n"
-                             "A member is equal only to itself.",
+                             R"(The grid in which strips or columns are placed.
+
+TRIANGULAR: at the corners of triangles.
+RECTANGULAR: at the corners of squares.
+UNDETERMINED: in a grid of which only the distance is known.
+
+A member is equal only to itself.)",
                              {{"TRIANGULAR", 0}, {"RECTANGULAR", 1}, {"UNDETERMINED", 2}});
 
   constexpr const char* fields =
-      "begin_time: start of the dewatering [days].\n"
-      "end_time: end of the dewatering [days].\n"
-      "underpressure: [kPa].\n"
-      "dewatering_head_or_pressure: water head [m], or tube pressure [kPa] if the drain is a\n"
-      "    sand wall.";
+      R"(begin_time: start of the dewatering [days].
+end_time: end of the dewatering [days].
+underpressure: [kPa].
+dewatering_head_or_pressure: water head [m], or tube pressure [kPa] if the drain is a
+    sand wall.)";
   host::ClassBody body(module, "DrainageSimpleMode",
                        "Simple drainage schema; to be used in VerticalDrain");
   body.declare("begin_time", "float");

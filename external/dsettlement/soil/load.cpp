@@ -18,8 +18,9 @@ Ref left_to_concrete_loads(State& /*state*/, Arguments /*arguments*/) {
 
 constexpr auto abstract_serialize =
     host::method<left_to_concrete_loads>("_serialize", serialize_parameters,
-                                         "Return the load's part of the document as a new "
-                                         "mapping.\n\nname: the name of the load.")
+                                         R"(Return the load's part of the document as a new mapping.
+
+name: the name of the load.)")
         .returning("dict[str, Any]")
         .abstract();
 
@@ -69,25 +70,28 @@ void define_loads(host::Module& module, State& state) {
   state.other_load = other_load.make({state.load.original()});
 
   host::ClassBody uniform_load(module, "_UniformLoad",
-                               "A load of the same weight everywhere.\n\n"
-                               "time: the moment of application [days]; -1 marks an initial load.\n"
-                               "unit_weight: [kN/m³].\n"
-                               "height: [m].\n"
-                               "y_application: level of application [m].");
+                               R"(A load of the same weight everywhere.
+
+time: the moment of application [days]; -1 marks an initial load.
+unit_weight: [kN/m³].
+height: [m].
+y_application: level of application [m].)");
   uniform_load.declare("time", "int");
   uniform_load.declare("unit_weight", "float");
   uniform_load.declare("height", "float");
   uniform_load.declare("y_application", "float");
   uniform_load.add(state, host::method<init>("__init__", init_parameters,
-                                             "Keep the four values; nothing is checked.\n\n"
-                                             "time: [days]; -1 marks an initial load.\n"
-                                             "unit_weight: [kN/m³].\n"
-                                             "height: [m].\n"
-                                             "y_application: [m]."));
+                                             R"(Keep the four values; nothing is checked.
+
+time: [days]; -1 marks an initial load.
+unit_weight: [kN/m³].
+height: [m].
+y_application: [m].)"));
   uniform_load.add(
       state, host::method<serialize>("_serialize", serialize_parameters,
-                                     "Return the load's part of the document as a new mapping.\n\n"
-                                     "name: the name of the load, which the load does not know.")
+                                     R"(Return the load's part of the document as a new mapping.
+
+name: the name of the load, which the load does not know.)")
                  .returning("dict[str, Any]"));
   state.uniform_load = uniform_load.make({state.other_load.original()});
 }

@@ -55,22 +55,26 @@ Ref list_non_uniform_loads(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> create_uniform_load = host::method<enter_uniform_load>(
-    "create_uniform_load", create_parameters,
-    "Create a load of the same weight everywhere.\n\n"
-    "name: name of the load, of any length; must be new among the uniform loads of this model.\n"
-    "time: the moment of application [days]; -1 marks an initial load.\n"
-    "unit_weight: [kN/m³].\n"
-    "height: [m].\n"
-    "y_application: level of application [m].\n\n"
-    "Raises ModelError if the name exists already; the earlier load then stays.");
+constinit const host::Operation<State> create_uniform_load =
+    host::method<enter_uniform_load>("create_uniform_load", create_parameters,
+                                     R"(Create a load of the same weight everywhere.
+
+name: name of the load, of any length; must be new among the uniform loads of this model.
+time: the moment of application [days]; -1 marks an initial load.
+unit_weight: [kN/m³].
+height: [m].
+y_application: level of application [m].
+
+Raises ModelError if the name exists already; the earlier load then stays.)");
 
 constinit const host::Operation<State> add_other_load =
     host::method<enter_other_load>("_add_other_load", add_parameters,
-                                   "Enter a load into the table of other loads.\n\n"
-                                   "name: name of the load; must be new in the table.\n"
-                                   "load: the load.\n\n"
-                                   "Raises ModelError if the name exists already.");
+                                   R"(Enter a load into the table of other loads.
+
+name: name of the load; must be new in the table.
+load: the load.
+
+Raises ModelError if the name exists already.)");
 
 constinit const host::Operation<State> serialize_other_loads =
     host::method<list_other_loads>(

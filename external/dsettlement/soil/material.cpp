@@ -68,25 +68,27 @@ Ref make_material(State& state, Handle gam_dry, Handle gam_wet, Handle color, Ha
 
 void define_material(host::Module& module, State& state) {
   host::ClassBody body(module, "_Material",
-                       "A record of soil parameters, which layers refer to by its name.\n\n"
-                       "gam_dry: unit weight above the phreatic level [kN/m³].\n"
-                       "gam_wet: unit weight below the phreatic level [kN/m³].");
+                       R"(A record of soil parameters, which layers refer to by its name.
+
+gam_dry: unit weight above the phreatic level [kN/m³].
+gam_wet: unit weight below the phreatic level [kN/m³].)");
   body.declare("gam_dry", "float");
   body.declare("gam_wet", "float");
-  body.add(state,
-           host::method<init>("__init__", init_parameters,
-                              "Keep the parameters; nothing is checked.\n\n"
-                              "gam_dry: unit weight above the phreatic level [kN/m³].\n"
-                              "gam_wet: unit weight below the phreatic level [kN/m³].\n"
-                              "color: colour for visualisation; a random one if it is not given.\n"
-                              "kwargs: all other soil parameters, by their keys in the document."));
+  body.add(state, host::method<init>("__init__", init_parameters,
+                                     R"(Keep the parameters; nothing is checked.
+
+gam_dry: unit weight above the phreatic level [kN/m³].
+gam_wet: unit weight below the phreatic level [kN/m³].
+color: colour for visualisation; a random one if it is not given.
+kwargs: all other soil parameters, by their keys in the document.)"));
   body.add(state, host::property<color>("color", "Colour for visualisation in D-Settlement.")
                       .returning("Color"));
-  body.add(state, host::method<serialize>(
-                      "_serialize", serialize_parameters,
-                      "Return the material's part of the document as a new mapping.\n\n"
-                      "name: the name of the material, which the record does not know.")
-                      .returning("dict[str, Any]"));
+  body.add(state,
+           host::method<serialize>("_serialize", serialize_parameters,
+                                   R"(Return the material's part of the document as a new mapping.
+
+name: the name of the material, which the record does not know.)")
+               .returning("dict[str, Any]"));
   state.material = body.make();
   state.material_constructor.remember(state.material.original());
 }

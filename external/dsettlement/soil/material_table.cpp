@@ -71,39 +71,41 @@ Ref make_list(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> create_material = host::method<enter_material>(
-    "create_material", parameters,
-    "Create a material, for layers to refer to by its name.\n\n"
-    "name: name of the material, at most 25 characters; must be new in this model.\n"
-    "gam_dry: unit weight above the phreatic level [kN/m³].\n"
-    "gam_wet: unit weight below the phreatic level [kN/m³].\n"
-    "color: colour for visualisation in D-Settlement; a random one if it is not given.\n\n"
-    "All further soil parameters go by keyword, and to the input file as they are; the integers\n"
-    "among them are D-Settlement's own codes and switches.\n"
-    "\n"
-    "initial_void_ratio [-]; cohesion [kPa]; phi: angle of internal friction [deg].\n"
-    "precon_isotache_type, precon_koppejan_type: which of ocr, pc and pop counts.\n"
-    "use_equivalent_age; equivalent_age [days].\n"
-    "pc: preconsolidation pressure [kPa]; ocr: overconsolidation ratio [-];\n"
-    "pop: pre-overburden pressure [kPa]; limit_stress [kPa].\n"
-    "drained: whether the layer drains.\n"
-    "ap_as_approximation_by_cp_cs: whether ap and asec follow from cp and cs.\n"
-    "cv: vertical consolidation coefficient [m²/s]; permeability_ver [m/day];\n"
-    "permeability_hor_factor: ratio of horizontal to vertical permeability [-];\n"
-    "permeability_strain_modulus [-]; storage_type: which of these describes the storage.\n"
-    "use_prob_defaults; std_...: standard deviation of the parameter of that name, in its unit;\n"
-    "dist_...: its distribution; cor_...: correlation of two parameters [-].\n"
-    "cp, cp1: primary compression below and above the preconsolidation pressure [-];\n"
-    "cs, cs1: secular compression below and above it [-];\n"
-    "ap, asec: primary and secular swelling [-].\n"
-    "car, ca: secondary compression when reloading and at first loading [-].\n"
-    "comp_ratio: whether ratios or indices count.\n"
-    "r_ratio, c_ratio, s_ratio: reloading, compression and swelling ratio [-];\n"
-    "cr_index, cc_index, csw_index: the same as indices [-].\n"
-    "pri_comp_index, sec_comp_index, sec_comp_rate: isotache parameters a, b and c [-].\n"
-    "horizontal_behaviour_type, elasticity [kPa], default_elasticity: horizontal behaviour.\n"
-    "\n"
-    "Raises ModelError if the name exists already or is too long; the model then stays as it was.");
+constinit const host::Operation<State> create_material =
+    host::method<enter_material>("create_material", parameters,
+                                 R"(Create a material, for layers to refer to by its name.
+
+name: name of the material, at most 25 characters; must be new in this model.
+gam_dry: unit weight above the phreatic level [kN/m³].
+gam_wet: unit weight below the phreatic level [kN/m³].
+color: colour for visualisation in D-Settlement; a random one if it is not given.
+
+All further soil parameters go by keyword, and to the input file as they are; the integers
+among them are D-Settlement's own codes and switches.
+
+initial_void_ratio [-]; cohesion [kPa]; phi: angle of internal friction [deg].
+precon_isotache_type, precon_koppejan_type: which of ocr, pc and pop counts.
+use_equivalent_age; equivalent_age [days].
+pc: preconsolidation pressure [kPa]; ocr: overconsolidation ratio [-];
+pop: pre-overburden pressure [kPa]; limit_stress [kPa].
+drained: whether the layer drains.
+ap_as_approximation_by_cp_cs: whether ap and asec follow from cp and cs.
+cv: vertical consolidation coefficient [m²/s]; permeability_ver [m/day];
+permeability_hor_factor: ratio of horizontal to vertical permeability [-];
+permeability_strain_modulus [-]; storage_type: which of these describes the storage.
+use_prob_defaults; std_...: standard deviation of the parameter of that name, in its unit;
+dist_...: its distribution; cor_...: correlation of two parameters [-].
+cp, cp1: primary compression below and above the preconsolidation pressure [-];
+cs, cs1: secular compression below and above it [-];
+ap, asec: primary and secular swelling [-].
+car, ca: secondary compression when reloading and at first loading [-].
+comp_ratio: whether ratios or indices count.
+r_ratio, c_ratio, s_ratio: reloading, compression and swelling ratio [-];
+cr_index, cc_index, csw_index: the same as indices [-].
+pri_comp_index, sec_comp_index, sec_comp_rate: isotache parameters a, b and c [-].
+horizontal_behaviour_type, elasticity [kPa], default_elasticity: horizontal behaviour.
+
+Raises ModelError if the name exists already or is too long; the model then stays as it was.)");
 
 constinit const host::Operation<State> serialize_materials =
     host::method<make_list>("_serialize_materials",

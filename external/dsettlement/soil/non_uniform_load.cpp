@@ -116,14 +116,18 @@ Ref enter_load(State& state, Arguments arguments) {
   const Ref last = host::item(points, -1);
   const Ref valid = snapping_points(state, self);
   if (!host::contains(valid, first)) {
-    host::raise(model_error, host::text("First point of non-uniform load {} is not in points or in "
-                                        "points of non-uniform load.",
-                                        {first}));
+    host::raise(
+        model_error,
+        host::text(
+            R"(First point of non-uniform load {} is not in points or in points of non-uniform load.)",
+            {first}));
   }
   if (!host::contains(valid, last)) {
-    host::raise(model_error, host::text("Last point of non-uniform load {} is not in points or in "
-                                        "points of non-uniform load.",
-                                        {last}));
+    host::raise(
+        model_error,
+        host::text(
+            R"(Last point of non-uniform load {} is not in points or in points of non-uniform load.)",
+            {last}));
   }
   Ref load = host::call(state.non_uniform_load.now(), name, points, time, end_time, gamma_dry,
                         gamma_wet, temporary);
@@ -135,58 +139,57 @@ Ref enter_load(State& state, Arguments arguments) {
 }  // namespace
 
 void define_non_uniform_load(host::Module& module, State& state) {
-  host::ClassBody body(module, "_NonUniformLoad",
-                       "A load by the weight of the soil between a polyline and what lies below "
-                       "it.\n\nAn initial load affects the initial stresses only and causes "
-                       "neither creep nor consolidation.");
-  body.add(state, host::method<init>(
-                      "__init__", parameters,
-                      "Check the times and the order of the points, and keep the values.\n\n"
-                      "name: name of the load.\n"
-                      "points: x-y coordinates of the load, from left to right [m]; the list is "
-                      "kept, not copied.\n"
-                      "time: the moment the load is laid down [days]; -1 makes it an initial "
-                      "load.\n"
-                      "end_time: the moment the load is removed [days], only for temporary loads.\n"
-                      "gamma_dry: total unit weight above phreatic level [kN/m³].\n"
-                      "gamma_wet: total unit weight below phreatic level [kN/m³].\n"
-                      "temporary: whether the load is a temporary load.\n\n"
-                      "Raises ModelError if time is greater than end_time, temporary or not, or if "
-                      "an x coordinate\nis less than the one before it."));
+  host::ClassBody body(
+      module, "_NonUniformLoad",
+      R"(A load by the weight of the soil between a polyline and what lies below it.
+
+An initial load affects the initial stresses only and causes neither creep nor consolidation.)");
+  body.add(state,
+           host::method<init>("__init__", parameters,
+                              R"(Check the times and the order of the points, and keep the values.
+
+name: name of the load.
+points: x-y coordinates of the load, from left to right [m]; the list is kept, not copied.
+time: the moment the load is laid down [days]; -1 makes it an initial load.
+end_time: the moment the load is removed [days], only for temporary loads.
+gamma_dry: total unit weight above phreatic level [kN/m³].
+gamma_wet: total unit weight below phreatic level [kN/m³].
+temporary: whether the load is a temporary load.
+
+Raises ModelError if time is greater than end_time, temporary or not, or if an x coordinate
+is less than the one before it.)"));
   body.add(state,
            host::property<points>("points", "x-y coordinates of the load, as the list given.")
                .returning("list[tuple[float, float]]"));
-  body.add(state, host::method<serialize>("_serialize", serialize_parameters,
-                                          "Return the load's part of the document as a new "
-                                          "mapping.\n\n"
-                                          "name: not used; the load knows its name.")
-                      .returning("dict[str, Any]"));
+  body.add(state,
+           host::method<serialize>("_serialize", serialize_parameters,
+                                   R"(Return the load's part of the document as a new mapping.
+
+name: not used; the load knows its name.)")
+               .returning("dict[str, Any]"));
   state.non_uniform_load = body.make({state.load.original()});
 }
 
 constinit const host::Operation<State> create_non_uniform_load =
-    host::method<enter_load>(
-        "create_non_uniform_load", parameters,
-        "Create a load by the weight of the soil below a polyline.\n\n"
-        "name: name of the load, at most 25 characters; must be new among the non-uniform loads.\n"
-        "points: x-y coordinates from left to right [m]. The first and the last must each be a "
-        "point\n"
-        "    of a boundary or of an earlier non-uniform load. The list is kept, not copied.\n"
-        "time: the moment the load is laid down [days]; -1 makes it an initial load.\n"
-        "end_time: the moment the load is removed [days], only for temporary loads; not before "
-        "time,\n"
-        "    temporary or not.\n"
-        "gamma_dry: total unit weight above phreatic level [kN/m³].\n"
-        "gamma_wet: total unit weight below phreatic level [kN/m³].\n"
-        "temporary: whether the load is a temporary load.\n\n"
-        "Returns the new load.\n\n"
-        "Raises ModelError if the name is too long or exists already, if the first or the last "
-        "point is\n"
-        "on no point of a boundary or load, if time is greater than end_time, or if an x "
-        "coordinate is\n"
-        "less than the one before it; the model then stays as it is. Raises IndexError if there is "
-        "no\n"
-        "point.")
+    host::method<enter_load>("create_non_uniform_load", parameters,
+                             R"(Create a load by the weight of the soil below a polyline.
+
+name: name of the load, at most 25 characters; must be new among the non-uniform loads.
+points: x-y coordinates from left to right [m]. The first and the last must each be a point
+    of a boundary or of an earlier non-uniform load. The list is kept, not copied.
+time: the moment the load is laid down [days]; -1 makes it an initial load.
+end_time: the moment the load is removed [days], only for temporary loads; not before time,
+    temporary or not.
+gamma_dry: total unit weight above phreatic level [kN/m³].
+gamma_wet: total unit weight below phreatic level [kN/m³].
+temporary: whether the load is a temporary load.
+
+Returns the new load.
+
+Raises ModelError if the name is too long or exists already, if the first or the last point is
+on no point of a boundary or load, if time is greater than end_time, or if an x coordinate is
+less than the one before it; the model then stays as it is. Raises IndexError if there is no
+point.)")
         .returning("_NonUniformLoad");
 
 }  // namespace dsettlement::soil

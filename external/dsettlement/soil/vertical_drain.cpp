@@ -65,22 +65,25 @@ Ref position_drain(State& state, Arguments arguments) {
 
 void define_vertical_drain(host::Module& module, State& state) {
   constexpr const char* fields =
-      "drain_type: kind of drain.\n"
-      "range_from, range_to: range along x over which drainage takes place [m].\n"
-      "bottom_position: level of the bottom of the drains [m].\n"
-      "center_to_center: distance between the centres of drains [m], from 0.001 to 1000.\n"
-      "width_diameter: width of the drains, or diameter for COLUMN [m], from 0.001 to 1000.\n"
-      "thickness: thickness of a strip [m], from 0.001 to 1000; must be set for STRIP.\n"
-      "position_drain: level of the drain pipe [m]; must be set for SAND_WALL with a schedule.\n"
-      "grid: grid of the drains; must be set for STRIP and COLUMN.\n"
-      "start_of_drainage: [days], from 0 to 100000; must be set unless the schedule is a list.\n"
-      "phreatic_level_in_drain: [m]; must be set unless the schedule is a list.\n"
-      "schedule: None; a DrainageSimpleMode; or a list of triples of time [days], underpressure\n"
-      "    [kPa] and water head [m] (tube pressure [kPa] for SAND_WALL).\n\n"
-      "Raises ModelError for the first value that is missing or out of its range.";
-  host::ClassBody body(module, "VerticalDrain",
-                       "The vertical drains of a model: what they are, where they are, and the "
-                       "schedule of their dewatering.\n\nDoesn't change after construction.");
+      R"(drain_type: kind of drain.
+range_from, range_to: range along x over which drainage takes place [m].
+bottom_position: level of the bottom of the drains [m].
+center_to_center: distance between the centres of drains [m], from 0.001 to 1000.
+width_diameter: width of the drains, or diameter for COLUMN [m], from 0.001 to 1000.
+thickness: thickness of a strip [m], from 0.001 to 1000; must be set for STRIP.
+position_drain: level of the drain pipe [m]; must be set for SAND_WALL with a schedule.
+grid: grid of the drains; must be set for STRIP and COLUMN.
+start_of_drainage: [days], from 0 to 100000; must be set unless the schedule is a list.
+phreatic_level_in_drain: [m]; must be set unless the schedule is a list.
+schedule: None; a DrainageSimpleMode; or a list of triples of time [days], underpressure
+    [kPa] and water head [m] (tube pressure [kPa] for SAND_WALL).
+
+Raises ModelError for the first value that is missing or out of its range.)";
+  host::ClassBody body(
+      module, "VerticalDrain",
+      R"(The vertical drains of a model: what they are, where they are, and the schedule of their dewatering.
+
+Doesn't change after construction.)");
   body.declare("range_from", "float");
   body.declare("range_to", "float");
   body.declare("bottom_position", "float");
