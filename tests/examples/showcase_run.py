@@ -4,7 +4,11 @@ import re
 from dataclasses import dataclass
 from pathlib import Path
 
-TITLES = {"one_dimensional": "One dimension: ", "two_dimensional": "Two dimensions: "}
+TITLES = {
+    "one_dimensional": "One dimension: ",
+    "two_dimensional": "Two dimensions: ",
+    "parametric_study": "A parametric study: ",
+}
 """How the title of each story begins, by the name of its files."""
 
 

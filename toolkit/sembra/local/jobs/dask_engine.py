@@ -7,6 +7,7 @@ from concurrent.futures import CancelledError
 from importlib import import_module
 from typing import Any
 
+from sembra.local.jobs.callers import ended_with_caller
 from sembra.local.jobs.errors import EngineError
 from sembra.local.jobs.reporting import Report, ignore
 from sembra.local.jobs.shared_pool import shared_pool
@@ -43,10 +44,8 @@ class DaskEngine:
         distributed = import_module("distributed")
         try:
             future = client.submit(run_in_pool, content, entry, limit, pure=False)
-            try:
+            with ended_with_caller(future):
                 return future.result()
-            finally:
-                future.cancel()
         except distributed.scheduler.KilledWorker as error:
             raise EngineError(
                 f"The workers of the Dask cluster at {self._address} that ran the job died"
@@ -92,10 +91,8 @@ def run_in_pool(
         TimeoutError: The time is over.
     """
     future = shared_pool().submit_reporting(ignore, entry, content)
-    try:
+    with ended_with_caller(future):
         return future.result_within(limit)
-    finally:
-        future.cancel()
 
 
 def _connect(address: str) -> Any:

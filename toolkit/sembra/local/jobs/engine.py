@@ -4,6 +4,7 @@ import os
 from collections.abc import Callable
 from typing import Any, Protocol
 
+from sembra.local.jobs.callers import ended_with_caller
 from sembra.local.jobs.errors import EngineError
 from sembra.local.jobs.reporting import Report
 from sembra.local.jobs.shared_pool import shared_pool, worker_count
@@ -52,10 +53,8 @@ class PoolEngine:
     def run(self, entry: Entry, content: dict[str, Any], limit: float, on_progress: Report) -> Any:
         """Run a job; see `Engine`."""
         future = shared_pool().submit_reporting(on_progress, entry, content)
-        try:
+        with ended_with_caller(future):
             return future.result_within(limit)
-        finally:
-            future.cancel()
 
     def capacity(self) -> int:
         """Return how many jobs run side by side."""

@@ -2,7 +2,7 @@
 
 import sys
 import threading
-from collections.abc import Iterator
+from collections.abc import Callable, Iterator
 from contextlib import contextmanager
 
 from sembra.local.jobs.reporting import Report, ignore
@@ -51,6 +51,43 @@ def show_progress(title: str) -> Iterator[Report]:
                 progress.update(task, total=1.0, completed=fraction)
 
             yield report
+
+
+Count = Callable[[int, int], None]
+"""Takes how many are done, and how many of them failed."""
+
+
+@contextmanager
+def show_count(total: int) -> Iterator[Count]:
+    """Show a progress bar of many jobs (done, failed, time left), as `show_progress` does.
+
+    Args:
+        total: How many there are.
+    """
+    with terminal_for_bar() as is_ours:
+        if not is_ours:
+            yield lambda _done, _failed: None
+            return
+        from rich.console import Console
+        from rich.progress import (
+            BarColumn,
+            MofNCompleteColumn,
+            Progress,
+            TextColumn,
+            TimeRemainingColumn,
+        )
+
+        progress = Progress(
+            MofNCompleteColumn(),
+            TextColumn("done, {task.fields[failed]} failed"),
+            BarColumn(),
+            TimeRemainingColumn(),
+            TextColumn("left"),
+            console=Console(file=sys.stderr),
+        )
+        with progress:
+            task = progress.add_task("", total=total, failed=0)
+            yield lambda done, failed: progress.update(task, completed=done, failed=failed)
 
 
 @contextmanager

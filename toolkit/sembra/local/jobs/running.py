@@ -1,5 +1,6 @@
 """Running one job from its start to its end."""
 
+from concurrent.futures import CancelledError
 from typing import Any, TypeGuard
 
 from sembra.local.jobs.engine import chosen_engine
@@ -41,6 +42,8 @@ def run(content: dict[str, Any], timeout: float) -> dict[str, Any]:
         raise JobError(
             f"The job was ended by its time-out: it took longer than {timeout:g} seconds"
         ) from error
+    except CancelledError as error:
+        raise JobError("The job was ended from outside") from error
     except OSError as error:
         raise JobError(f"The worker can't be started: {error}") from error
     except Exception as error:
