@@ -5,16 +5,28 @@ consolidation and strain type are combined with all kinds of drains and schedule
 can say changes from one to the next, so that each of its values meets each of the others.
 """
 
-from collections.abc import Iterator
+from base64 import b64decode
+from collections.abc import Callable, Iterator
+from io import StringIO
 from itertools import cycle, product
+from math import isfinite
 from typing import Any, NamedTuple
 
+import pytest
 from sembra.external.dsettlement import (
+    CalculationModel,
+    ConsolidationModel,
     DrainageSimpleMode,
     DrainGrid,
     DrainType,
+    Model1D,
+    Model2D,
+    OutputFileParser,
     VerticalDrain,
 )
+from sembra.local.worker import run_job
+
+from tests.toolkit.worker.input_file import job
 
 SCHEDULES: tuple[Any, ...] = (
     None,
@@ -107,3 +119,119 @@ def material(choice: Choices) -> dict[str, Any]:
         **choice.preconsolidation,
         **choice.compression,
     }
+
+
+def one_dimensional(
+    soil_model: CalculationModel,
+    consolidation: ConsolidationModel,
+    natural: bool,
+    drain: VerticalDrain | None,
+    choice: Choices,
+) -> Model1D:
+    model = Model1D(
+        soil_model,
+        consolidation,
+        natural_strain=natural,
+        maintain_profile=choice.maintain,
+        vertical_drain=drain,
+    )
+    model.create_material("Soft clay", 14.0, 15.0, **material(choice))
+    model.create_material("Coarse sand", 18.0, 20.0, **(material(choice) | {"drained": 1}))
+    model.update_geometry(-8.0, [(0.0, "Soft clay"), (-5.0, "Coarse sand")], phreatic_level=-1.0)
+    model.create_uniform_load("Terrain", 0, 18.0, 0.5, 0.0)
+    model.create_uniform_load("Sand", 30, 18.0, 2.0, 0.0)
+    model.create_uniform_load("Removal", 400, -18.0, 0.5, 0.0)
+    model.set_calculation_times(*choice.times)
+    return model
+
+
+def two_dimensional(
+    soil_model: CalculationModel,
+    consolidation: ConsolidationModel,
+    natural: bool,
+    drain: VerticalDrain | None,
+    choice: Choices,
+) -> Model2D:
+    model = Model2D(
+        soil_model,
+        consolidation,
+        [(0.0, -8.0), (100.0, -8.0)],
+        natural_strain=natural,
+        maintain_profile=choice.maintain,
+        profile_time=50,
+        profile_unit_weight_above_phreatic_level=18.0,
+        stress_distribution_loads=choice.simulate,
+        vertical_drain=drain,
+    )
+    model.create_material("Soft clay", 14.0, 15.0, **material(choice))
+    model.create_material("Coarse sand", 18.0, 20.0, **(material(choice) | {"drained": 1}))
+    water, deep = (
+        model.create_pl_line([model.create_point(x, y) for x in (0.0, 100.0)], is_phreatic=phreatic)
+        for y, phreatic in ((-1.0, True), (-2.0, False))
+    )
+    for top, name, heads in ((-5.0, "Coarse sand", (deep, deep)), (0.0, "Soft clay", (water, 99))):
+        boundary = [model.create_point(x, top) for x in (0.0, 15.0, 55.0, 100.0)]
+        model.create_layer(boundary, name, *heads)
+    for x in (30.0, 65.0):
+        model.create_vertical(x)
+    outline = [(15.0, 0.0), (25.0, 3.0), (45.0, 3.0), (55.0, 0.0)]
+    model.create_non_uniform_load("Dike", outline, 10, 9000, gamma_dry=17.0, gamma_wet=20.0)
+    berm = [(25.0, 3.0), (30.0, 5.0), (40.0, 5.0), (45.0, 3.0)]
+    model.create_non_uniform_load(
+        "Surcharge", berm, 60, 300, gamma_dry=17.0, temporary=choice.temporary
+    )
+    model.create_uniform_load("Terrain", 0, 10.0, 0.5, 0.0)
+    model.set_calculation_times(*choice.times)
+    return model
+
+
+CASES = [
+    pytest.param(
+        make,
+        (soil_model, consolidation, natural, drain, choice),
+        id="-".join(
+            (
+                "1D" if make is one_dimensional else "2D",
+                soil_model.name,
+                consolidation.name,
+                "natural" if natural else "linear",
+                str(number),
+            )
+        ),
+    )
+    for number, ((make, soil_model, consolidation, natural, drain), choice) in enumerate(
+        zip(
+            (
+                (make, soil_model, consolidation, natural, drain)
+                for make, soil_model, consolidation, natural, drain in product(
+                    (one_dimensional, two_dimensional),
+                    CalculationModel,
+                    ConsolidationModel,
+                    (False, True),
+                    list(drains()),
+                )
+                # The other soil models have a strain type of their own.
+                if not natural or soil_model is CalculationModel.NEN_KOPPEJAN
+            ),
+            choices(),
+            strict=False,
+        )
+    )
+]
+
+
+@pytest.mark.parametrize(("make", "arguments"), CASES)
+def test_is_calculated(make: Callable[..., Model1D | Model2D], arguments: Any) -> None:
+    model = make(*arguments)
+    wanted = model.verticals[0] if arguments[-1].dissipation else None
+    text = model.generate_input_file(dissipation_calculation=wanted).getvalue().decode()
+    result = run_job(job(text))
+    assert result["error"] is None, result["error"]
+    results = OutputFileParser(StringIO(b64decode(result["files"][".sld"]).decode()))
+    assert len(results.vertical_results) == len(model.verticals)
+    for vertical in results.vertical_results.values():
+        histories = vertical["vertical_data"]
+        surface = [histories[time]["Settlement"][0] for time in sorted(histories)]
+        assert surface[0] == 0
+        assert all(map(isfinite, surface))
+        assert 0.0 < surface[-1] < 3.0

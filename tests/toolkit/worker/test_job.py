@@ -26,7 +26,6 @@ def test_models_that_are_not_covered() -> None:
     ("option", "what"),
     [
         ("Imaginary surface", "an imaginary surface"),
-        ("Maintain profile", "maintaining the profile"),
         ("Use fit factors", "fit factors"),
     ],
 )

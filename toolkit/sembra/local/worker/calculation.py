@@ -8,6 +8,7 @@ next as well, and all columns are calculated together.
 """
 
 from collections.abc import Callable, Sequence
+from functools import partial
 
 import numpy as np
 
@@ -17,6 +18,7 @@ from sembra.local.worker.consolidation.darcy.consolidate import consolidate_sink
 from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
+from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.project import Project
 from sembra.local.worker.settlement import calculate_column, result_of, situation_of
 from sembra.local.worker.soil_models.creep_isotaches import CreepIsotaches
@@ -36,16 +38,25 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
 
     Raises:
         WorkerError: an effective stress isn't positive, a layer can't consolidate, loads that
-            submerge don't come to rest, or a result is no finite number.
+            submerge don't come to rest, the profile can't be maintained, or a result is no finite
+            number.
     """
+    if project.profile is None:
+        return _settle(project, project.loads, report)
+    return _maintain(project, project.profile, report)
+
+
+def _settle(
+    project: Project, loads: Sequence[Load], report: Callable[[float], None]
+) -> list[ColumnResult]:
     if project.options.submerging and _sinks_by_steps(project):
-        results = _sinking(project)
+        results = _sinking(project, loads)
         report(1.0)
     else:
         results = []
         settle = _submerging if project.options.submerging else calculate_column
         for number, column in enumerate(project.columns, 1):
-            results.append(settle(column, project, project.loads))
+            results.append(settle(column, project, loads))
             report(number / len(project.columns))
     for result in results:
         if not (
@@ -60,13 +71,42 @@ def _sinks_by_steps(project: Project) -> bool:
     return project.consolidation is by_darcy and issubclass(project.soil_model, CreepIsotaches)
 
 
-def _sinking(project: Project) -> list[ColumnResult]:
+def _sinking(project: Project, loads: Sequence[Load]) -> list[ColumnResult]:
     """Return the results of columns that sink together."""
-    situations = [situation_of(column, project, project.loads) for column in project.columns]
+    situations = [situation_of(column, project, loads) for column in project.columns]
     return [
         result_of(situation, consolidated, project)
         for situation, consolidated in zip(situations, consolidate_sinking(situations), strict=True)
     ]
+
+
+def _maintain(
+    project: Project, profile: MaintainedProfile, report: Callable[[float], None]
+) -> list[ColumnResult]:
+    """Return the results below loads whose profile is maintained.
+
+    The superelevation is as high as the ground settled in the repetition before. When the vertical
+    that settles most does so by less than the tolerance more, one last repetition follows.
+    """
+    places = np.array([column.x for column in project.columns])
+    heights = np.zeros_like(places)
+    is_last = False
+    for done in range(_MOST_REPETITIONS):
+        # How many repetitions there will be isn't known: each is told as half of what is left.
+        loads = (*project.loads, profile.load(places, heights))
+        results = _settle(project, loads, partial(_report_half, report, 0.5**done))
+        if is_last:
+            return results
+        settled = np.array([result.settlements[-1, 0] for result in results])
+        most = int(np.argmax(settled))
+        is_last = bool(abs(settled[most] - heights[most]) < profile.option.tolerance)
+        heights = settled
+    raise WorkerError("The profile can't be maintained: the superelevation grows and grows.")
+
+
+def _report_half(report: Callable[[float], None], left: float, fraction: float) -> None:
+    """Report the fraction of a repetition that counts as half of what is left to do."""
+    report(1 - left * (1 - fraction / 2))
 
 
 def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> ColumnResult:

@@ -6,6 +6,7 @@ from sembra.local.worker.consolidation.consolidation import Consolidation
 from sembra.local.worker.consolidation.drains.drains import Drains
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
+from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.options import Options
 from sembra.local.worker.soil_models.soil_model import SoilModel
 
@@ -14,8 +15,9 @@ from sembra.local.worker.soil_models.soil_model import SoilModel
 class Project:
     """All that a calculation needs, one column for each vertical.
 
-    `load_areas` holds the cross-sections in m² of the loads that have one, and `remarks` what the
-    user should know about the input, as whole sentences.
+    `load_areas` holds the cross-sections in m² of the loads that have one, `profile` what a
+    superelevation is made on if the profile is maintained, and `remarks` what the user should know
+    about the input, as whole sentences.
     """
 
     soil_model: type[SoilModel]
@@ -26,6 +28,7 @@ class Project:
     residual_times: tuple[float, ...]
     load_areas: tuple[float, ...] = ()
     drains: Drains | None = None
+    profile: MaintainedProfile | None = None
     remarks: tuple[str, ...] = ()
 
     @property

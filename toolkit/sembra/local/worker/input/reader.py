@@ -24,6 +24,7 @@ from sembra.local.worker.input.soils import Materials
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.non_uniform import Site, strip_loads
 from sembra.local.worker.loads.strip_load import StripLoad
+from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.options import Options
 from sembra.local.worker.project import Project
 from sembra.local.worker.soil_models.table import SOIL_MODELS
@@ -48,10 +49,15 @@ def read_project(text: str) -> Project:
     materials = Materials(whole, soil_model)
     ground = _read_ground(whole, materials)
     embankments: Sequence[StripLoad] = ()
+    profile = None
     others: Sequence[Load] = ()
     drains = None
     with coverage.collecting():
-        embankments = _read_embankments(whole, ground, options)
+        if stated := read_embankments(whole, options.end):
+            site = _read_site(whole, ground, options)
+            embankments = strip_loads(stated, site)
+            if options.superelevation:
+                profile = MaintainedProfile(options.superelevation, stated, site)
     with coverage.collecting():
         others = read_other_loads(whole)
     with coverage.collecting():
@@ -81,13 +87,13 @@ def read_project(text: str) -> Project:
         residual_times=read_residual_times(whole, options.end),
         load_areas=tuple(load.area for load in embankments),
         drains=drains,
+        profile=profile,
         remarks=coverage.remarks,
     )
 
 
 _NOT_YET = {
     "Imaginary surface": "an imaginary surface",
-    "Maintain profile": "maintaining the profile",
 }
 
 
@@ -108,16 +114,11 @@ def _read_ground(whole: Section, materials: Mapping[str, Material]) -> LevelGrou
     return LevelGround(read_column(whole, materials))
 
 
-def _read_embankments(
-    whole: Section, ground: LevelGround | Geometry2D, options: Options
-) -> list[StripLoad]:
-    embankments = read_embankments(whole, options.end)
-    if not embankments:
-        return []
-    site = Site(
+def _read_site(whole: Section, ground: LevelGround | Geometry2D, options: Options) -> Site:
+    """Return what non-uniform loads stand on."""
+    return Site(
         surface=ground.surface,
         phreatic_line=ground.phreatic_line,
         water_unit_weight=options.water_unit_weight,
         spreading=read_spreading(whole),
     )
-    return strip_loads(embankments, site)

@@ -75,7 +75,7 @@ def _strip_load(embankments: Sequence[Embankment], index: int, site: Site) -> St
         [levels(x) for x in (middles - quarter, middles, middles + quarter)]
         for levels in (
             embankment.outline.levels,
-            lambda x: _surface(embankments, index, site, x),
+            lambda x: surface_below(embankments, index, site, x),
         )
     )
     before, base, after = map(np.minimum, outlines, surfaces)
@@ -120,7 +120,7 @@ def _below(embankments: Sequence[Embankment], index: int) -> list[int]:
     return sorted(there, key=lambda i: embankments[i].time)
 
 
-def _surface(embankments: Sequence[Embankment], index: int, site: Site, x: Floats) -> Floats:
+def surface_below(embankments: Sequence[Embankment], index: int, site: Site, x: Floats) -> Floats:
     """Return the levels of the surface that a load meets at some places.
 
     That is the last load before it. Of loads that come at one time, the lower comes before the
