@@ -1,8 +1,5 @@
 """Which executor runs the jobs, by setting."""
 
-import socket
-import sys
-from collections.abc import Iterator
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
@@ -14,7 +11,6 @@ from sembra.local.jobs.running import JobError, run
 from sembra.local.jobs.shared_pool import end_shared_pool
 
 from tests.toolkit import fake_jobs
-from tests.toolkit.processes import await_that, is_alive, sleeping_processes
 
 CONTENT = {"name": "x", "version": 1, "body": "abc"}
 
@@ -61,59 +57,3 @@ def test_number_of_workers_that_is_none(setting: str, monkeypatch: pytest.Monkey
 def test_limit_that_is_far_away(timeout: float, monkeypatch: pytest.MonkeyPatch) -> None:
     monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.echo)
     assert run(CONTENT, timeout)["error"] is None
-
-
-def test_dask_that_is_not_installed(monkeypatch: pytest.MonkeyPatch) -> None:
-    monkeypatch.setenv("SEMBRA_EXECUTOR", "dask://localhost:8786")
-    monkeypatch.setitem(sys.modules, "distributed", None)
-    with pytest.raises(JobError, match=r"not installed: install sembra-local\[dask\]"):
-        run(CONTENT, 5)
-
-
-def test_dask_that_is_not_there(monkeypatch: pytest.MonkeyPatch) -> None:
-    pytest.importorskip("distributed")
-    with socket.create_server(("127.0.0.1", 0)) as unused:
-        port = unused.getsockname()[1]
-    monkeypatch.setenv("SEMBRA_EXECUTOR", f"dask://127.0.0.1:{port}")
-    monkeypatch.setattr("sembra.local.jobs.dask_engine.CONNECTION_LIMIT", 0.5)
-    with pytest.raises(JobError, match=rf"cluster at 127.0.0.1:{port} can't be reached"):
-        run(CONTENT, 5)
-
-
-@pytest.fixture(scope="module")
-def cluster() -> Iterator[str]:
-    distributed = pytest.importorskip("distributed")
-    with distributed.LocalCluster(
-        n_workers=1, threads_per_worker=2, processes=False, dashboard_address=None
-    ) as local:
-        yield local.scheduler_address
-
-
-@pytest.fixture
-def _on_cluster(cluster: str, monkeypatch: pytest.MonkeyPatch) -> None:
-    monkeypatch.setenv("SEMBRA_EXECUTOR", f"dask://{cluster}")
-
-
-@pytest.mark.usefixtures("_on_cluster")
-def test_job_on_a_cluster(monkeypatch: pytest.MonkeyPatch) -> None:
-    monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.echo)
-    assert run(CONTENT, 60) == {"files": {".sld": "abc"}, "error": None}
-
-
-@pytest.mark.usefixtures("_on_cluster")
-def test_crash_on_a_cluster(monkeypatch: pytest.MonkeyPatch) -> None:
-    monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.raise_error)
-    with pytest.raises(JobError, match="The worker crashed: ValueError: out of sand"):
-        run(CONTENT, 60)
-
-
-@pytest.mark.usefixtures("_on_cluster")
-def test_time_out_on_a_cluster_ends_the_process(
-    monkeypatch: pytest.MonkeyPatch, tmp_path: Path
-) -> None:
-    monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.sleep_long)
-    note = tmp_path / "pids"
-    with pytest.raises(JobError, match="ended by its time-out"):
-        run(CONTENT | {"body": str(note)}, 2)
-    pids = sleeping_processes(note)
-    assert await_that(lambda: not any(map(is_alive, pids)))

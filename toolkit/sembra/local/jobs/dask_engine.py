@@ -109,6 +109,15 @@ def _connect(address: str) -> Any:
         raise EngineError(f"The Dask cluster at {address} can't be reached: {error}") from error
 
 
+def close_clients() -> None:
+    """Close the connections to all clusters; the next job opens another."""
+    with _lock:
+        clients = list(_clients.values())
+        _clients.clear()
+    for client in clients:
+        client.close()
+
+
 def _forget_after_fork() -> None:
     global _lock
     _lock = threading.Lock()
