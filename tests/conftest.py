@@ -147,7 +147,7 @@ def build_story(new_model_1d: Factory, new_strip_drain: Factory) -> Factory:
 
 @pytest.fixture
 def soil_parameters() -> dict[str, int | float]:
-    """The 106 keyword-only soil parameters of `create_material`, in order, with their defaults."""
+    """The keyword-only soil parameters of `create_material`, in order, with their defaults."""
     base: dict[str, int | float] = {
         "initial_void_ratio": 0.0,
         "cohesion": 0.0,

@@ -30,7 +30,7 @@ DRAIN = (
 )
 TITLES = "company='-', created_by='-', title_1='-', title_2='-', title_3='-'"
 
-# "{soil_parameters}" stands for the 106 soil parameters with their defaults.
+# "{soil_parameters}" stands for the soil parameters with their defaults.
 SIGNATURES = {
     "_Model.__init__": OPTIONS,
     "_Model.create_material": "self, name, gam_dry, gam_wet, color=None, *, {soil_parameters}",

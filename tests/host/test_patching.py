@@ -151,7 +151,11 @@ def test_the_output_of_an_analysis_is_replaced() -> None:
     ],
 )
 def test_a_class_is_replaced_in_the_module(
-    name: str, use: Callable[[Any], Any], arguments: Any, new_model_1d: Factory
+    name: str,
+    use: Callable[[Any], Any],
+    arguments: Any,
+    new_model_1d: Factory,
+    soil_parameters: dict[str, Any],
 ) -> None:
     model = new_model_1d()
     with mock.patch(f"{MODULE}.{name}") as stand_in:
@@ -161,7 +165,7 @@ def test_a_class_is_replaced_in_the_module(
     assert call.args == arguments.args
     if name == "_Material":
         assert call.kwargs["color"] == "black"
-        assert len(call.kwargs) == 1 + 106
+        assert len(call.kwargs) == 1 + len(soil_parameters)
     else:
         assert call.kwargs == arguments.kwargs
 

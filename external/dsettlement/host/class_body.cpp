@@ -15,10 +15,6 @@ Ref tuple_of(std::initializer_list<Handle> objects) {
   return tuple;
 }
 
-Ref characters_of(const char* text) {
-  return Ref::steal(PyUnicode_FromString(text));
-}
-
 PyObject* as_object(PyTypeObject& type) {
   return reinterpret_cast<PyObject*>(&type);
 }

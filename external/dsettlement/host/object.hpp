@@ -64,6 +64,10 @@ inline void set(Handle object, Handle name, Handle value) {
   return Ref::steal(PyFloat_FromDouble(value));
 }
 
+[[nodiscard]] inline Ref characters_of(const char* text) {
+  return Ref::steal(PyUnicode_FromString(text));
+}
+
 // callable(arguments...)
 template <typename... Arguments>
 [[nodiscard]] Ref call(Handle callable, const Arguments&... arguments) {

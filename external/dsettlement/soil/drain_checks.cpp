@@ -29,10 +29,8 @@ class Checks {
     } else {
       check_detailed_schedule();
     }
-    demand(host::between(least_size, drain_.center_to_center, largest_size),
-           "'center_to_center' must be between 0.001 and 1000 ({})", {drain_.center_to_center});
-    demand(host::between(least_size, drain_.width_diameter, largest_size),
-           "'width_diameter' must be between 0.001 and 1000 ({})", {drain_.width_diameter});
+    check_size("center_to_center", drain_.center_to_center, drain_.center_to_center);
+    check_size("width_diameter", drain_.width_diameter, drain_.width_diameter);
   }
 
  private:
@@ -48,13 +46,17 @@ class Checks {
     if (!holds) host::raise(state_.toolkit.model_error.original(), host::text(message, values));
   }
 
+  void check_size(const char* name, Handle size, Handle shown) const {
+    demand(host::between(least_size, size, largest_size), "'{}' must be between {} and {} ({})",
+           {host::characters_of(name), host::real(least_size), host::integer(largest_size), shown});
+  }
+
   void check_shape() const {
     if (is_strip()) {
       demand(host::is_true(drain_.thickness),
              "'thickness' must be set for vertical drain of type '{}'", {drain_.drain_type});
       // The message shows the distance and not the thickness; callers know it so.
-      demand(host::between(least_size, drain_.thickness, largest_size),
-             "'thickness' must be between 0.001 and 1000 ({})", {drain_.center_to_center});
+      check_size("thickness", drain_.thickness, drain_.center_to_center);
     }
     if (is_sand_wall()) {
       demand(!host::is_true(drain_.schedule) || drain_.position_drain != Py_None,
@@ -72,42 +74,38 @@ class Checks {
         drain_.start_of_drainage != Py_None && drain_.phreatic_level_in_drain != Py_None,
         R"('start_of_drainage' and 'phreatic_level_in_drain' must be set if drainage schedule is not of type 'List' (detailed input))");
     demand(host::between(0L, drain_.start_of_drainage, largest_time),
-           "'start_of_drainage' must be between 0 and 100000 ({})", {drain_.start_of_drainage});
+           "'start_of_drainage' must be between {} and {} ({})",
+           {host::integer(0), host::integer(largest_time), drain_.start_of_drainage});
   }
 
   void check_simple_schedule() const {
     const State::Names& names = state_.names;
-    check_of_schedule(names.begin_time, 0, largest_time,
-                      "'schedule.begin_time' must be between {} and {} ({})");
-    check_of_schedule(names.end_time, 0, largest_time,
-                      "'schedule.end_time' must be between {} and {} ({})");
-    check_of_schedule(names.underpressure, 0, largest_underpressure,
-                      "'schedule.underpressure' must be between {} and {} ({})");
+    check_of_schedule(names.begin_time, 0, largest_time);
+    check_of_schedule(names.end_time, 0, largest_time);
+    check_of_schedule(names.underpressure, 0, largest_underpressure);
     const long limit = dewatering_limit(is_sand_wall());
-    check_of_schedule(names.dewatering, -limit, limit,
-                      "'schedule.dewatering_head_or_pressure' must be between {} and {} ({})");
+    check_of_schedule(names.dewatering, -limit, limit);
   }
 
-  void check_of_schedule(const host::Name& name, long lower, long upper,
-                         const char* message) const {
+  void check_of_schedule(const host::Name& name, long lower, long upper) const {
     if (host::between(lower, host::get(drain_.schedule, name), upper)) return;
-    demand(false, message,
-           {host::integer(lower), host::integer(upper), host::get(drain_.schedule, name)});
+    demand(false, "'schedule.{}' must be between {} and {} ({})",
+           {name, host::integer(lower), host::integer(upper), host::get(drain_.schedule, name)});
   }
 
   void check_detailed_schedule() const {
-    demand(all_entries_between(0, 0, largest_time),
-           "First entry (time) of all entries in 'schedule' must be between 0 and 100000");
-    demand(
-        all_entries_between(1, 0, largest_underpressure),
-        R"(Second entry (underpressure) of all entries in 'schedule' must be between 0 and 100000)");
+    check_entries(0, "First entry (time)", 0, largest_time);
+    check_entries(1, "Second entry (underpressure)", 0, largest_underpressure);
     const bool has_tube = is_sand_wall();
     const long limit = dewatering_limit(has_tube);
-    const Ref quantity =
-        Ref::steal(PyUnicode_FromString(has_tube ? "tube pressure" : "water head"));
-    demand(all_entries_between(2, -limit, limit),
-           "Third entry ({}) of all entries in 'schedule' must be between {} and {}",
-           {quantity, host::integer(-limit), host::integer(limit)});
+    check_entries(2, has_tube ? "Third entry (tube pressure)" : "Third entry (water head)", -limit,
+                  limit);
+  }
+
+  void check_entries(Py_ssize_t place, const char* which, long lower, long upper) const {
+    demand(all_entries_between(place, lower, upper),
+           "{} of all entries in 'schedule' must be between {} and {}",
+           {host::characters_of(which), host::integer(lower), host::integer(upper)});
   }
 
   [[nodiscard]] bool all_entries_between(Py_ssize_t place, long lower, long upper) const {

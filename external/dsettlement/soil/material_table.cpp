@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "host/containers.hpp"
+#include "host/sequence.hpp"
 #include "host/text.hpp"
 #include "soil/material.hpp"
+#include "soil/name_length.hpp"
 
 namespace dsettlement::soil {
 
@@ -28,8 +30,6 @@ constexpr auto parameters = [] {
   return all;
 }();
 
-constexpr Py_ssize_t longest_name = 25;
-
 Ref enter_material(State& state, Arguments arguments) {
   const auto [self, name, gam_dry, gam_wet, color] = arguments.first<first_of_vocabulary>();
   const State::Names& names = state.names;
@@ -38,10 +38,9 @@ Ref enter_material(State& state, Arguments arguments) {
   if (host::contains(host::get(self, names.materials), name)) {
     host::raise(model_error, host::text("Material with name '{}' already exists", {name}));
   }
-  const Py_ssize_t length = PyObject_Size(name);
-  if (length < 0) throw host::ErrorSet{};
-  if (length > longest_name) {
-    host::raise(model_error, "Name can be max. 25 characters long");
+  if (host::length(name) > longest_name) {
+    host::raise(model_error,
+                host::text("Name can be max. {} characters long", {host::integer(longest_name)}));
   }
 
   // Most parameters are left to their defaults, so a copy of those and the few that differ is

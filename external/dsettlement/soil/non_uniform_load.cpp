@@ -4,6 +4,7 @@
 #include "host/sequence.hpp"
 #include "host/text.hpp"
 #include "host/unpack.hpp"
+#include "soil/name_length.hpp"
 
 namespace dsettlement::soil {
 
@@ -103,11 +104,10 @@ Ref enter_load(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Handle model_error = state.toolkit.model_error.original();
 
-  constexpr Py_ssize_t longest_name = 25;
   if (const Py_ssize_t count = host::length(name); count > longest_name) {
     host::raise(model_error,
-                host::text("Name of non-uniform load can be max 25 characters long (is {} for {}).",
-                           {Ref::steal(PyLong_FromSsize_t(count)), name}));
+                host::text("Name of non-uniform load can be max {} characters long (is {} for {}).",
+                           {host::integer(longest_name), host::integer(count), name}));
   }
   if (host::contains(host::get(self, names.non_uniform_loads), name)) {
     host::raise(model_error, host::text("Non-uniform load with name '{}' already exists.", {name}));
