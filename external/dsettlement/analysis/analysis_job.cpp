@@ -57,7 +57,7 @@ constexpr Parameter output_parameters[] = {
 Ref get_output_file(State& state, Arguments arguments) {
   const auto [self, extension, as_file] = arguments.first<3>();
   const State::Names& names = state.names;
-  const Ref result = host::call_method(self, names.get_result_content);
+  const Ref result = host::call_method(self, names.private_get_result_content);
   Ref file = host::call(state.toolkit.file_body.now(), result, extension);
   if (!host::is_true(as_file)) return file;
   if (!host::is_true(file)) return host::none();

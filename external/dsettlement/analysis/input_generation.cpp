@@ -21,12 +21,12 @@ constexpr Parameter document_parameters[] = {host::self,
 Ref make_document(State& state, Arguments arguments) {
   const auto [self, metadata, dissipation_calculation] = arguments.first<3>();
   const State::Names& names = state.names;
-  host::call_method(self, names.validate);
+  host::call_method(self, names.private_validate);
   const Ref identification =
       host::is_true(metadata) ? host::share(metadata) : host::call(state.metadata.now());
   return host::Mapping()
-      .update(host::call_method(self, names.serialize))
-      .update(host::call_method(identification, names.serialize))
+      .update(host::call_method(self, names.private_serialize))
+      .update(host::call_method(identification, names.private_serialize))
       .put(names.dissipation_calculation, host::is_true(dissipation_calculation)
                                               ? host::get(dissipation_calculation, names.x)
                                               : host::none())
@@ -63,7 +63,7 @@ Ref make_file(State& state, Arguments arguments) {
   const auto [self, metadata, dissipation_calculation, as_file] = arguments.first<4>();
   const State::Names& names = state.names;
   const Ref document =
-      host::call_method(self, names.generate_input, metadata, dissipation_calculation);
+      host::call_method(self, names.private_generate_input, metadata, dissipation_calculation);
   const Ref answer = post(state, host::Mapping().put(names.input, document).done());
   const Ref text = host::item(answer, names.input_file);
   if (host::is_true(as_file)) {

@@ -19,8 +19,8 @@ struct State {
 
   struct Names {
     host::Name init{"__init__"};
-    host::Name serialize{"_serialize"};
-    host::Name validate{"_validate"};
+    host::Name private_serialize{"_serialize"};
+    host::Name private_validate{"_validate"};
     host::Name x{"x"};
 
     // Metadata: attributes and keys.
@@ -44,7 +44,7 @@ struct State {
     host::Name strftime{"strftime"};
 
     // Input generation.
-    host::Name generate_input{"_generate_input"};
+    host::Name private_generate_input{"_generate_input"};
     host::Name dissipation_calculation{"dissipation_calculation"};
     host::Name endpoint{"filldsettlementtemplate/v1/jobs/"};
     host::Name input{"input"};
@@ -62,7 +62,7 @@ struct State {
     host::Name decode{"decode"};
     host::Name utf_8{"utf-8"};
     host::Name get{"get"};
-    host::Name get_result_content{"_get_result_content"};
+    host::Name private_get_result_content{"_get_result_content"};
     host::Name get_output_file{"get_output_file"};
     host::Name extension{"extension"};
     host::Name as_file{"as_file"};

@@ -49,7 +49,7 @@ Ref make_curves(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const auto is_off_limit = [&, self = self, points = points](Py_ssize_t point, Py_ssize_t limit) {
     const Ref x = host::get(host::item(points, point), names.x);
-    return host::compare(x, Py_NE, host::item(host::get(self, names.limits), limit));
+    return host::compare(x, Py_NE, host::item(host::get(self, names.private_limits), limit));
   };
   if (is_off_limit(0, 0) || is_off_limit(-1, 1)) {
     host::raise(state.toolkit.model_error.original(),
@@ -59,7 +59,8 @@ Ref make_curves(State& state, Arguments arguments) {
   const Py_ssize_t count = host::length(points);
   for (Py_ssize_t i = 0; i < count - 1; ++i) {
     const Ref p1 = host::item(points, i);
-    curves.append(host::call_method(self, names.create_curve, p1, host::item(points, i + 1)));
+    curves.append(
+        host::call_method(self, names.private_create_curve, p1, host::item(points, i + 1)));
   }
   return curves.done();
 }
@@ -90,9 +91,9 @@ Ref register_boundary(State& state, Arguments arguments) {
   const auto [self, points] = arguments.first<2>();
   const State::Names& names = state.names;
   if (const Ref drawn = draw_boundary(state, self, points)) return drawn;
-  const Ref boundary =
-      make_chain(state, state.boundary, host::call_method(self, names.create_curves, points),
-                 "Points of the boundary must be ascending in X-direction");
+  const Ref boundary = make_chain(state, state.boundary,
+                                  host::call_method(self, names.private_create_curves, points),
+                                  "Points of the boundary must be ascending in X-direction");
   if (const Ref known = first_equal(host::get(self, names.private_boundaries), boundary)) {
     return known;
   }
@@ -109,7 +110,7 @@ constexpr Parameter pl_line_parameters[] = {
 std::pair<Ref, bool> search_pl_line(const State& state, Handle self, Handle points) {
   const State::Names& names = state.names;
   Ref pl_line =
-      make_chain(state, state.pl_line, host::call_method(self, names.create_curves, points),
+      make_chain(state, state.pl_line, host::call_method(self, names.private_create_curves, points),
                  "Points of the pl-line must be ascending in X-direction");
   if (Ref known = first_equal(host::get(self, names.private_pl_lines), pl_line)) {
     return {std::move(known), true};

@@ -21,13 +21,13 @@ Ref make_document(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   return host::Mapping()
-      .update(host::call(host::super(state.model_2d.original(), self, names.serialize)))
+      .update(host::call(host::super(state.model_2d.original(), self, names.private_serialize)))
       .put(names.model_type, host::integer(two_dimensional))
-      .put(names.points, host::call_method(self, names.serialize_points))
-      .put(names.curves, host::call_method(self, names.serialize_curves))
-      .put(names.boundaries, host::call_method(self, names.serialize_boundaries))
-      .put(names.pl_lines, host::call_method(self, names.serialize_pl_lines))
-      .put(names.layers, host::call_method(self, names.serialize_layers))
+      .put(names.points, host::call_method(self, names.private_serialize_points))
+      .put(names.curves, host::call_method(self, names.private_serialize_curves))
+      .put(names.boundaries, host::call_method(self, names.private_serialize_boundaries))
+      .put(names.pl_lines, host::call_method(self, names.private_serialize_pl_lines))
+      .put(names.layers, host::call_method(self, names.private_serialize_layers))
       .put(names.phreatic_line, host::get(self, names.private_phreatic_line))
       .done();
 }

@@ -34,7 +34,7 @@ Ref stack_layer(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Handle model_error = state.toolkit.model_error.original();
 
-  if (!host::contains(host::get(self, names.materials), material)) {
+  if (!host::contains(host::get(self, names.private_materials), material)) {
     host::raise(model_error, host::text("Material with name '{}' does not exist", {material}));
   }
   check_code(state, pl_line_top,
@@ -47,7 +47,7 @@ Ref stack_layer(State& state, Arguments arguments) {
                 "Interpolation value for pl-line (99) cannot be assigned to bottom of geometry.");
   }
 
-  const Ref top = host::call_method(self, names.create_boundary, points);
+  const Ref top = host::call_method(self, names.private_create_boundary, points);
   const Ref layers = host::get(self, names.private_layers);
   const Ref bottom = host::is_true(layers) ? host::get(host::item(layers, -1), names.boundary_top)
                                            : host::item(boundaries_of(state, self), 0);

@@ -43,16 +43,16 @@ Ref init(State& state, Arguments arguments) {
 
   host::List layers;
   layers.append(Ref::steal(PyTuple_Pack(2, host::real(0.0).get(), names.undetermined.get())));
-  host::set(self, names.geometry,
+  host::set(self, names.private_geometry,
             host::call(state.geometry_1d.now(), host::real(-10.0), layers.done()));
   host::List verticals;
   verticals.append(host::call(state.model.vertical.now(), host::real(0.0)));
-  host::set(self, names.verticals, verticals.done());
+  host::set(self, names.private_verticals, verticals.done());
   return host::none();
 }
 
 Ref of_geometry(State& state, Handle self, const host::Name& attribute) {
-  return host::get(host::get(self, state.names.geometry), attribute);
+  return host::get(host::get(self, state.names.private_geometry), attribute);
 }
 
 Ref bottom_level(State& state, Arguments arguments) {
@@ -83,13 +83,13 @@ Ref update_geometry(State& state, Arguments arguments) {
   host::for_each(layers, [&](const Ref& layer) {
     ++position;
     const Ref material = host::item(layer, 1);
-    if (!host::contains(host::get(self, names.materials), material)) {
+    if (!host::contains(host::get(self, names.private_materials), material)) {
       host::raise(state.toolkit.model_error.original(),
                   host::text("Material with name '{}' does not exist (layer {})",
                              {material, host::integer(position)}));
     }
   });
-  host::set(self, names.geometry,
+  host::set(self, names.private_geometry,
             host::call(state.geometry_1d.now(), bottom_level, layers, phreatic_level));
   return host::none();
 }
@@ -98,9 +98,10 @@ Ref serialize(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   return host::Mapping()
-      .update(host::call(host::super(state.model_1d.original(), self, names.serialize)))
+      .update(host::call(host::super(state.model_1d.original(), self, names.private_serialize)))
       .put(names.model_type, host::integer(one_dimensional))
-      .put(names.geometry_key, host::call_method(host::get(self, names.geometry), names.serialize))
+      .put(names.geometry_key,
+           host::call_method(host::get(self, names.private_geometry), names.private_serialize))
       .done();
 }
 

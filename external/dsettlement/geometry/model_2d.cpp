@@ -58,7 +58,7 @@ void register_bottom(const State& state, Handle self, Handle boundary_bottom) {
     const auto [x, y] = host::unpack<2>(point);
     points.append(host::call_method(self, names.create_point, x, y));
   });
-  host::call_method(self, names.create_boundary, points.done());
+  host::call_method(self, names.private_create_boundary, points.done());
 }
 
 Ref init(State& state, Arguments arguments) {

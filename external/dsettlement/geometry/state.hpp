@@ -75,7 +75,7 @@ struct State {
   struct Names {
     host::Name init{"__init__"};
     host::Name get_state{"__getstate__"};
-    host::Name serialize{"_serialize"};
+    host::Name private_serialize{"_serialize"};
 
     host::Name bottom_level{"bottom_level"};
     host::Name private_bottom_level{"_bottom_level"};
@@ -85,29 +85,29 @@ struct State {
     host::Name phreatic_level{"phreatic_level"};
 
     // Attributes of a model.
-    host::Name geometry{"_geometry"};
-    host::Name limits{"_limits"};
-    host::Name materials{"_materials"};
-    host::Name verticals{"_verticals"};
+    host::Name private_geometry{"_geometry"};
+    host::Name private_limits{"_limits"};
+    host::Name private_materials{"_materials"};
+    host::Name private_verticals{"_verticals"};
     host::Name undetermined{"Undetermined"};
     host::Name private_points{"_points"};
     host::Name private_pl_lines{"_pl_lines"};
     host::Name private_phreatic_line{"_phreatic_line"};
     host::Name private_boundaries{"_boundaries"};
 
-    host::Name index_slot{"_dsettlement_registers"};
+    host::Name private_index_slot{"_dsettlement_registers"};
 
     // Operations of a model.
-    host::Name validate{"_validate"};
+    host::Name private_validate{"_validate"};
     host::Name create_point{"create_point"};
-    host::Name create_curves{"_create_curves"};
-    host::Name create_curve{"_create_curve"};
-    host::Name create_boundary{"_create_boundary"};
-    host::Name serialize_points{"_serialize_points"};
-    host::Name serialize_curves{"_serialize_curves"};
-    host::Name serialize_boundaries{"_serialize_boundaries"};
-    host::Name serialize_pl_lines{"_serialize_pl_lines"};
-    host::Name serialize_layers{"_serialize_layers"};
+    host::Name private_create_curves{"_create_curves"};
+    host::Name private_create_curve{"_create_curve"};
+    host::Name private_create_boundary{"_create_boundary"};
+    host::Name private_serialize_points{"_serialize_points"};
+    host::Name private_serialize_curves{"_serialize_curves"};
+    host::Name private_serialize_boundaries{"_serialize_boundaries"};
+    host::Name private_serialize_pl_lines{"_serialize_pl_lines"};
+    host::Name private_serialize_layers{"_serialize_layers"};
 
     // Points, curves and chains of curves.
     host::Name x{"x"};

@@ -28,7 +28,8 @@ Ref check_geometry(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   const Handle model_error = state.toolkit.model_error.original();
-  static_cast<void>(host::call(host::super(state.model_2d.original(), self, names.validate)));
+  static_cast<void>(
+      host::call(host::super(state.model_2d.original(), self, names.private_validate)));
 
   const Ref top_layer = layer_at(state, self, -1, "Model should have at least 1 layer.");
   const Ref pl_line_top = host::get(top_layer, names.pl_line_top);

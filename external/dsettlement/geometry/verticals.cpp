@@ -48,7 +48,7 @@ Ref find_vertical(const State& state, Handle self, Handle x) {
   if (const std::optional<double> number = plain_number(x)) {
     if (const auto verticals = lease_verticals(state, self)) return verticals->at(state, *number);
   }
-  return search_vertical(state, host::get(self, state.names.verticals), x);
+  return search_vertical(state, host::get(self, state.names.private_verticals), x);
 }
 
 void add_vertical(const State& state, Handle self, Handle vertical) {
@@ -56,15 +56,15 @@ void add_vertical(const State& state, Handle self, Handle vertical) {
   if (const auto verticals = lease_verticals(state, self)) {
     if (verticals->add_vertical(state, self, vertical)) return;
   }
-  host::call_method(host::get(self, names.verticals), names.append, vertical);
-  const Ref sort = host::get(host::get(self, names.verticals), names.sort);
+  host::call_method(host::get(self, names.private_verticals), names.append, vertical);
+  const Ref sort = host::get(host::get(self, names.private_verticals), names.sort);
   static_cast<void>(host::call_with(sort, {}, {{names.key, state.by_x}}));
 }
 
 Ref register_vertical(State& state, Arguments arguments) {
   const auto [self, x] = arguments.first<2>();
   const State::Names& names = state.names;
-  check_limits(state, host::get(self, names.limits), x);
+  check_limits(state, host::get(self, names.private_limits), x);
   if (const Ref known = find_vertical(state, self, x)) return known;
   const Ref vertical = host::call(state.model.vertical.now(), x);
   add_vertical(state, self, vertical);

@@ -52,23 +52,24 @@ Ref strain_rule(State& state, Handle natural_strain) {
 void set_vertical_drain(State& state, Handle self, Handle vertical_drain) {
   const State::Names& names = state.names;
   const bool given = host::is_true(vertical_drain);
-  host::set(self, names.has_vertical_drains, host::boolean(given));
-  host::set(self, names.vertical_drain,
-            given ? host::share(vertical_drain) : host::get(self, names.default_vertical_drain));
+  host::set(self, names.private_has_vertical_drains, host::boolean(given));
+  host::set(
+      self, names.private_vertical_drain,
+      given ? host::share(vertical_drain) : host::get(self, names.private_default_vertical_drain));
 }
 
 void make_containers(State& state, Handle self) {
   const State::Names& names = state.names;
-  host::set(self, names.materials, host::Mapping().done());
-  host::set(self, names.verticals, host::List().done());
-  host::set(self, names.non_uniform_loads, host::call(state.toolkit.ordered_dict.now()));
-  host::set(self, names.other_loads, host::Mapping().done());
-  host::set(self, names.calculation_times, host::List().done());
+  host::set(self, names.private_materials, host::Mapping().done());
+  host::set(self, names.private_verticals, host::List().done());
+  host::set(self, names.private_non_uniform_loads, host::call(state.toolkit.ordered_dict.now()));
+  host::set(self, names.private_other_loads, host::Mapping().done());
+  host::set(self, names.private_calculation_times, host::List().done());
 }
 
 void enter_default_materials(State& state, Handle self) {
   const State::Names& names = state.names;
-  const Ref defaults = host::get(self, names.default_materials);
+  const Ref defaults = host::get(self, names.private_default_materials);
   host::for_each_item(defaults, [&](Handle name, Handle material) {
     const auto [gam_dry, gam_wet, color] = host::unpack<3>(material);
     static_cast<void>(host::call_with(host::get(self, names.create_material),
@@ -87,32 +88,32 @@ Ref init(State& state, Arguments arguments) {
   const Handle model_error = state.toolkit.model_error.original();
 
   const Ref rule = strain_rule(state, natural_strain);
-  host::set(self, names.calculation_model, calculation_model);
-  host::set(self, names.consolidation_model, consolidation_model);
-  host::set(self, names.natural_strain, host::item(rule, calculation_model));
-  host::set(self, names.reliability_analysis, reliability_analysis);
-  host::set(self, names.fit_for_settlement_plate, fit_for_settlement_plate);
-  host::set(self, names.horizontal_displacements, horizontal_displacements);
-  host::set(self, names.limits, limits);
-  host::set(self, names.water_unit_weight, water_unit_weight);
+  host::set(self, names.private_calculation_model, calculation_model);
+  host::set(self, names.private_consolidation_model, consolidation_model);
+  host::set(self, names.private_natural_strain, host::item(rule, calculation_model));
+  host::set(self, names.private_reliability_analysis, reliability_analysis);
+  host::set(self, names.private_fit_for_settlement_plate, fit_for_settlement_plate);
+  host::set(self, names.private_horizontal_displacements, horizontal_displacements);
+  host::set(self, names.private_limits, limits);
+  host::set(self, names.private_water_unit_weight, water_unit_weight);
 
   if (!host::between(5L, verticals_discretization, 500L)) {
     host::raise(model_error, "verticals_discretization must be between 5 and 500");
   }
-  host::set(self, names.verticals_discretization, verticals_discretization);
-  host::set(self, names.verticals_z_coordinate, verticals_z_coordinate);
-  host::set(self, names.maintain_profile, maintain_profile);
+  host::set(self, names.private_verticals_discretization, verticals_discretization);
+  host::set(self, names.private_verticals_z_coordinate, verticals_z_coordinate);
+  host::set(self, names.private_maintain_profile, maintain_profile);
 
   if (!host::between(0L, profile_time, 100000L) ||
       !host::compare(profile_time, Py_LE, end_of_settlement_calculation)) {
     host::raise(model_error,
                 "profile_time must be between 0 and 100000 and <= end_of_settlement_calculation");
   }
-  host::set(self, names.profile_time, profile_time);
-  host::set(self, names.profile_unit_weight_above, profile_unit_weight_above);
-  host::set(self, names.profile_unit_weight_below, profile_unit_weight_below);
-  host::set(self, names.end_of_settlement_calculation, end_of_settlement_calculation);
-  host::set(self, names.stress_distribution_loads, stress_distribution_loads);
+  host::set(self, names.private_profile_time, profile_time);
+  host::set(self, names.private_profile_unit_weight_above, profile_unit_weight_above);
+  host::set(self, names.private_profile_unit_weight_below, profile_unit_weight_below);
+  host::set(self, names.private_end_of_settlement_calculation, end_of_settlement_calculation);
+  host::set(self, names.private_stress_distribution_loads, stress_distribution_loads);
 
   set_vertical_drain(state, self, vertical_drain);
   make_containers(state, self);

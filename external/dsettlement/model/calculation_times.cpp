@@ -25,14 +25,14 @@ Ref replace_times(State& state, Arguments arguments) {
   const Ref zero = host::integer(0);
   host::for_each(times, [&](const Ref& time) {
     const bool has_begun = host::compare(zero, Py_LE, time);
-    const Ref end = host::get(self, names.end_of_settlement_calculation);
+    const Ref end = host::get(self, names.private_end_of_settlement_calculation);
     if (!has_begun || !host::compare(time, Py_LE, end)) {
       host::raise(
           model_error,
           host::text("All times must be >= 0 and <= end of settlement calculation ({})", {end}));
     }
   });
-  host::set(self, names.calculation_times, host::list_of(times));
+  host::set(self, names.private_calculation_times, host::list_of(times));
   return host::none();
 }
 

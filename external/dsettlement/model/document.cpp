@@ -21,35 +21,38 @@ Ref make_document(State& state, Arguments arguments) {
   const State::Names::Keys& keys = names.keys;
 
   const auto strain_type = [&]() -> const host::Name& {
-    return host::is_true(host::get(self, names.natural_strain)) ? keys.natural : keys.linear;
+    return host::is_true(host::get(self, names.private_natural_strain)) ? keys.natural
+                                                                        : keys.linear;
   };
   host::Mapping document;
-  document.put(keys.calculation_model, value_of(state, self, names.calculation_model))
-      .put(keys.consolidation_model, value_of(state, self, names.consolidation_model))
+  document.put(keys.calculation_model, value_of(state, self, names.private_calculation_model))
+      .put(keys.consolidation_model, value_of(state, self, names.private_consolidation_model))
       .put(keys.strain_type, strain_type())
-      .put(keys.maintain_profile, host::get(self, names.maintain_profile))
-      .put(keys.profile_time, host::get(self, names.profile_time))
-      .put(keys.profile_unit_weight_above, host::get(self, names.profile_unit_weight_above))
-      .put(keys.profile_unit_weight_below, host::get(self, names.profile_unit_weight_below))
-      .put(keys.end_of_settlement_calculation, host::get(self, names.end_of_settlement_calculation))
-      .put(keys.verticals_discretization, host::get(self, names.verticals_discretization))
-      .put(keys.verticals_z_coordinate, host::get(self, names.verticals_z_coordinate))
-      .put(keys.stress_distribution_loads, host::get(self, names.stress_distribution_loads))
-      .put(keys.has_vertical_drains, host::get(self, names.has_vertical_drains))
-      .put(keys.soils, host::call_method(self, names.serialize_materials))
-      .put(keys.verticals, host::call_method(self, names.serialize_verticals))
-      .put(keys.non_uniform_loads, host::call_method(self, names.serialize_non_uniform_loads))
-      .put(keys.other_loads, host::call_method(self, names.serialize_other_loads))
-      .put(keys.residual_times, host::get(self, names.calculation_times))
-      .put(keys.vertical_drain,
-           host::call_method(host::get(self, names.vertical_drain), names.serialize));
+      .put(keys.maintain_profile, host::get(self, names.private_maintain_profile))
+      .put(keys.profile_time, host::get(self, names.private_profile_time))
+      .put(keys.profile_unit_weight_above, host::get(self, names.private_profile_unit_weight_above))
+      .put(keys.profile_unit_weight_below, host::get(self, names.private_profile_unit_weight_below))
+      .put(keys.end_of_settlement_calculation,
+           host::get(self, names.private_end_of_settlement_calculation))
+      .put(keys.verticals_discretization, host::get(self, names.private_verticals_discretization))
+      .put(keys.verticals_z_coordinate, host::get(self, names.private_verticals_z_coordinate))
+      .put(keys.stress_distribution_loads, host::get(self, names.private_stress_distribution_loads))
+      .put(keys.has_vertical_drains, host::get(self, names.private_has_vertical_drains))
+      .put(keys.soils, host::call_method(self, names.private_serialize_materials))
+      .put(keys.verticals, host::call_method(self, names.private_serialize_verticals))
+      .put(keys.non_uniform_loads,
+           host::call_method(self, names.private_serialize_non_uniform_loads))
+      .put(keys.other_loads, host::call_method(self, names.private_serialize_other_loads))
+      .put(keys.residual_times, host::get(self, names.private_calculation_times))
+      .put(keys.vertical_drain, host::call_method(host::get(self, names.private_vertical_drain),
+                                                  names.private_serialize));
   return document.done();
 }
 
 Ref make_verticals(State& state, Arguments arguments) {
   host::List verticals;
-  host::for_each(host::get(arguments[0], state.names.verticals), [&](const Ref& vertical) {
-    verticals.append(host::call_method(vertical, state.names.serialize));
+  host::for_each(host::get(arguments[0], state.names.private_verticals), [&](const Ref& vertical) {
+    verticals.append(host::call_method(vertical, state.names.private_serialize));
   });
   return verticals.done();
 }

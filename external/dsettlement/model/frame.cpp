@@ -19,11 +19,12 @@ namespace {
 
 // The copies keep the caller from changing the model's own containers.
 Ref materials(State& state, Arguments arguments) {
-  return host::call_method(host::get(arguments[0], state.names.materials), state.names.copy);
+  return host::call_method(host::get(arguments[0], state.names.private_materials),
+                           state.names.copy);
 }
 
 Ref verticals(State& state, Arguments arguments) {
-  return host::list_of(host::get(arguments[0], state.names.verticals));
+  return host::list_of(host::get(arguments[0], state.names.private_verticals));
 }
 
 struct Attribute {

@@ -25,7 +25,7 @@ struct State {
 
   struct Names {
     host::Name init{"__init__"};
-    host::Name serialize{"_serialize"};
+    host::Name private_serialize{"_serialize"};
     host::Name value{"value"};
     host::Name copy{"copy"};
 
@@ -37,38 +37,38 @@ struct State {
     host::Name private_x{"_x"};
 
     // Attributes of a model.
-    host::Name calculation_model{"_calculation_model"};
-    host::Name consolidation_model{"_consolidation_model"};
-    host::Name natural_strain{"_natural_strain"};
-    host::Name reliability_analysis{"_reliability_analysis"};
-    host::Name fit_for_settlement_plate{"_fit_for_settlement_plate"};
-    host::Name horizontal_displacements{"_horizontal_displacements"};
-    host::Name limits{"_limits"};
-    host::Name water_unit_weight{"_water_unit_weight"};
-    host::Name verticals_discretization{"_verticals_discretization"};
-    host::Name verticals_z_coordinate{"_verticals_z_coordinate"};
-    host::Name maintain_profile{"_maintain_profile"};
-    host::Name profile_time{"_profile_time"};
-    host::Name profile_unit_weight_above{"_profile_unit_weight_above_phreatic_level"};
-    host::Name profile_unit_weight_below{"_profile_unit_weight_below_phreatic_level"};
-    host::Name end_of_settlement_calculation{"_end_of_settlement_calculation"};
-    host::Name stress_distribution_loads{"_stress_distribution_loads"};
-    host::Name has_vertical_drains{"_has_vertical_drains"};
-    host::Name vertical_drain{"_vertical_drain"};
-    host::Name default_vertical_drain{"_DEFAULT_VERTICAL_DRAIN"};
-    host::Name default_materials{"_DEFAULT_MATERIALS"};
+    host::Name private_calculation_model{"_calculation_model"};
+    host::Name private_consolidation_model{"_consolidation_model"};
+    host::Name private_natural_strain{"_natural_strain"};
+    host::Name private_reliability_analysis{"_reliability_analysis"};
+    host::Name private_fit_for_settlement_plate{"_fit_for_settlement_plate"};
+    host::Name private_horizontal_displacements{"_horizontal_displacements"};
+    host::Name private_limits{"_limits"};
+    host::Name private_water_unit_weight{"_water_unit_weight"};
+    host::Name private_verticals_discretization{"_verticals_discretization"};
+    host::Name private_verticals_z_coordinate{"_verticals_z_coordinate"};
+    host::Name private_maintain_profile{"_maintain_profile"};
+    host::Name private_profile_time{"_profile_time"};
+    host::Name private_profile_unit_weight_above{"_profile_unit_weight_above_phreatic_level"};
+    host::Name private_profile_unit_weight_below{"_profile_unit_weight_below_phreatic_level"};
+    host::Name private_end_of_settlement_calculation{"_end_of_settlement_calculation"};
+    host::Name private_stress_distribution_loads{"_stress_distribution_loads"};
+    host::Name private_has_vertical_drains{"_has_vertical_drains"};
+    host::Name private_vertical_drain{"_vertical_drain"};
+    host::Name private_default_vertical_drain{"_DEFAULT_VERTICAL_DRAIN"};
+    host::Name private_default_materials{"_DEFAULT_MATERIALS"};
     host::Name create_material{"create_material"};
     host::Name color{"color"};
-    host::Name materials{"_materials"};
-    host::Name verticals{"_verticals"};
-    host::Name non_uniform_loads{"_non_uniform_loads"};
-    host::Name other_loads{"_other_loads"};
-    host::Name calculation_times{"_calculation_times"};
+    host::Name private_materials{"_materials"};
+    host::Name private_verticals{"_verticals"};
+    host::Name private_non_uniform_loads{"_non_uniform_loads"};
+    host::Name private_other_loads{"_other_loads"};
+    host::Name private_calculation_times{"_calculation_times"};
 
-    host::Name serialize_materials{"_serialize_materials"};
-    host::Name serialize_verticals{"_serialize_verticals"};
-    host::Name serialize_non_uniform_loads{"_serialize_non_uniform_loads"};
-    host::Name serialize_other_loads{"_serialize_other_loads"};
+    host::Name private_serialize_materials{"_serialize_materials"};
+    host::Name private_serialize_verticals{"_serialize_verticals"};
+    host::Name private_serialize_non_uniform_loads{"_serialize_non_uniform_loads"};
+    host::Name private_serialize_other_loads{"_serialize_other_loads"};
 
     // Keys of the document.
     struct Keys {

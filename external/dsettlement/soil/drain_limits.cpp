@@ -29,25 +29,25 @@ void check_range(const State& state, Handle limits, Handle drain, const host::Na
 void check_level(const State& state, Handle model, Handle drain, const host::Name& position,
                  const char* message) {
   const State::Names& names = state.names;
-  const Ref lowest = host::get(model, names.min_vertical_drains);
+  const Ref lowest = host::get(model, names.private_min_vertical_drains);
   const Ref value = host::get(drain, position);
   if (host::compare(lowest, Py_LE, value) &&
-      host::compare(value, Py_LE, host::get(model, names.max_vertical_drains))) {
+      host::compare(value, Py_LE, host::get(model, names.private_max_vertical_drains))) {
     return;
   }
-  host::raise(
-      state.toolkit.model_error.original(),
-      host::text(message, {host::get(drain, position), host::get(model, names.min_vertical_drains),
-                           host::get(model, names.max_vertical_drains)}));
+  host::raise(state.toolkit.model_error.original(),
+              host::text(message, {host::get(drain, position),
+                                   host::get(model, names.private_min_vertical_drains),
+                                   host::get(model, names.private_max_vertical_drains)}));
 }
 
 Ref check_drains(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  if (!host::is_true(host::get(self, names.has_vertical_drains))) return host::none();
+  if (!host::is_true(host::get(self, names.private_has_vertical_drains))) return host::none();
 
-  const Ref limits = host::get(self, names.limits);
-  const Ref drain = host::get(self, names.vertical_drain);
+  const Ref limits = host::get(self, names.private_limits);
+  const Ref drain = host::get(self, names.private_vertical_drain);
   check_range(state, limits, drain, names.range_to,
               "Vertical drains 'range_to' ({}) must be between model limits ({} - {})");
   check_range(state, limits, drain, names.range_from,

@@ -19,7 +19,7 @@ constexpr Parameter create_parameters[] = {host::self,          {"name", "str"},
 Ref enter_uniform_load(State& state, Arguments arguments) {
   const auto [self, name, time, unit_weight, height, y_application] = arguments.first<6>();
   const Ref load = host::call(state.uniform_load.now(), time, unit_weight, height, y_application);
-  host::call_method(self, state.names.add_other_load, name, load);
+  host::call_method(self, state.names.private_add_other_load, name, load);
   return host::none();
 }
 
@@ -27,7 +27,7 @@ constexpr Parameter add_parameters[] = {host::self, {"name", "str"}, {"load", "_
 
 Ref enter_other_load(State& state, Arguments arguments) {
   const auto [self, name, load] = arguments.first<3>();
-  const Ref loads = host::get(self, state.names.other_loads);
+  const Ref loads = host::get(self, state.names.private_other_loads);
   if (host::contains(loads, name)) {
     host::raise(state.toolkit.model_error.original(),
                 host::text("Load with name '{}' already exists", {name}));
@@ -40,17 +40,17 @@ Ref enter_other_load(State& state, Arguments arguments) {
 Ref list_loads(State& state, Handle loads) {
   host::List list;
   host::for_each_item(loads, [&](Handle name, Handle load) {
-    list.append(host::call_method(load, state.names.serialize, name));
+    list.append(host::call_method(load, state.names.private_serialize, name));
   });
   return list.done();
 }
 
 Ref list_other_loads(State& state, Arguments arguments) {
-  return list_loads(state, host::get(arguments[0], state.names.other_loads));
+  return list_loads(state, host::get(arguments[0], state.names.private_other_loads));
 }
 
 Ref list_non_uniform_loads(State& state, Arguments arguments) {
-  return list_loads(state, host::get(arguments[0], state.names.non_uniform_loads));
+  return list_loads(state, host::get(arguments[0], state.names.private_non_uniform_loads));
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ constexpr std::size_t first_of_vocabulary = std::size(leading_parameters);
 constexpr auto parameters = [] {
   std::array<Parameter, first_of_vocabulary + vocabulary.size()> all{};
   const auto end = std::ranges::copy(leading_parameters, all.begin()).out;
-  std::ranges::copy(vocabulary, end);
+  std::ranges::transform(vocabulary, end, &SoilParameter::parameter);
   return all;
 }();
 
@@ -35,7 +35,7 @@ Ref enter_material(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const auto model_error = state.toolkit.model_error.original();
 
-  if (host::contains(host::get(self, names.materials), name)) {
+  if (host::contains(host::get(self, names.private_materials), name)) {
     host::raise(model_error, host::text("Material with name '{}' already exists", {name}));
   }
   if (host::length(name) > longest_name) {
@@ -52,18 +52,19 @@ Ref enter_material(State& state, Arguments arguments) {
     host::check(PyDict_SetItem(soil_parameters.get(), state.vocabulary_keys[i].get(), value));
   }
   const Ref material = make_material(state, gam_dry, gam_wet, color, soil_parameters);
-  host::check(PyObject_SetItem(host::get(self, names.materials).get(), name, material.get()));
+  host::check(
+      PyObject_SetItem(host::get(self, names.private_materials).get(), name, material.get()));
   return host::none();
 }
 
 Ref make_list(State& state, Arguments arguments) {
   const Ref pairs =
-      Ref::steal(PyMapping_Items(host::get(arguments[0], state.names.materials).get()));
+      Ref::steal(PyMapping_Items(host::get(arguments[0], state.names.private_materials).get()));
   host::check(PyList_Sort(pairs.get()));
   host::List materials;
   host::for_each(pairs, [&](const Ref& pair) {
     materials.append(
-        host::call_method(host::item(pair, 1), state.names.serialize, host::item(pair, 0)));
+        host::call_method(host::item(pair, 1), state.names.private_serialize, host::item(pair, 0)));
   });
   return materials.done();
 }

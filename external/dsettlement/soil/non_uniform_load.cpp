@@ -82,12 +82,13 @@ Ref serialize(State& state, Arguments arguments) {
 Ref snapping_points(const State& state, Handle model) {
   const State::Names& names = state.names;
   const Ref pairs = Ref::steal(PySet_New(nullptr));
-  const Ref loads = host::call_method(host::get(model, names.non_uniform_loads), names.values);
+  const Ref loads =
+      host::call_method(host::get(model, names.private_non_uniform_loads), names.values);
   host::for_each(loads, [&](const Ref& load) {
     host::for_each(host::get(load, names.points),
                    [&](const Ref& point) { host::check(PySet_Add(pairs.get(), point.get())); });
   });
-  host::for_each(host::get(model, names.boundaries), [&](const Ref& boundary) {
+  host::for_each(host::get(model, names.private_boundaries), [&](const Ref& boundary) {
     host::for_each(host::get(boundary, names.points), [&](const Ref& point) {
       const Ref x = host::get(point, names.x);
       const Ref y = host::get(point, names.y);
@@ -109,7 +110,7 @@ Ref enter_load(State& state, Arguments arguments) {
                 host::text("Name of non-uniform load can be max {} characters long (is {} for {}).",
                            {host::integer(longest_name), host::integer(count), name}));
   }
-  if (host::contains(host::get(self, names.non_uniform_loads), name)) {
+  if (host::contains(host::get(self, names.private_non_uniform_loads), name)) {
     host::raise(model_error, host::text("Non-uniform load with name '{}' already exists.", {name}));
   }
   const Ref first = host::item(points, 0);
@@ -131,7 +132,7 @@ Ref enter_load(State& state, Arguments arguments) {
   }
   Ref load = host::call(state.non_uniform_load.now(), name, points, time, end_time, gamma_dry,
                         gamma_wet, temporary);
-  const Ref loads = host::get(self, names.non_uniform_loads);
+  const Ref loads = host::get(self, names.private_non_uniform_loads);
   host::check(PyObject_SetItem(loads.get(), name, load.get()));
   return load;
 }

@@ -1,7 +1,6 @@
 // What the operations on soil, loads and drains work with.
 #pragma once
 
-#include <cstring>
 #include <vector>
 
 #include "host/constructor.hpp"
@@ -14,9 +13,8 @@ namespace dsettlement::soil {
 struct State {
   State(host::Module& module, const Toolkit& shared) : toolkit(shared), module_(module) {
     host::Mapping defaults;
-    for (const host::Parameter& parameter : vocabulary) {
-      const bool is_pop = std::strcmp(parameter.name, pop_parameter) == 0;
-      vocabulary_keys.emplace_back(is_pop ? pop_key : parameter.name);
+    for (const auto& [parameter, key] : vocabulary) {
+      vocabulary_keys.emplace_back(key);
       vocabulary_defaults.push_back(module.constant(parameter.value));
       defaults.put(vocabulary_keys.back(), vocabulary_defaults.back());
     }
@@ -50,22 +48,22 @@ struct State {
 
   struct Names {
     host::Name init{"__init__"};
-    host::Name serialize{"_serialize"};
+    host::Name private_serialize{"_serialize"};
     host::Name name{"name"};
     host::Name value{"value"};
     host::Name type{"type"};
     host::Name time{"time"};
 
     // Attributes of a model.
-    host::Name materials{"_materials"};
-    host::Name other_loads{"_other_loads"};
-    host::Name non_uniform_loads{"_non_uniform_loads"};
-    host::Name add_other_load{"_add_other_load"};
-    host::Name limits{"_limits"};
-    host::Name has_vertical_drains{"_has_vertical_drains"};
-    host::Name vertical_drain{"_vertical_drain"};
-    host::Name min_vertical_drains{"_min_vertical_drains"};
-    host::Name max_vertical_drains{"_max_vertical_drains"};
+    host::Name private_materials{"_materials"};
+    host::Name private_other_loads{"_other_loads"};
+    host::Name private_non_uniform_loads{"_non_uniform_loads"};
+    host::Name private_add_other_load{"_add_other_load"};
+    host::Name private_limits{"_limits"};
+    host::Name private_has_vertical_drains{"_has_vertical_drains"};
+    host::Name private_vertical_drain{"_vertical_drain"};
+    host::Name private_min_vertical_drains{"_min_vertical_drains"};
+    host::Name private_max_vertical_drains{"_max_vertical_drains"};
 
     // Materials.
     host::Name gam_dry{"gam_dry"};
@@ -94,7 +92,7 @@ struct State {
     host::Name private_temporary{"_temporary"};
 
     // What a load of soil may rest on.
-    host::Name boundaries{"_boundaries"};
+    host::Name private_boundaries{"_boundaries"};
     host::Name values{"values"};
     host::Name x{"x"};
     host::Name y{"y"};

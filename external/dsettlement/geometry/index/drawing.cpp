@@ -40,7 +40,7 @@ std::optional<std::vector<PointKey>> keys_of(const State& state, Handle points) 
 
 bool run_from_limit_to_limit(const State& state, Handle model,
                              const std::vector<PointKey>& points) {
-  const Ref given = host::value_in(host::own_attributes(model), state.names.limits);
+  const Ref given = host::value_in(host::own_attributes(model), state.names.private_limits);
   const Ref limits = elements_of(given.get());
   if (!limits || PyTuple_GET_SIZE(limits.get()) < 2 || points.empty()) return false;
   return plain_number(PyTuple_GET_ITEM(limits.get(), 0)) == points.front().x &&

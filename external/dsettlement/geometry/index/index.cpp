@@ -138,8 +138,8 @@ Ref get_state(State& state, Arguments arguments) {
   }
   // The attributes, and what stands in slots.
   const Ref slots = host::item(members, 1);
-  if (PyDict_CheckExact(slots.get()) != 0 && host::contains(slots, names.index_slot)) {
-    host::check(PyDict_DelItem(slots.get(), names.index_slot.get()));
+  if (PyDict_CheckExact(slots.get()) != 0 && host::contains(slots, names.private_index_slot)) {
+    host::check(PyDict_DelItem(slots.get(), names.private_index_slot.get()));
     if (PyDict_GET_SIZE(slots.get()) == 0) return host::item(members, 0);
   }
   return members;
@@ -189,7 +189,7 @@ void add_index(host::Module& module, State& state, host::ClassBody& body) {
 
 void remember_model_class(State& state, Handle model_class) {
   watch_attributes(model_class);
-  state.index_slot = host::get(model_class, state.names.index_slot);
+  state.index_slot = host::get(model_class, state.names.private_index_slot);
   state.model_members.remember(model_class);
 }
 

@@ -18,8 +18,8 @@ bool is_model_as_made(const State& state, Handle model) {
   if (!state.model_members.are_those_of(model)) return false;
   // An operation, unlike a property or a watched list, can also be put into the object itself.
   const Ref attributes = host::own_attributes(model);
-  return !host::value_in(attributes, state.names.create_curves) &&
-         !host::value_in(attributes, state.names.create_curve);
+  return !host::value_in(attributes, state.names.private_create_curves) &&
+         !host::value_in(attributes, state.names.private_create_curve);
 }
 
 Stamp stamp_of(const State& state, Handle model, std::uint64_t looks) {
