@@ -141,6 +141,9 @@ def test_a_class_stays_itself(name: str) -> None:
 def test_an_operation_stays_itself(operation: Any, path: str) -> None:
     assert copy.deepcopy(operation) is operation
     assert copy.copy(operation) is operation
+    owner, name = path.split(".")
+    if getattr(getattr(dsettlement, owner), name) is not operation:
+        return  # behind a property or a class method, where no pickle finds a function
     assert all(pickle.loads(pickle.dumps(operation, p)) is operation for p in PROTOCOLS)
 
 

@@ -9,10 +9,19 @@ import pytest
 import sembra.external.dsettlement as dsettlement
 from sembra.external.dsettlement import Metadata, Model1D, _Model, _Vertical
 
+from tests.host.conftest import OPERATIONS, SIGNATURES
+
+ENUMERATIONS = {"CalculationModel", "ConsolidationModel", "DrainGrid", "DrainType"}
+
 
 def described(signature: inspect.Signature) -> list[tuple[str, Any, str]]:
     """Names, kinds and defaults; a default by its text, so that 0, 0.0 and False differ."""
     return [(p.name, p.kind, repr(p.default)) for p in signature.parameters.values()]
+
+
+def test_what_is_said_of_operations_is_said_of_those_that_exist() -> None:
+    assert set(SIGNATURES) <= set(OPERATIONS)
+    assert {path.split(".")[0] for path in OPERATIONS} >= set(dsettlement.__all__) - ENUMERATIONS
 
 
 def test_the_signature_is_that_of_an_operation_written_in_python(operation: Any, twin: Any) -> None:
