@@ -132,7 +132,7 @@ def spreads(rows: Sequence[Row[Variant]], column: str) -> dict[tuple[float, floa
 def widest_spacing(rows: Sequence[Row[Variant]], height: float) -> float | None:
     """Return the widest spacing that keeps to what is allowed, whatever the stiffness [m]."""
     residual = spreads(rows, COLUMNS[2])
-    fitting = [at for (of, at), spread in residual.items() if of == height]
+    fitting = [at for of, at in residual if of == height]
     fitting = [at for at in fitting if residual[height, at].greatest <= ALLOWED]
     return max(fitting, default=None)
 

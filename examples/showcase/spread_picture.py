@@ -1,5 +1,8 @@
 """The picture of a parametric study: what a drain spacing comes to, and how sure that is."""
 
+# matplotlib says nothing of the types of its keyword arguments.
+# pyright: reportUnknownMemberType=false
+
 from collections.abc import Sequence
 from pathlib import Path
 

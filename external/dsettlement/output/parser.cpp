@@ -117,17 +117,18 @@ void define_parser(host::Module& module, State& state) {
           "Raises ValueError for a field that is no number, and IndexError for a row with too few "
           "fields.")
           .returning("dict[int, dict[str, Any]]"));
-  body.add(state,
-           host::property<residual_times>(
-               "residual_times",
-               "Returns the residual times.\n\n"
-               "A mapping of the vertical's number in the file to a mapping of header, such as "
-               "`Time` and `Settlement`, to a list with one number per row. It is empty if the "
-               "file has no such block, or one without rows, as without calculation times.\n\n"
-               "Raises ValueError for a field that is no number, and IndexError for a row with too "
-               "few fields. In some files of D-Settlement the first such block has no rows and runs "
-               "on to the end of a second one: that raises ValueError too.")
-               .returning("dict[int, dict[str, list[float]]]"));
+  body.add(
+      state,
+      host::property<residual_times>(
+          "residual_times",
+          "Returns the residual times.\n\n"
+          "A mapping of the vertical's number in the file to a mapping of header, such as "
+          "`Time` and `Settlement`, to a list with one number per row. It is empty if the "
+          "file has no such block, or one without rows, as without calculation times.\n\n"
+          "Raises ValueError for a field that is no number, and IndexError for a row with too "
+          "few fields. In some files of D-Settlement the first such block has no rows and runs "
+          "on to the end of a second one: that raises ValueError too.")
+          .returning("dict[int, dict[str, list[float]]]"));
   body.add(state, host::class_method<parse_results>(
                       "_parse_results", file_parameters,
                       "Return the [Results] block of a text, tags included.\n\n"

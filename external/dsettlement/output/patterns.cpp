@@ -41,7 +41,7 @@ void Patterns::define(host::ClassBody& body) {
 
 Ref Patterns::to_run(Handle cls, Pattern pattern, bool is_plain_text) const {
   const auto index = static_cast<std::size_t>(pattern);
-  Ref found = host::get(cls, names_[index]);
+  const Ref found = host::get(cls, names_[index]);
   return is_plain_text && found.get() == compiled_[index].get() ? Ref() : found;
 }
 

@@ -135,10 +135,10 @@ class VerticalReader {
     for (const auto& block : times) tables.add(real_of(block.time), block.rows);
   }
 
-  Ref to_run(Pattern pattern) const {
+  [[nodiscard]] Ref to_run(Pattern pattern) const {
     return state_.patterns.to_run(cls_, pattern, section_ != nullptr);
   }
-  Ref times_to_run(bool is_plain) const {
+  [[nodiscard]] Ref times_to_run(bool is_plain) const {
     return state_.patterns.to_run(cls_, Pattern::vertical_data_at_time, is_plain);
   }
 
