@@ -19,6 +19,7 @@ from itertools import product
 from pathlib import Path
 from typing import NamedTuple
 
+from sembra.core import Color
 from sembra.external.dsettlement import (
     CalculationModel,
     ConsolidationModel,
@@ -84,15 +85,15 @@ def build_model(variant: Variant) -> Model1D:
     )
     factor = variant.stiffness
     model.create_material(
-        "Peat", 10.5, 10.5, cp=30 * factor, cp1=10 * factor, cs=320 * factor, cs1=90 * factor,
-        cv=3e-8, precon_koppejan_type=2, pop=8.0,
+        "Peat", 10.5, 10.5, Color(110, 80, 50), cp=30 * factor, cp1=10 * factor,
+        cs=320 * factor, cs1=90 * factor, cv=3e-8, precon_koppejan_type=2, pop=8.0,
     )  # fmt: skip
     model.create_material(
-        "Clay", 15.0, 15.0, cp=48 * factor, cp1=16 * factor, cs=800 * factor, cs1=260 * factor,
-        cv=5e-8, precon_koppejan_type=2, pop=12.0,
+        "Clay", 15.0, 15.0, Color(120, 150, 120), cp=48 * factor, cp1=16 * factor,
+        cs=800 * factor, cs1=260 * factor, cv=5e-8, precon_koppejan_type=2, pop=12.0,
     )  # fmt: skip
     model.create_material(
-        "Sand", 18.0, 20.0, cp=1000, cp1=500, cs=1e6, cs1=1e6, drained=1,
+        "Sand", 18.0, 20.0, Color(230, 200, 120), cp=1000, cp1=500, cs=1e6, cs1=1e6, drained=1,
         precon_koppejan_type=2, pop=0.0,
     )  # fmt: skip
     model.update_geometry(
