@@ -9,6 +9,7 @@ from math import exp, log, log10
 import numpy as np
 import pytest
 from sembra.local.worker.arrays import Floats
+from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
 from sembra.local.worker.soil_models.bjerrum import Bjerrum
 from sembra.local.worker.soil_models.isotache import Isotache
 from sembra.local.worker.soil_models.soil_model import Elements, StressStep
@@ -165,6 +166,16 @@ def test_drained_strains_are_superposed(natural: bool) -> None:
     assert both == pytest.approx(first * alone + second * (together - alone))
     # Creep under the first load is held back as well, and the second hastens it.
     assert both[2] > one[2] > 0
+
+
+@pytest.mark.parametrize("correction", list(PreconsolidationOption))
+def test_corrections_of_the_preconsolidation_pressure_change_nothing(
+    correction: PreconsolidationOption,
+) -> None:
+    steps, times = ((0.0, 100.0), (5.0, 60.0), (9.0, 90.0)), [3.0, 20.0]
+    soil = elements(ABC, [50.0], [60.0])
+    corrected = Isotache(soil, options(preconsolidation=correction))
+    assert drained(corrected, times, *steps).tolist() == drained(model(), times, *steps).tolist()
 
 
 def test_parameters_of_isotaches() -> None:
