@@ -37,7 +37,15 @@ class BackgroundService:
         except OSError as error:
             raise InternalError(f"No loopback port for the local service: {error}") from error
         self._server = uvicorn.Server(
-            uvicorn.Config(app, lifespan="off", log_config=None, access_log=False, ws="none")
+            uvicorn.Config(
+                app,
+                loop="asyncio",
+                http="h11",
+                ws="none",
+                lifespan="off",
+                log_config=None,
+                access_log=False,
+            )
         )
         self._thread = threading.Thread(
             target=self._server.run, args=([self._socket],), name="sembra-service", daemon=True

@@ -49,6 +49,9 @@ class _Request(Strict):
     ]
 
 
+_Request.model_rebuild(force=True)
+
+
 def read_document(body: bytes) -> Frame:
     """Read the body of a request.
 

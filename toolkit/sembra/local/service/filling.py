@@ -54,6 +54,7 @@ def _make_environment() -> Environment:
         lstrip_blocks=True,
         keep_trailing_newline=True,
         newline_sequence="\n",
+        auto_reload=False,
     )
     environment.filters |= {
         "fixed": fixed,

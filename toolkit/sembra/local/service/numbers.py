@@ -6,11 +6,16 @@ field shows gets them. What is read back is always the number that was given.
 """
 
 from decimal import Decimal
+from functools import lru_cache
 
 MOST_DIGITS = 17
 """Places on either side of the point before a fixed-point number is written with an exponent."""
 
+KEPT = 10_000
+"""How many texts are kept: most numbers of a file are defaults, the same in every file."""
 
+
+@lru_cache(KEPT)
 def fixed(value: float, decimals: int, width: int = 0) -> str:
     """Write a number in fixed point, right-aligned.
 
@@ -26,6 +31,7 @@ def fixed(value: float, decimals: int, width: int = 0) -> str:
     return f"{exact:.{max(decimals, needed)}f}".rjust(width)
 
 
+@lru_cache(KEPT)
 def exponent(value: float, decimals: int, places: int = 2, width: int = 0) -> str:
     """Write a number with an exponent, right-aligned.
 

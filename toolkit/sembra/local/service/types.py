@@ -20,7 +20,14 @@ MOST_UNKNOWN = 100
 class Strict(BaseModel):
     """A mapping with exactly the declared keys, whose values are of the declared types."""
 
-    model_config = ConfigDict(extra="forbid", strict=True, frozen=True, allow_inf_nan=False)
+    model_config = ConfigDict(
+        extra="forbid",
+        strict=True,
+        frozen=True,
+        allow_inf_nan=False,
+        # A mapping is checked as a part of the request alone: it needs no checks of its own.
+        defer_build=True,
+    )
 
     @model_validator(mode="before")
     @classmethod
