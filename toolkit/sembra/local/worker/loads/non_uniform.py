@@ -79,6 +79,7 @@ def _strip_load(embankments: Sequence[Embankment], index: int, site: Site) -> St
         )
     )
     before, base, after = map(np.minimum, outlines, surfaces)
+    top_before, _, top_after = map(np.maximum, outlines, surfaces)
     return StripLoad(
         name=embankment.name,
         time=embankment.time,
@@ -90,6 +91,7 @@ def _strip_load(embankments: Sequence[Embankment], index: int, site: Site) -> St
             slope=(after - before) / (2 * quarter),
             distribution=site.spreading.distribution,
             sliced=site.spreading.within_loads,
+            top_slope=(top_after - top_before) / (2 * quarter),
         ),
         fill=Fill(embankment.unit_weight_dry, embankment.unit_weight_wet, site.water_unit_weight),
         water_levels=site.phreatic_line.levels(middles),

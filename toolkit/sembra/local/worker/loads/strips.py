@@ -16,8 +16,9 @@ _VALUES_AT_ONCE = 1_000_000
 class Strips:
     """Columns side by side, of endless length across: edges, level of the base, height, in metres.
 
-    `slope` is that of the base. Cut into slices of about a metre, a column spreads its weight from
-    within: each slice has an even part of it and spreads from its own base.
+    `slope` is that of the base, and `top_slope` that of the top, by default the same. Cut into
+    slices of about a metre, a column spreads its weight from within: each slice has an even part of
+    it and spreads from its own base.
     """
 
     left: Floats
@@ -27,6 +28,7 @@ class Strips:
     slope: Floats
     distribution: Distribution
     sliced: bool = False
+    top_slope: Floats | None = None
     _shares: dict[tuple[float, bytes], Floats] = field(
         default_factory=dict, init=False, repr=False, compare=False
     )
@@ -40,6 +42,14 @@ class Strips:
     def tops(self) -> Floats:
         """Levels of the tops."""
         return self.base + self.height
+
+    @property
+    def ends(self) -> tuple[Floats, Floats]:
+        """Level of the base and height at the left and right edges, each of shape (2, columns)."""
+        outwards = np.stack([self.left - self.middles, self.right - self.middles])
+        top_slope = self.slope if self.top_slope is None else self.top_slope
+        base = self.base + self.slope * outwards
+        return base, np.maximum(self.height + (top_slope - self.slope) * outwards, 0.0)
 
     def shares(self, x: float, levels: Floats) -> Floats:
         """Return what part of each column's pressure reaches points, shape (levels, columns).

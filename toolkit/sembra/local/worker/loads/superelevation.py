@@ -55,7 +55,11 @@ class MaintainedProfile:
             self._top(x) for x in (middles - quarter, middles, middles + quarter)
         )
         loaded = base - ground.levels(middles) > _LEAST_HEIGHT
-        height = np.where(loaded, np.interp(middles, places, np.maximum(heights, 0.0)), 0.0)
+        lower, height, upper = (
+            np.where(loaded, np.interp(x, places, np.maximum(heights, 0.0)), 0.0)
+            for x in (left, middles, right)
+        )
+        slope = (after - before) / (2 * quarter)
         return StripLoad(
             name=NAME,
             time=self.option.time,
@@ -64,9 +68,10 @@ class MaintainedProfile:
                 right=right,
                 base=base,
                 height=height,
-                slope=(after - before) / (2 * quarter),
+                slope=slope,
                 distribution=site.spreading.distribution,
                 sliced=site.spreading.within_loads,
+                top_slope=slope + (upper - lower) / (right - left),
             ),
             fill=Fill(
                 self.option.unit_weight_dry, self.option.unit_weight_wet, site.water_unit_weight

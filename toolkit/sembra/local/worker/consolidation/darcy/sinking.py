@@ -6,13 +6,16 @@ the point where it is. Both weigh less by it.
 """
 
 from collections.abc import Sequence
+from dataclasses import replace
 
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.consolidation import Situation
+from sembra.local.worker.consolidation.darcy.wet_columns import WetColumns
 from sembra.local.worker.ground.stresses import load_stress
-from sembra.local.worker.loads.load import Load
+from sembra.local.worker.loads.load import Load, SurfaceSettlement
+from sembra.local.worker.loads.strip_load import StripLoad
 
 _ROUNDING = 1e-6
 
@@ -33,6 +36,7 @@ class SinkingLoads:
         loads = [load for load in situations[0].loads if load.time <= last]
         self._initial = [load for load in loads if load.is_initial]
         self._later = [load for load in loads if not load.is_initial]
+        self._wet: dict[int, WetColumns] = {}
         self._dry = [load_stress(self._initial, s.column, s.mesh.levels) for s in situations]
 
     def increases(self, time: float, settlements: Sequence[Floats]) -> list[Floats]:
@@ -52,11 +56,25 @@ class SinkingLoads:
             *self._initial,
             *(load for load in self._later if load.time <= time + _ROUNDING),
         ]
-        wet = [load.submerged(sunk) for load in there]
+        heights: dict[int, Floats] = {}
+        wet = [self._submerged(load, sunk, heights) for load in there]
         return [
             load_stress(wet, s.column, s.mesh.levels) - dry + _loss_of_soil(s, settlement)
             for s, dry, settlement in zip(self._situations, self._dry, settlements, strict=True)
         ]
+
+    def _submerged(self, load: Load, sunk: SurfaceSettlement, heights: dict[int, Floats]) -> Load:
+        """Return a load after the ground has settled.
+
+        A load and its removal have the same columns, whose heights in water are kept in `heights`.
+        """
+        if not isinstance(load, StripLoad):
+            return load.submerged(sunk)
+        key = id(load.strips)
+        if key not in heights:
+            columns = self._wet.setdefault(key, WetColumns(load))
+            heights[key] = columns.heights(sunk(load.strips.middles))
+        return replace(load, water_levels=load.strips.base + heights[key])
 
 
 def _loss_of_soil(situation: Situation, settlements: Floats) -> Floats:
