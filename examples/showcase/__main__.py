@@ -3,10 +3,10 @@
 import argparse
 from pathlib import Path
 
-from . import one_dimensional, parametric_study, two_dimensional
+from . import choice_of_model, one_dimensional, parametric_study, two_dimensional
 from .terminal import Terminal
 
-STORIES = (one_dimensional.tell, two_dimensional.tell, parametric_study.tell)
+STORIES = (one_dimensional.tell, two_dimensional.tell, choice_of_model.tell, parametric_study.tell)
 
 
 def main() -> None:

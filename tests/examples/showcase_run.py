@@ -7,6 +7,7 @@ from pathlib import Path
 TITLES = {
     "one_dimensional": "One dimension: ",
     "two_dimensional": "Two dimensions: ",
+    "choice_of_model": "The choice of the model: ",
     "parametric_study": "A parametric study: ",
 }
 """How the title of each story begins, by the name of its files."""

@@ -16,7 +16,8 @@ from sembra.local.worker.ground.pore_pressure import pore_pressures_at
 from sembra.local.worker.loads.load import Load
 
 _STRESS_TOLERANCE = 1e-6
-_LEAST_EFFECTIVE_STRESS = 0.001
+LEAST_EFFECTIVE_STRESS = 0.001
+"""What the soil keeps of effective stress, in kPa, where weight or water would leave it nothing."""
 
 
 def soil_stress(column: Column, levels: Floats, water_unit_weight: float) -> Floats:
@@ -59,7 +60,7 @@ def initial_effective_stress(
     total += load_stress(initial, column, mesh.levels)
     effective = total - pore_pressures(column, mesh, water_unit_weight)
     check_not_negative(mesh, effective)
-    return np.maximum(effective, _LEAST_EFFECTIVE_STRESS)
+    return np.maximum(effective, LEAST_EFFECTIVE_STRESS)
 
 
 def check_not_negative(mesh: Mesh, effective: Floats) -> None:

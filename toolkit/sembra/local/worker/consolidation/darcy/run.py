@@ -14,11 +14,11 @@ from sembra.local.worker.consolidation.darcy.convolution import Convolution
 from sembra.local.worker.consolidation.darcy.permeability import Permeability
 from sembra.local.worker.consolidation.darcy.profile import Profile, Row
 from sembra.local.worker.consolidation.darcy.storage_equation import (
-    LEAST_EFFECTIVE_STRESS,
     Conditions,
     StorageEquation,
 )
 from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS
 from sembra.local.worker.options import Options
 from sembra.local.worker.soil_models.soil_model import Elements, SoilModel
 

@@ -26,8 +26,8 @@ from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.darcy.convolution import Factors, Remembered
 from sembra.local.worker.consolidation.darcy.tridiagonal import solve_tridiagonal
 from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS
 
-LEAST_EFFECTIVE_STRESS = 0.001
 _TOLERANCE = 1e-9
 _ITERATIONS = 100
 _LARGEST_FALL = 3.0

@@ -10,7 +10,7 @@ from sembra.local.worker.consolidation.consolidation import Consolidated, Situat
 from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
 from sembra.local.worker.consolidation.terzaghi.dewatering import Drawdown, drawdowns
 from sembra.local.worker.ground.mesh import Mesh
-from sembra.local.worker.ground.stresses import pore_pressures
+from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS, pore_pressures
 from sembra.local.worker.loads.load_steps import LoadStep, element_stress, load_steps
 from sembra.local.worker.soil_models.soil_model import StressStep
 from sembra.local.worker.timesteps import calculation_times
@@ -33,7 +33,7 @@ def consolidate(situation: Situation) -> Consolidated:
     )
     lowered = [one for one in lowered if one.time < options.end]
     loads = load_steps(s.column, mesh, s.initial, s.loads)
-    steps = _with_dewatering(loads, lowered, mesh)
+    steps = _with_dewatering(s, loads, lowered)
     starts = [step.time for step in steps] + ([s.drains.start] if s.drains else [])
     times = calculation_times(starts, options.end, s.wanted_times)
     changes = [step for step in steps if not step.is_own_weight]
@@ -53,19 +53,19 @@ def consolidate(situation: Situation) -> Consolidated:
 
 
 def _with_dewatering(
-    steps: Sequence[LoadStep], lowered: Sequence[Drawdown], mesh: Mesh
+    s: Situation, steps: Sequence[LoadStep], lowered: Sequence[Drawdown]
 ) -> list[LoadStep]:
     """Return the load steps with those of dewatering among them.
 
-    Dewatering at the time of a load is one step with it; the own weight stays by itself.
+    Dewatering at the time of a load is one step with it; the own weight stays by itself. Water in
+    the drains lifts no soil: where the pore pressure would rise too far, the least stress is left.
     """
     loads = [step for step in steps if not step.is_own_weight]
-    before = [step for step in steps if step.is_own_weight]
-    merged = list(before)
+    merged = [step for step in steps if step.is_own_weight]
     for time in sorted({step.time for step in loads} | {one.time for one in lowered}):
-        placed = [step for step in [*before, *loads] if step.time <= time]
-        effective = placed[-1].effective + lowering(mesh, lowered, time)
-        merged.append(LoadStep(time, effective))
+        placed = [s.initial, *(step.effective for step in loads if step.time <= time)][-1]
+        lifted = np.maximum(placed + lowering(s.mesh, lowered, time), LEAST_EFFECTIVE_STRESS)
+        merged.append(LoadStep(time, np.where(placed < LEAST_EFFECTIVE_STRESS, placed, lifted)))
     return merged
 
 
