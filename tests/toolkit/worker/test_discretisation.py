@@ -1,11 +1,16 @@
 """Depths at which a column is calculated."""
 
+from dataclasses import replace
 from itertools import pairwise
 
+import numpy as np
 import pytest
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column, Layer
+from sembra.local.worker.ground.imaginary_surface import SoilAbove
 from sembra.local.worker.ground.mesh import make_mesh
+from sembra.local.worker.loads.spreading import Distribution
+from sembra.local.worker.loads.strips import Strips
 
 from tests.toolkit.worker.made_material import material
 
@@ -79,7 +84,10 @@ def test_every_piezometric_level_has_a_node() -> None:
 
 
 def test_an_imaginary_surface_has_tenths_around_it() -> None:
-    levels = make_mesh(column(4.0, 0.0, -5.0), imaginary_surface=0.0).levels
+    nothing = np.zeros(1)
+    strips = Strips(nothing, nothing + 1, nothing, nothing, nothing, Distribution.BUISMAN)
+    above = SoilAbove(0.0, 0.0, strips, nothing)
+    levels = make_mesh(replace(column(4.0, 0.0, -5.0), soil_above=above)).levels
     tenths = [0.4, 0.3, 0.2, 0.1, 0.0, -1e-5, -0.1, -0.2, -0.3, -0.4, -0.5]
     assert [level for level in levels if level < 2.95] == pytest.approx(
         [2.0, 1.2, *tenths, -1.5, -2.5, -3.4, -4.4, -5.0], abs=1e-9

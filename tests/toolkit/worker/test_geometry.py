@@ -5,7 +5,8 @@ from base64 import b64decode
 import pytest
 from sembra.local.worker import run_job
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween, Polyline
+from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
+from sembra.local.worker.ground.polyline import Polyline
 
 from tests.toolkit.worker.input_file import calculated, input_text, job, refused
 from tests.toolkit.worker.made_material import material

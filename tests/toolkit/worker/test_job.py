@@ -25,7 +25,6 @@ def test_models_that_are_not_covered() -> None:
 @pytest.mark.parametrize(
     ("option", "what"),
     [
-        ("Imaginary surface", "an imaginary surface"),
         ("Use fit factors", "fit factors"),
     ],
 )
@@ -57,11 +56,6 @@ def test_what_only_adds_results_is_left_away_with_a_warning(label: str, what: st
         input_text(model={label: 1})
     )
     assert run_job(job(input_text()))["remarks"] == []
-
-
-def test_water_loads_are_not_covered() -> None:
-    text = input_text().replace("[WATER LOADS]\n    0", "[WATER LOADS]\n    1")
-    assert refused(text) == "The worker does not cover water loads."
 
 
 def test_other_kinds_of_load_are_named() -> None:

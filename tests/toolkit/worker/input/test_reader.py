@@ -124,7 +124,11 @@ def test_count_of_a_thousand_million_ends_at_the_end_of_the_section() -> None:
 
 def test_load_after_the_end() -> None:
     text = input_text(loads=[("Fill", 10, 20.0, 1.5, 0.0)], end=10)
-    assert "which is not before the end of consolidation at 10 days" in refused(text)
+    project = read_project(text)
+    assert project.loads == ()
+    assert project.remarks == (
+        'The load "Fill" comes when the calculation has ended, after 10 days, and causes nothing.',
+    )
 
 
 def test_text_of_an_older_code_page() -> None:

@@ -2,6 +2,7 @@
 
 from dataclasses import dataclass
 
+from sembra.local.worker.ground.imaginary_surface import SoilAbove
 from sembra.local.worker.ground.material import Material
 
 
@@ -26,6 +27,7 @@ class Column:
     """The ground below one vertical: layers from top to bottom without gaps.
 
     `piezometric_levels` are those of all pl-lines here, whichever layers they hold for.
+    `soil_above` is what stands above an imaginary surface, if there is one.
     """
 
     x: float
@@ -33,6 +35,7 @@ class Column:
     layers: tuple[Layer, ...]
     phreatic_level: float
     piezometric_levels: tuple[float, ...] = ()
+    soil_above: SoilAbove | None = None
 
     @property
     def surface(self) -> float:

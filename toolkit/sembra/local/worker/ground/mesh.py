@@ -53,19 +53,15 @@ class Mesh:
         return self.levels[:-1] - self.levels[1:]
 
 
-def make_mesh(column: Column, imaginary_surface: float | None = None) -> Mesh:
+def make_mesh(column: Column) -> Mesh:
     """The mesh of a column.
-
-    Args:
-        column: the column.
-        imaginary_surface: level of the imaginary surface, if there is one.
 
     Raises:
         WorkerError: a layer is too thin to hold its nodes, or the column is too deep.
     """
     if column.surface - column.layers[-1].bottom > _DEEPEST:
         raise WorkerError(f"The worker calculates to a depth of {_DEEPEST:g} m and no deeper.")
-    everywhere = _fixed_levels(column, imaginary_surface)
+    everywhere = _fixed_levels(column)
     levels: list[float] = []
     layers: list[int] = []
     for index, layer in enumerate(column.layers):
@@ -87,12 +83,13 @@ def make_mesh(column: Column, imaginary_surface: float | None = None) -> Mesh:
     return Mesh(np.array(levels), np.array(layers, dtype=np.intp))
 
 
-def _fixed_levels(column: Column, imaginary_surface: float | None) -> list[float]:
+def _fixed_levels(column: Column) -> list[float]:
     """Fixed levels that don't depend on the layers."""
     levels = [column.phreatic_level, *column.piezometric_levels]
     levels += [column.surface - k * _FINE_STEP for k in _FINE_BELOW_SURFACE]
-    if imaginary_surface is not None:
-        levels += [imaginary_surface - k * _FINE_STEP for k in _FINE_AROUND_IMAGINARY_SURFACE]
+    if column.soil_above:
+        middle = column.soil_above.level
+        levels += [middle - k * _FINE_STEP for k in _FINE_AROUND_IMAGINARY_SURFACE]
     return levels
 
 

@@ -24,8 +24,19 @@ def soil_stress(column: Column, levels: Floats, water_unit_weight: float) -> Flo
     """Total stress at some levels by the soil and the free water above them, without loads.
 
     Soil weighs its dry unit weight above the phreatic level and its wet unit weight below it;
-    water that stands above the surface adds its weight.
+    water that stands above the surface adds its weight. Below an imaginary surface it is the water
+    above that surface, the stress by the soil above it, and the weight of the soil in between.
     """
+    stress = _weight_above(column, levels, water_unit_weight)
+    if column.soil_above is None:
+        return stress
+    surface = column.soil_above.level
+    water = max(column.phreatic_level - surface, 0.0) * water_unit_weight
+    between = stress - _weight_above(column, np.array(surface), water_unit_weight)
+    return np.where(levels < surface, between + water + column.soil_above.stress(levels), stress)
+
+
+def _weight_above(column: Column, levels: Floats, water_unit_weight: float) -> Floats:
     free_water = max(column.phreatic_level - column.surface, 0.0) * water_unit_weight
     stress = np.full_like(levels, free_water)
     for layer in column.layers:
@@ -34,6 +45,13 @@ def soil_stress(column: Column, levels: Floats, water_unit_weight: float) -> Flo
         stress += (layer.top - border) * layer.material.unit_weight_dry
         stress += (border - bottom) * layer.material.unit_weight_wet
     return stress
+
+
+def soil_effective_stress(column: Column, levels: Floats, water_unit_weight: float) -> Floats:
+    """Effective stress at some levels by the soil and its water, without loads."""
+    return soil_stress(column, levels, water_unit_weight) - pore_pressures_at(
+        column, levels, water_unit_weight
+    )
 
 
 def load_stress(loads: Iterable[Load], column: Column, levels: Floats) -> Floats:
@@ -56,9 +74,8 @@ def initial_effective_stress(
         WorkerError: the water carries more than the weight above it.
     """
     initial = [load for load in loads if load.is_initial]
-    total = soil_stress(column, mesh.levels, water_unit_weight)
-    total += load_stress(initial, column, mesh.levels)
-    effective = total - pore_pressures(column, mesh, water_unit_weight)
+    effective = soil_effective_stress(column, mesh.levels, water_unit_weight)
+    effective += load_stress(initial, column, mesh.levels)
     check_not_negative(mesh, effective)
     return np.maximum(effective, LEAST_EFFECTIVE_STRESS)
 
@@ -91,7 +108,6 @@ def middle_effective_stress(
     """Initial effective stress in the middle of each layer."""
     middles = np.array([(layer.top + layer.bottom) / 2 for layer in column.layers])
     initial = [load for load in loads if load.is_initial]
-    stress = soil_stress(column, middles, water_unit_weight)
+    stress = soil_effective_stress(column, middles, water_unit_weight)
     stress += load_stress(initial, column, middles)
-    stress -= pore_pressures_at(column, middles, water_unit_weight)
     return stress

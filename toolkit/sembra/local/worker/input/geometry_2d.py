@@ -3,8 +3,9 @@
 from collections.abc import Mapping, Sequence
 from dataclasses import dataclass
 
-from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween, Polyline
+from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
 from sembra.local.worker.ground.material import Material
+from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.input.sections import Cursor, Section
 
 Points = dict[int, tuple[float, float]]
@@ -40,13 +41,20 @@ def read_geometry(whole: Section, materials: Mapping[str, Material]) -> Geometry
     section = whole.section("GEOMETRY DATA")
     curves = _read_curves(section, _read_points(section))
     boundaries = _read_chains(section, "BOUNDARIES", curves)
-    pl_lines = _read_chains(section, "PIEZO LINES", curves)
-    cursor = section.section("PHREATIC LINE").cursor()
-    number = cursor.integer("the number of the phreatic line")
-    if number not in pl_lines:
-        raise cursor.error(f"piezometric level line {number} does not exist")
+    pl_lines = read_pl_lines(whole)
+    phreatic_line = read_pl_line(section.section("PHREATIC LINE").cursor(), pl_lines)
     layers = _read_layers(section, boundaries, pl_lines, materials)
-    return Geometry2D(tuple(reversed(layers)), pl_lines[number], tuple(pl_lines.values()))
+    return Geometry2D(tuple(reversed(layers)), phreatic_line, tuple(pl_lines.values()))
+
+
+def read_pl_lines(whole: Section) -> dict[int, Polyline]:
+    """The piezometric level lines of a two-dimensional file by their numbers.
+
+    Raises:
+        InputFileError: the section is malformed, or it refers to what doesn't exist.
+    """
+    section = whole.section("GEOMETRY DATA")
+    return _read_chains(section, "PIEZO LINES", _read_curves(section, _read_points(section)))
 
 
 def _read_points(section: Section) -> Points:
@@ -95,8 +103,10 @@ def _read_layers(
         name = cursor.name("the material of a layer")
         if name not in materials:
             raise cursor.error(f'the material "{name}" is unknown')
-        head_top = _read_head(cursor, pl_lines)
-        head_bottom = _read_head(cursor, pl_lines)
+        head_top, head_bottom = (
+            read_head(cursor, cursor.integer("the piezometric level line of a layer"), pl_lines)
+            for _ in range(2)
+        )
         top = _read_boundary(cursor, boundaries)
         bottom = _read_boundary(cursor, boundaries)
         layers.append(LayerBetween(top, bottom, materials[name], head_top, head_bottom))
@@ -105,10 +115,27 @@ def _read_layers(
     return layers
 
 
-def _read_head(cursor: Cursor, pl_lines: dict[int, Polyline]) -> Polyline | int:
-    number = cursor.integer("the piezometric level line of a layer")
+def read_pl_line(cursor: Cursor, pl_lines: Mapping[int, Polyline]) -> Polyline:
+    """The piezometric level line whose number the next line starts with.
+
+    Raises:
+        InputFileError: there is no such line.
+    """
+    return _pl_line(cursor, cursor.integer("the number of a piezometric level line"), pl_lines)
+
+
+def read_head(cursor: Cursor, number: int, pl_lines: Mapping[int, Polyline]) -> Polyline | int:
+    """The piezometric level line of a number, or the code that it is.
+
+    Raises:
+        InputFileError: there is no such line.
+    """
     if number in (LayerBetween.NO_PRESSURE, LayerBetween.INTERPOLATED):
         return number
+    return _pl_line(cursor, number, pl_lines)
+
+
+def _pl_line(cursor: Cursor, number: int, pl_lines: Mapping[int, Polyline]) -> Polyline:
     if number not in pl_lines:
         raise cursor.error(f"piezometric level line {number} does not exist")
     return pl_lines[number]

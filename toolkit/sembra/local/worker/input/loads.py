@@ -4,7 +4,7 @@ An embankment takes a line with its name, one with its time, unit weights, a
 mark for a temporary load and the time of its removal, and its outline.
 """
 
-from sembra.local.worker.ground.cross_section import Polyline
+from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.input.sections import Cursor, Section
 from sembra.local.worker.loads.non_uniform import Embankment
 
@@ -26,11 +26,6 @@ def read_embankments(whole: Section, end_of_calculation: float) -> tuple[Embankm
     return tuple(
         _read_embankment(cursor, number, end_of_calculation) for number in range(1, count + 1)
     )
-
-
-def count_loads(whole: Section, section: str) -> int:
-    """The number that a section of loads starts with."""
-    return whole.section(section).cursor().count("the number of loads")
 
 
 def _read_embankment(cursor: Cursor, number: int, end_of_calculation: float) -> Embankment:

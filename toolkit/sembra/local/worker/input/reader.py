@@ -1,17 +1,14 @@
 """Puts the sections of an input file together."""
 
-from collections.abc import Mapping, Sequence
+from collections.abc import Iterator, Sequence
 
 from sembra.local.worker.consolidation.table import CONSOLIDATIONS
-from sembra.local.worker.errors import NotCoveredError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
-from sembra.local.worker.ground.material import Material
 from sembra.local.worker.input.coverage import Coverage
 from sembra.local.worker.input.drains import read_drains
-from sembra.local.worker.input.geometry_1d import read_column
-from sembra.local.worker.input.geometry_2d import read_geometry
-from sembra.local.worker.input.loads import count_loads, read_embankments
+from sembra.local.worker.input.ground import read_ground
+from sembra.local.worker.input.loads import read_embankments
 from sembra.local.worker.input.options import (
     Labelled,
     read_options,
@@ -21,10 +18,12 @@ from sembra.local.worker.input.options import (
 from sembra.local.worker.input.other_loads import read_other_loads
 from sembra.local.worker.input.sections import Section, read_whole
 from sembra.local.worker.input.soils import Materials
+from sembra.local.worker.input.water_loads import read_water_loads
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.non_uniform import Site, strip_loads
 from sembra.local.worker.loads.strip_load import StripLoad
 from sembra.local.worker.loads.superelevation import MaintainedProfile
+from sembra.local.worker.loads.uniform import UniformLoad
 from sembra.local.worker.options import Options
 from sembra.local.worker.project import Project
 from sembra.local.worker.soil_models.table import SOIL_MODELS
@@ -47,10 +46,11 @@ def read_project(text: str) -> Project:
     model = Labelled(whole.section("MODEL"))
     soil_model = SOIL_MODELS[model.one_of("Model", SOIL_MODELS)]
     materials = Materials(whole, soil_model)
-    ground = _read_ground(whole, materials)
+    ground = read_ground(whole, materials, options.water_unit_weight)
     embankments: Sequence[StripLoad] = ()
     profile = None
     others: Sequence[Load] = ()
+    water: Sequence[Load] = ()
     drains = None
     with coverage.collecting():
         if stated := read_embankments(whole, options.end):
@@ -61,16 +61,15 @@ def read_project(text: str) -> Project:
     with coverage.collecting():
         others = read_other_loads(whole)
     with coverage.collecting():
+        water = read_water_loads(whole, ground, options.water_unit_weight)
+    with coverage.collecting():
         drains = read_drains(whole)
-    _collect_uncovered(whole, coverage)
     coverage.check()
-    loads: tuple[Load, ...] = (*others, *embankments)
-    for load in loads:
-        if load.time >= options.end:
-            raise whole.section("CALCULATION OPTIONS").error(
-                f'the load "{load.name}" comes at {load.time:g} days, which is not before '
-                f"the end of consolidation at {options.end:g} days"
-            )
+    loads: Sequence[Load] = (*others, *embankments, *water)
+    if options.submerging and not (others or embankments):
+        # D-Settlement keeps a load of its own for submerging, so that water loads aren't alone.
+        loads = (*loads, UniformLoad("Submerging", 0.0, 0.0, 0.0, 0.0))
+    late = [load.name for load in loads if load.time >= options.end]
     columns: list[Column] = []
     cursor = whole.section("VERTICALS").cursor()
     for number in range(1, cursor.count("the number of verticals") + 1):
@@ -82,36 +81,14 @@ def read_project(text: str) -> Project:
         soil_model=soil_model,
         consolidation=CONSOLIDATIONS[model.one_of("Calculation type", CONSOLIDATIONS)],
         columns=tuple(columns),
-        loads=loads,
+        loads=tuple(load for load in loads if load.time < options.end),
         options=options,
         residual_times=read_residual_times(whole, options.end),
         load_areas=tuple(load.area for load in embankments),
         drains=drains,
         profile=profile,
-        remarks=coverage.remarks,
+        remarks=(*coverage.remarks, *_late(late, options.end)),
     )
-
-
-_NOT_YET = {
-    "Imaginary surface": "an imaginary surface",
-}
-
-
-def _collect_uncovered(whole: Section, coverage: Coverage) -> None:
-    options = Labelled(whole.section("CALCULATION OPTIONS"))
-    for label, what in _NOT_YET.items():
-        with coverage.collecting():
-            if options.switch(label, absent=False):
-                raise NotCoveredError(what)
-    with coverage.collecting():
-        if count_loads(whole, "WATER LOADS"):
-            raise NotCoveredError("water loads")
-
-
-def _read_ground(whole: Section, materials: Mapping[str, Material]) -> LevelGround | Geometry2D:
-    if Labelled(whole.section("MODEL")).switch("Dimension"):
-        return read_geometry(whole, materials)
-    return LevelGround(read_column(whole, materials))
 
 
 def _read_site(whole: Section, ground: LevelGround | Geometry2D, options: Options) -> Site:
@@ -122,3 +99,12 @@ def _read_site(whole: Section, ground: LevelGround | Geometry2D, options: Option
         water_unit_weight=options.water_unit_weight,
         spreading=read_spreading(whole),
     )
+
+
+def _late(names: Sequence[str], end: float) -> Iterator[str]:
+    """What the user should know about loads that come when the calculation is over."""
+    for name in names:
+        yield (
+            f'The load "{name}" comes when the calculation has ended, after {end:g} days, and '
+            "causes nothing."
+        )

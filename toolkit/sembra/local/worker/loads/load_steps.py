@@ -3,12 +3,15 @@
 from collections.abc import Sequence
 from dataclasses import dataclass
 
+import numpy as np
+
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.ground.stresses import check_not_negative, load_stress
 from sembra.local.worker.loads.load import Load
+from sembra.local.worker.loads.water_load import WaterLoad
 
 
 @dataclass(frozen=True)
@@ -28,7 +31,9 @@ def load_steps(
 ) -> list[LoadStep]:
     """Return the load steps in the order of time; what comes at the same time forms one step.
 
-    Without initial loads the first step is that of the soil's own weight, at time 0.
+    Without initial loads the first step is that of the soil's own weight, at time 0. The soil above
+    an imaginary surface counts as an initial load. Where there are none but water loads, one at
+    time 0 takes the place of the own weight.
 
     Args:
         column: the column.
@@ -37,13 +42,17 @@ def load_steps(
         loads: all loads, initial ones too.
     """
     later = [load for load in loads if not load.is_initial]
-    times = {load.time for load in later}
+    times = sorted({load.time for load in later})
+    has_initial = column.soil_above is not None or len(later) < len(loads)
+    is_water_first = times[:1] == [0.0] and all(isinstance(load, WaterLoad) for load in later)
     steps = []
-    if not times or len(later) == len(loads):
+    if not times or not (has_initial or is_water_first):
         steps.append(LoadStep(0.0, initial, is_own_weight=True))
-    for time in sorted(times):
-        placed = [load for load in later if load.time <= time]
-        steps.append(LoadStep(time, initial + load_stress(placed, column, mesh.levels)))
+    change = np.zeros_like(initial)
+    for time in times:
+        coming = [load for load in later if load.time == time]
+        change = change + load_stress(coming, column, mesh.levels)
+        steps.append(LoadStep(time, initial + change))
     return steps
 
 

@@ -12,7 +12,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.ground.cross_section import Polyline
+from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.columns import cut
 from sembra.local.worker.loads.spreading import Spreading
 from sembra.local.worker.loads.strip_load import Fill, StripLoad

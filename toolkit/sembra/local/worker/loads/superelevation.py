@@ -10,7 +10,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.ground.cross_section import Polyline
+from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.columns import cut
 from sembra.local.worker.loads.non_uniform import Embankment, Site, surface_below
 from sembra.local.worker.loads.strip_load import Fill, StripLoad

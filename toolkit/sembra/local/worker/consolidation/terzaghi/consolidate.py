@@ -12,6 +12,7 @@ from sembra.local.worker.consolidation.terzaghi.dewatering import Drawdown, draw
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS, pore_pressures
 from sembra.local.worker.loads.load_steps import LoadStep, element_stress, load_steps
+from sembra.local.worker.loads.water_load import in_the_end
 from sembra.local.worker.soil_models.soil_model import StressStep
 from sembra.local.worker.timesteps import calculation_times
 
@@ -87,7 +88,9 @@ def _stresses(
     What dewatering comes to in the end is added to the total and the water stress instead.
     """
     settlements = np.append(np.cumsum(compressions[::-1])[::-1], 0.0)
-    water = pore_pressures(s.column, s.mesh, s.options.water_unit_weight, settlements)
+    water = pore_pressures(
+        in_the_end(s.column, s.loads), s.mesh, s.options.water_unit_weight, settlements
+    )
     water += lowering(s.mesh, lowered, s.options.end)
     loading = np.tile(s.initial, (len(times), 1))
     for step in loads:

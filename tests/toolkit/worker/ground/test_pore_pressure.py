@@ -6,7 +6,8 @@ import numpy as np
 import pytest
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column, Layer
-from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween, Polyline
+from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
+from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.ground.pore_pressure import layers_at, pore_pressures_at
 
 from tests.toolkit.worker.made_material import material

@@ -1,0 +1,54 @@
+"""The ground of a file: a cross-section, or a column of level layers."""
+
+from collections.abc import Mapping
+from dataclasses import replace
+
+from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
+from sembra.local.worker.ground.imaginary_surface import make_imaginary_surface
+from sembra.local.worker.ground.material import Material
+from sembra.local.worker.input.geometry_1d import read_column
+from sembra.local.worker.input.geometry_2d import read_geometry
+from sembra.local.worker.input.options import Labelled, read_spreading
+from sembra.local.worker.input.sections import Section
+
+
+def read_ground(
+    whole: Section, materials: Mapping[str, Material], water_unit_weight: float
+) -> LevelGround | Geometry2D:
+    """The ground that a file describes.
+
+    Raises:
+        InputFileError: a section is malformed, or it refers to what doesn't exist.
+    """
+    if not Labelled(whole.section("MODEL")).switch("Dimension"):
+        # Under level ground, an imaginary surface changes nothing.
+        return LevelGround(read_column(whole, materials))
+    return with_imaginary_surface(whole, read_geometry(whole, materials), water_unit_weight)
+
+
+def with_imaginary_surface(
+    whole: Section, ground: Geometry2D, water_unit_weight: float
+) -> Geometry2D:
+    """The ground with the imaginary surface that the file asks for, if it does.
+
+    That is the top of a layer, whose number counts from the lowest.
+
+    Raises:
+        InputFileError: there is no such layer, or a section is malformed.
+    """
+    options = Labelled(whole.section("CALCULATION OPTIONS"))
+    if not options.switch("Imaginary surface", absent=False):
+        return ground
+    label = "Imaginary surface layer"
+    number = options.code(label)
+    if not 1 <= number <= len(ground.layers):
+        raise options.error(label, f"there is no layer {number}")
+    position = len(ground.layers) - number
+    imaginary_surface = make_imaginary_surface(
+        line=ground.layers[position].top,
+        above=ground.layers[:position],
+        phreatic_line=ground.phreatic_line,
+        spreading=read_spreading(whole),
+        water_unit_weight=water_unit_weight,
+    )
+    return replace(ground, imaginary_surface=imaginary_surface)
