@@ -63,8 +63,8 @@ def _draw(path: Path, outcomes: dict[str, story.Outcome]) -> None:
             )  # fmt: skip
         settlement.axvline(OPENING, color=LOAD, linewidth=1.0, linestyle=":")
         settlement.annotate(
-            "opening", (OPENING, 0.02), xycoords=settlement.get_xaxis_transform(),
-            color=LOAD, ha="right", va="bottom", rotation=90,
+            "opening", (OPENING, 0.98), xycoords=settlement.get_xaxis_transform(),
+            color=LOAD, ha="left", va="top", rotation=90,
         )  # fmt: skip
         settlement.set_title("Settlement at the axis")
         settlement.set_ylabel("settlement [m]")

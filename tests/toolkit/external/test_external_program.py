@@ -20,6 +20,7 @@ from sembra.local.worker.errors import OUT_OF_RANGE
 from tests.toolkit import fake_jobs
 from tests.toolkit.processes import await_that, is_alive, sleeping_processes
 from tests.toolkit.samples import FOLDER, needs_samples
+from tests.toolkit.worker.input_file import input_text, job
 
 
 class Program(ExternalProgram):
@@ -196,3 +197,13 @@ def test_sample_that_the_real_worker_does_not_cover() -> None:
     with pytest.raises(ExecutionError, match="fit factors"):
         program.execute(timeout=60)
     assert len(program.messages) == 1
+
+
+def test_what_the_worker_remarks_is_shown_as_warnings() -> None:
+    program = Program(job(input_text(model={"Probabilistic": 1}))["body"])
+    with pytest.warns(UserWarning, match="The reliability analysis .* is left away") as shown:
+        program.execute(timeout=60)
+    assert [warning.filename for warning in shown] == [__file__]
+    file = _get_dseries_file_body(program._get_result_content(), ".sld")
+    assert file is not None
+    assert str(shown[0].message).encode() in file.read()
