@@ -14,7 +14,7 @@ import numpy as np
 
 from sembra.local.worker.column_result import ColumnResult
 from sembra.local.worker.consolidation.darcy.consolidate import consolidate as by_darcy
-from sembra.local.worker.consolidation.darcy.consolidate import consolidate_sinking
+from sembra.local.worker.consolidation.darcy.consolidate import consolidate_together
 from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
@@ -49,8 +49,8 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
 def _settle(
     project: Project, loads: Sequence[Load], report: Callable[[float], None]
 ) -> list[ColumnResult]:
-    if project.options.submerging and _sinks_by_steps(project):
-        results = _sinking(project, loads)
+    if _goes_together(project):
+        results = _together(project, loads)
         report(1.0)
     else:
         results = []
@@ -67,16 +67,22 @@ def _settle(
     return results
 
 
-def _sinks_by_steps(project: Project) -> bool:
-    return project.consolidation is by_darcy and issubclass(project.soil_model, CreepIsotaches)
+def _goes_together(project: Project) -> bool:
+    """Whether the columns go from one time to the next together.
+
+    They do with Darcy, which is quicker, unless loads sink by the settlement in the end.
+    """
+    sinks_by_steps = issubclass(project.soil_model, CreepIsotaches)
+    return project.consolidation is by_darcy and (sinks_by_steps or not project.options.submerging)
 
 
-def _sinking(project: Project, loads: Sequence[Load]) -> list[ColumnResult]:
-    """Return the results of columns that sink together."""
+def _together(project: Project, loads: Sequence[Load]) -> list[ColumnResult]:
+    """Return the results of columns that go from one time to the next together."""
     situations = [situation_of(column, project, loads) for column in project.columns]
+    consolidated = consolidate_together(situations, sinking=project.options.submerging)
     return [
-        result_of(situation, consolidated, project)
-        for situation, consolidated in zip(situations, consolidate_sinking(situations), strict=True)
+        result_of(situation, one, project)
+        for situation, one in zip(situations, consolidated, strict=True)
     ]
 
 

@@ -34,20 +34,21 @@ def consolidate(situation: Situation) -> Consolidated:
     Raises:
         WorkerError: an effective stress isn't positive, or water can't leave a layer.
     """
-    (consolidated,) = _consolidate([situation], _FixedLoads)
+    (consolidated,) = consolidate_together([situation], sinking=False)
     return consolidated
 
 
-def consolidate_sinking(situations: Sequence[Situation]) -> list[Consolidated]:
-    """Return the strains of columns whose loads sink with them into the water, step by step.
+def consolidate_together(situations: Sequence[Situation], *, sinking: bool) -> list[Consolidated]:
+    """Return the strains of columns that go from each time to the next together.
 
     Args:
         situations: all columns of a project, with the same loads.
+        sinking: whether the loads sink into the water with the columns, step by step.
 
     Raises:
         WorkerError: an effective stress isn't positive, or water can't leave a layer.
     """
-    return _consolidate(situations, SinkingLoads)
+    return _consolidate(situations, SinkingLoads if sinking else _FixedLoads)
 
 
 def _consolidate(
