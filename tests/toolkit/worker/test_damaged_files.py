@@ -7,7 +7,10 @@ import pytest
 from sembra.local.worker import run_job
 
 from tests.toolkit.worker.drain_section import with_drains
+from tests.toolkit.worker.ground.test_imaginary_surface import with_imaginary_surface
 from tests.toolkit.worker.input_file import input_text, job
+from tests.toolkit.worker.loads.test_pressure_loads import with_load
+from tests.toolkit.worker.loads.test_water_loads import with_water_load
 from tests.toolkit.worker.test_embankment import with_embankment
 from tests.toolkit.worker.test_geometry import two_dimensional
 
@@ -16,6 +19,10 @@ DEWATERED = ("0 : Flow type = Off", "1 : Flow type = Simple input")
 TEXTS = [
     input_text(loads=LOADS, times=[0, 10]),
     with_embankment(two_dimensional(), 1, 200),
+    with_load(two_dimensional(), "trapeziform"),
+    with_load(two_dimensional(), "circular"),
+    with_load(two_dimensional(), "rectangular"),
+    with_water_load(with_imaginary_surface(1), time=10),
     with_drains(input_text(soils={"Clay": {"SoilDrained": 0}}, phreatic_level=0.0), DEWATERED),
 ]
 VALUES = ["0", "-1", "1", "1e308", "-1e308", "1e-320", "nan", "", "x", "99", "1000000000", "3.7"]

@@ -29,7 +29,7 @@ pytestmark = pytest.mark.skipif(
 )
 
 
-def printed(vertical: dict[str, Any]) -> tuple[Floats, Floats]:
+def printed(vertical: Any) -> tuple[Floats, Floats]:
     """Return the initial effective stress, and what loads add to it in the end."""
     stresses = {key: np.array(values) for key, values in vertical["stresses"].items()}
     if stresses:
@@ -49,11 +49,11 @@ def effective(column: Column, project: Project, levels: Floats) -> Floats:
     return np.maximum(stress, LEAST)
 
 
-def pairs(case: Case) -> list[tuple[Column, dict[str, Any]]]:
+def pairs(case: Case) -> list[tuple[Column, Any]]:
     text = read_text(case.result_file).replace("Depth step count ", "Depth step count")
     results = OutputFileParser(StringIO(text, newline="")).vertical_results
     columns = read_project(read_text(case.input_file)).columns
-    return list(zip(columns, results.values(), strict=True))
+    return list(zip(columns, [*results.values()], strict=True))
 
 
 @pytest.mark.parametrize("case", CASES, ids=lambda case: case.name)
