@@ -67,3 +67,26 @@ def test_the_two_dimensional_model_runs_and_prints_its_settlements(run_example: 
     beside, toe, axis = (float(settlement) for _, settlement in lines)
     assert 0 <= beside < toe < axis
     assert 0.2 < axis < 3.0
+
+
+def test_the_study_runs_and_its_files_can_be_read_by_a_pool(
+    run_example: Run, tmp_path: Path
+) -> None:
+    here = f"import os\nos.chdir({str(tmp_path)!r})\n"
+    lines = run_example("-", given=here + snippets("Many variants")).splitlines()
+    values = [tuple(float(number) for number in re.findall(r"\d+\.\d+", line)) for line in lines]
+    assert [value[:2] for value in values] == [(h, c) for h in (1, 1.5, 2) for c in (8, 9, 10)]
+    assert all(final > residual > 0 for _, _, final, residual in values)
+
+    keep = (
+        "for number, variant in enumerate(variants):\n"
+        "    analysis = ds.DSettlementAnalysis(build_model(variant).generate_input_file())\n"
+        "    analysis.execute()\n"
+        "    analysis.get_sld_file(as_file=True).write_to(f'results/{number}.sld')\n"
+    )
+    (tmp_path / "results").mkdir()
+    run_example("-", given=f"{here}{snippets('Many variants')}\n{keep}")
+    script = tmp_path / "read.py"
+    script.write_text(here + snippets("Reading thousands of files"))
+    printed = run_example(str(script)).splitlines()
+    assert printed == [f"{n}: {value[2]:.3f} m" for n, value in enumerate(values)]
