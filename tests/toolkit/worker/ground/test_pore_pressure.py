@@ -43,8 +43,13 @@ def test_a_suction_takes_part_in_the_line() -> None:
 
 
 def test_from_the_phreatic_line_where_the_suction_lies_above_it() -> None:
-    assert pressures((0, -4, -2, 2), -1.0, [-0.5, -1, -2, -4]) == pytest.approx([0, 0, 20, 60])
+    assert pressures((0, -4, -2, 2), -1.0, [-0.5, -1, -2.5, -4]) == pytest.approx([0, 0, 25, 60])
     assert pressures((0, -4, -2, 2), -2.0, [-1, -2, -3, -4]) == pytest.approx([0, 0, 30, 60])
+
+
+def test_hydrostatic_below_a_level_under_the_phreatic_line() -> None:
+    drawn_down = (0.0, -20.0, -2.0, -2.0)
+    assert pressures(drawn_down, -1.0, [-1, -2, -3, -20]) == pytest.approx([0, 0, 10, 180])
 
 
 def test_a_pressure_above_the_phreatic_line_shapes_the_line_but_does_not_count() -> None:

@@ -4,7 +4,7 @@ At the top and bottom of a layer the pressure is that of the layer's piezometric
 weight times (head - level), and between them it runs linearly. A level below its side gives a
 suction; it takes part in this, and only what comes out is cut off at zero. There is no pressure
 above the phreatic line: where a layer rises above it with a suction at its top, the pressure runs
-linearly from zero at the line.
+linearly from that of the upper level at the line, which is none if the level is the line itself.
 """
 
 import numpy as np
@@ -54,6 +54,6 @@ def _heights_of_water(column: Column, levels: Floats) -> Floats:
     line = column.phreatic_level
     crossed = (upper < 0) & (bottom < line) & (line < top)
     start = np.where(crossed, line, top)
-    upper = np.where(crossed, 0.0, upper)
+    upper = np.where(crossed, head_top - line, upper)
     height = upper + (lower - upper) * (start - levels) / (start - bottom)
     return np.where(levels > line, 0.0, np.maximum(height, 0.0))
