@@ -208,6 +208,15 @@ def test_files_in_the_working_folder_do_not_disturb(
         assert executor.submit(abs, -5).result(30) == 5
 
 
+def test_working_folder_that_is_gone(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> None:
+    folder = tmp_path / "folder"
+    folder.mkdir()
+    monkeypatch.chdir(folder)
+    folder.rmdir()
+    with pool() as executor:
+        assert executor.submit(abs, -5).result(30) == 5
+
+
 def test_interpreter_that_is_not_known(monkeypatch: pytest.MonkeyPatch) -> None:
     monkeypatch.setattr(sys, "executable", "")
     with pool() as executor, pytest.raises(OSError, match=r"sys\.executable is empty"):

@@ -221,6 +221,8 @@ def _start(errors: int) -> "subprocess.Popen[bytes]":
         stdin=subprocess.PIPE,
         stdout=subprocess.PIPE,
         stderr=errors,
+        # An interpreter can't start in a folder that is gone, as this process's own may be.
+        cwd=tempfile.gettempdir(),
         # A group of its own: it can be ended whole, and Ctrl-C is for the parent to handle.
         start_new_session=True,
     )
@@ -228,9 +230,13 @@ def _start(errors: int) -> "subprocess.Popen[bytes]":
 
 def _surroundings() -> dict[str, Any]:
     """Return what a call finds around it as it would in this process."""
-    folder = os.getcwd()  # noqa: PTH109
+    try:
+        folder = os.getcwd()  # noqa: PTH109
+    except FileNotFoundError:  # removed under this process's feet
+        folder = ""
+    path = (entry or folder for entry in sys.path if isinstance(entry, str))
     return {
-        "path": [entry or folder for entry in sys.path if isinstance(entry, str)],
+        "path": list(filter(None, path)),
         "working_folder": folder,
         "environment": dict(os.environ),
     }
