@@ -15,9 +15,12 @@ bool CachedList::enter(std::uint64_t hash, Handle entry, double number) {
   return order_.is_sorted();
 }
 
-void CachedList::append(std::uint64_t hash, Handle entry, double number) {
-  order_.add(list_, entry, number);
+void CachedList::remember(std::uint64_t hash, Handle entry) {
   entries_.add(hash, host::share(entry));
+}
+
+void CachedList::append(Handle entry, double number) {
+  order_.add(list_, entry, number);
 }
 
 int CachedList::traverse(visitproc visit, void* arg) const {

@@ -23,8 +23,10 @@ class CachedList {
   // not in order.
   [[nodiscard]] bool enter(std::uint64_t hash, host::Handle entry, double number);
 
-  // Adds a new entry to the list.
-  void append(std::uint64_t hash, host::Handle entry, double number);
+  // Adds a new entry to the list, in two steps: what is known of it, and then the entry itself. So
+  // the list has nothing of what memory ran out for on the way.
+  void remember(std::uint64_t hash, host::Handle entry);
+  void append(host::Handle entry, double number);
 
   // The entry with this hash that `is` says yes to, or an empty Ref.
   template <typename Is>

@@ -15,7 +15,10 @@ Ref VerticalCache::at(const State& state, double x) const {
 
 bool VerticalCache::add_vertical(const State& state, Handle model, Handle vertical) {
   const std::optional<double> x = x_of_vertical(state, vertical);
-  return x && add(state, model, [&] { lists_[0].append(HashOf()(*x), vertical, *x); });
+  return x && add(state, model, [&] {
+           lists_[0].remember(HashOf()(*x), vertical);
+           lists_[0].append(vertical, *x);
+         });
 }
 
 Cache::Entry VerticalCache::enter(const State& state, std::size_t list, Handle vertical) {
