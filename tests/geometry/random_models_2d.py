@@ -89,7 +89,7 @@ class Description:
             return type(thing).__name__, [self.of(element) for element in thing]
         if isinstance(thing, dict):
             return [(key, self.of(value)) for key, value in thing.items()]
-        if not hasattr(thing, "__dict__") or isinstance(thing, float):
+        if not hasattr(thing, "__dict__") or isinstance(thing, float | str):
             return type(thing), repr(thing)
         if id(thing) in self.numbers:
             return self.numbers[id(thing)]

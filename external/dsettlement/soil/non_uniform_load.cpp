@@ -78,16 +78,23 @@ Ref serialize(State& state, Arguments arguments) {
       .done();
 }
 
-// The pairs on which a load of this model may begin and end.
-Ref snapping_points(const State& state, Handle model) {
+// The points of all loads of the model.
+Ref points_in_loads(const State& state, Handle model) {
   const State::Names& names = state.names;
-  const Ref pairs = Ref::steal(PySet_New(nullptr));
+  Ref pairs = Ref::steal(PySet_New(nullptr));
   const Ref loads =
       host::call_method(host::get(model, names.private_non_uniform_loads), names.values);
   host::for_each(loads, [&](const Ref& load) {
     host::for_each(host::get(load, names.points),
                    [&](const Ref& point) { host::check(PySet_Add(pairs.get(), point.get())); });
   });
+  return pairs;
+}
+
+// The points of all boundaries of the model, as pairs.
+Ref points_in_boundaries(const State& state, Handle model) {
+  const State::Names& names = state.names;
+  Ref pairs = Ref::steal(PySet_New(nullptr));
   host::for_each(host::get(model, names.private_boundaries), [&](const Ref& boundary) {
     host::for_each(host::get(boundary, names.points), [&](const Ref& point) {
       const Ref x = host::get(point, names.x);
@@ -97,6 +104,13 @@ Ref snapping_points(const State& state, Handle model) {
     });
   });
   return pairs;
+}
+
+// The pairs on which a load of this model may begin and end. A union of two sets, and not one set
+// that is filled twice: coordinates of an application can tell how often they are compared.
+Ref snapping_points(const State& state, Handle model) {
+  const Ref of_loads = points_in_loads(state, model);
+  return Ref::steal(PyNumber_Or(of_loads.get(), points_in_boundaries(state, model).get()));
 }
 
 Ref enter_load(State& state, Arguments arguments) {
