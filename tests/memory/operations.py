@@ -119,7 +119,7 @@ class Section:
             self.model.create_layer(level(self.model, y), "clay", lines[0], lines[-1])
         for x in (50.0, 25.0, 75.0):
             self.model.create_vertical(x)
-        self.points = level(self.model, 5.0)
+        self.points = level(self.model, 5.25)
         self.known_points = level(self.model, 2.0)
         self.known_pl_points = level(self.model, 1)
         if looked_at:

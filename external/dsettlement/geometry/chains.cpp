@@ -28,7 +28,7 @@ Ref list_curves(State& state, Arguments arguments) {
         Ref::steal(PySequence_InPlaceConcat(curves.get(), host::get(chain, names.curves).get())));
   };
   host::for_each(boundaries_of(state, self), extend);
-  host::for_each(pl_lines_of(state, self), extend);
+  host::for_each(state.pl_lines.read(self), extend);
   return curves;
 }
 
@@ -119,6 +119,25 @@ std::pair<Ref, bool> search_pl_line(const State& state, Handle self, Handle poin
   return {std::move(pl_line), false};
 }
 
+// Makes a pl-line that has just been added the phreatic line. If memory runs out for that, the line
+// goes again: another call would find it, and find nothing left to do.
+void make_phreatic(const State& state, Handle self, Handle pl_line) {
+  const Ref pl_lines = state.pl_lines.read(self);
+  const Py_ssize_t number = host::length(pl_lines);
+  try {
+    host::set(self, state.names.private_phreatic_line, Ref::steal(PyLong_FromSsize_t(number)));
+  } catch (const host::ErrorSet&) {
+    Ref failure = host::take_error();
+    PyObject* list = pl_lines.get();
+    if (host::is_of_class(failure, PyExc_MemoryError) && PyList_CheckExact(list) != 0 &&
+        PyList_GET_SIZE(list) > 0 &&
+        PyList_GET_ITEM(list, PyList_GET_SIZE(list) - 1) == static_cast<PyObject*>(pl_line)) {
+      host::check(PyList_SetSlice(list, PyList_GET_SIZE(list) - 1, PyList_GET_SIZE(list), nullptr));
+    }
+    host::raise_again(std::move(failure));
+  }
+}
+
 Ref register_pl_line(State& state, Arguments arguments) {
   const auto [self, points, is_phreatic] = arguments.first<3>();
   const State::Names& names = state.names;
@@ -131,8 +150,7 @@ Ref register_pl_line(State& state, Arguments arguments) {
       host::raise(state.toolkit.model_error.original(),
                   host::text("Phreatic line is already set: {}", {phreatic_line}));
     }
-    const Py_ssize_t number = host::length(pl_lines_of(state, self));
-    host::set(self, names.private_phreatic_line, Ref::steal(PyLong_FromSsize_t(number)));
+    make_phreatic(state, self, pl_line);
   }
   return pl_line;
 }

@@ -86,7 +86,7 @@ Ref list_boundaries(State& state, Arguments arguments) {
 
 Ref list_pl_lines(State& state, Arguments arguments) {
   if (Ref numbered = number_pl_lines(state, arguments[0])) return numbered;
-  return search_chains(state, arguments[0], pl_lines_of(state, arguments[0]));
+  return search_chains(state, arguments[0], state.pl_lines.read(arguments[0]));
 }
 
 Ref list_layers(State& state, Arguments arguments) {
@@ -100,7 +100,7 @@ Ref list_layers(State& state, Arguments arguments) {
   };
   const auto pl_line_number = [&](Ref pl_line) {
     if (!host::is_instance(pl_line, state.pl_line.now())) return pl_line;
-    const Ref position = host::call_method(pl_lines_of(state, self), names.index, pl_line);
+    const Ref position = host::call_method(state.pl_lines.read(self), names.index, pl_line);
     return host::sum(position, host::integer(1));
   };
   host::List layers;

@@ -145,12 +145,6 @@ Ref get_state(State& state, Arguments arguments) {
   return members;
 }
 
-Ref list_in_order(const State& state, Handle model, const host::WatchedField& field) {
-  const Kept kept = index_in(state.index_slot, model);
-  if (kept.index != nullptr) kept.index->chains.sort();
-  return field.read(model);
-}
-
 }  // namespace
 
 Lease<ChainCache> lease_chains(const State& state, Handle model) {
@@ -162,11 +156,9 @@ Lease<VerticalCache> lease_verticals(const State& state, Handle model) {
 }
 
 Ref boundaries_of(const State& state, Handle model) {
-  return list_in_order(state, model, state.boundaries);
-}
-
-Ref pl_lines_of(const State& state, Handle model) {
-  return list_in_order(state, model, state.pl_lines);
+  const Kept kept = index_in(state.index_slot, model);
+  if (kept.index != nullptr) kept.index->chains.sort();
+  return state.boundaries.read(model);
 }
 
 void add_index(host::Module& module, State& state, host::ClassBody& body) {

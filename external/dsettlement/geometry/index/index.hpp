@@ -39,9 +39,9 @@ class Lease {
 [[nodiscard]] Lease<ChainCache> lease_chains(const State& state, host::Handle model);
 [[nodiscard]] Lease<VerticalCache> lease_verticals(const State& state, host::Handle model);
 
-// The lists of a model, in order, for an operation that neither changes them nor hands them on.
+// The boundaries of a model, in order, for an operation that neither changes them nor hands
+// them on.
 [[nodiscard]] host::Ref boundaries_of(const State& state, host::Handle model);
-[[nodiscard]] host::Ref pl_lines_of(const State& state, host::Handle model);
 
 // Gives the class of models a place for the index, and lists whose use is noticed.
 void add_index(host::Module& module, State& state, host::ClassBody& body);
