@@ -35,7 +35,7 @@ def sweep(kind: str, **environment: str) -> None:
     counts = [json.loads(line) for line in done.stdout.splitlines()]
     total = {name: sum(count[name] for count in counts) for name in ("tries", "memory_errors")}
     print(f"{kind}: {len(counts)} operations, {total}")
-    assert total["memory_errors"] > len(counts)
+    assert total["memory_errors"] > 0
 
 
 def test_memory_of_python_runs_out() -> None:
