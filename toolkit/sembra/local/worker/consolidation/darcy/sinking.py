@@ -9,6 +9,7 @@ from collections.abc import Sequence
 from dataclasses import replace
 
 import numpy as np
+from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.consolidation import Situation
@@ -37,6 +38,8 @@ class SinkingLoads:
         self._initial = [load for load in loads if load.is_initial]
         self._later = [load for load in loads if not load.is_initial]
         self._wet: dict[int, WetColumns] = {}
+        self._shares: dict[int, tuple[list[int], Floats]] = {}
+        self._borders: dict[int, NDArray[np.intp]] = {}
         self._dry = [load_stress(self._initial, s.column, s.mesh.levels) for s in situations]
 
     def increases(self, time: float, settlements: Sequence[Floats]) -> list[Floats]:
@@ -56,12 +59,43 @@ class SinkingLoads:
             *self._initial,
             *(load for load in self._later if load.time <= time + _ROUNDING),
         ]
-        heights: dict[int, Floats] = {}
-        wet = [self._submerged(load, sunk, heights) for load in there]
-        return [
-            load_stress(wet, s.column, s.mesh.levels) - dry + _loss_of_soil(s, settlement)
+        increases = [
+            _loss_of_soil(s, settlement) - dry
             for s, dry, settlement in zip(self._situations, self._dry, settlements, strict=True)
         ]
+        heights: dict[int, Floats] = {}
+        for load in there:
+            self._add(self._submerged(load, sunk, heights), increases)
+        return increases
+
+    def _add(self, load: Load, increases: Sequence[Floats]) -> None:
+        """Add the stress by a load to that at the nodes of each column.
+
+        Below all of a load's columns, stress is a sum of their pressures; it is taken for all
+        columns of the ground at once.
+        """
+        below: list[int] = []
+        if isinstance(load, StripLoad):
+            below, shares = self._shares_below(load)
+        if isinstance(load, StripLoad) and below:
+            stresses = np.split(shares @ load.pressures, self._borders[id(load.strips)])
+            for number, stress in zip(below, stresses, strict=True):
+                increases[number][:] += stress
+        for number, s in enumerate(self._situations):
+            if number not in below:
+                increases[number][:] += load.stress(s.column.x, s.column.z, s.mesh.levels)
+
+    def _shares_below(self, load: StripLoad) -> tuple[list[int], Floats]:
+        """Return which columns lie below all of a load's, and the shares at their nodes."""
+        strips, key = load.strips, id(load.strips)
+        if key not in self._shares:
+            lowest = strips.base.min(initial=np.inf)
+            below = [n for n, s in enumerate(self._situations) if s.mesh.levels[0] <= lowest]
+            chosen = [self._situations[number] for number in below]
+            parts = [strips.shares(s.column.x, s.mesh.levels) for s in chosen]
+            self._shares[key] = below, np.concatenate([np.empty((0, len(strips.base))), *parts])
+            self._borders[key] = np.cumsum([len(part) for part in parts], dtype=np.intp)[:-1]
+        return self._shares[key]
 
     def _submerged(self, load: Load, sunk: SurfaceSettlement, heights: dict[int, Floats]) -> Load:
         """Return a load after the ground has settled.
@@ -72,8 +106,9 @@ class SinkingLoads:
             return load.submerged(sunk)
         key = id(load.strips)
         if key not in heights:
-            columns = self._wet.setdefault(key, WetColumns(load))
-            heights[key] = columns.heights(sunk(load.strips.middles))
+            if key not in self._wet:
+                self._wet[key] = WetColumns(load)
+            heights[key] = self._wet[key].heights(sunk(load.strips.middles))
         return replace(load, water_levels=load.strips.base + heights[key])
 
 
