@@ -12,6 +12,7 @@ from sembra.local.worker import run_job
 
 from .cases import Case, read_text
 from .comparing import Difference, compare, worst
+from .layout import layout_difference
 from .reading import Vertical, read_verticals
 
 _CONSOLE = "SEMBRA_DSETTLEMENT_CONSOLE"
@@ -22,7 +23,8 @@ class Outcome:
     """What came out for a case.
 
     `error` is the message of a job that the worker refused, or why its results can't be compared;
-    then there are no differences. `seconds` is what the job took.
+    then there are no differences. `layout` tells where the files' blocks differ, if they do.
+    `seconds` is what the job took.
     """
 
     case: Case
@@ -31,11 +33,17 @@ class Outcome:
     published: list[Vertical] = field(default_factory=list)
     ours: list[Vertical] = field(default_factory=list)
     differences: list[Difference] = field(default_factory=list)
+    layout: str | None = None
 
     @property
     def worst(self) -> Difference | None:
         """The largest differences of all verticals; None where nothing could be compared."""
-        return worst(self.differences) if self.differences else None
+        if not self.differences:
+            return None
+        result = worst(self.differences)
+        if self.layout:
+            result.missing.append(self.layout)
+        return result
 
 
 def calculate(case: Case) -> Outcome:
@@ -49,9 +57,11 @@ def calculate(case: Case) -> Outcome:
     if answer["error"] is not None:
         return Outcome(case, seconds, answer["error"])
     try:
-        published = read_verticals(read_text(case.result_file))
-        ours = read_verticals(base64.b64decode(answer["files"][".sld"]).decode())
+        text = read_text(case.result_file)
+        our_text = base64.b64decode(answer["files"][".sld"]).decode()
+        published, ours = read_verticals(text), read_verticals(our_text)
         differences = compare(published, ours)
+        layout = layout_difference(text, our_text)
     except (ParsingError, ValueError, LookupError) as error:
         return Outcome(case, seconds, f"not comparable: {type(error).__name__}: {error}")
-    return Outcome(case, seconds, None, published, ours, differences)
+    return Outcome(case, seconds, None, published, ours, differences, layout)

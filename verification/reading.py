@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import re
 from collections.abc import Mapping, Sequence
 from dataclasses import dataclass
 from io import StringIO
@@ -10,11 +9,9 @@ from typing import Any
 
 import numpy as np
 from numpy.typing import NDArray
-from sembra.external.dsettlement import OutputFileParser
+from sembra.local.results import ResultFile
 
 Floats = NDArray[np.float64]
-
-_DISSIPATION = re.compile(r"\[Dissipation in Layers\].*?(?=\[End of Results\])", re.DOTALL)
 
 
 @dataclass(frozen=True)
@@ -57,16 +54,11 @@ def read_verticals(text: str) -> list[Vertical]:
     Raises:
         ValueError: a vertical has no settlements.
     """
-    # D-Settlement leaves a blank behind this count, where the reader doesn't expect one.
-    text = text.replace("Depth step count ", "Depth step count")
-    # The residual settlements stand once more behind the dissipation. Where they have no rows, the
-    # reader would take both blocks for one.
-    text = _DISSIPATION.sub("", text)
-    parser = OutputFileParser(StringIO(text, newline=""))
-    residual = parser.residual_times
+    results = ResultFile(StringIO(text, newline=""))
+    residual = results.residual_times
     return [
-        _vertical(results, residual.get(number, {}))
-        for number, results in parser.vertical_results.items()
+        _vertical(vertical, residual.get(number, {}))
+        for number, vertical in results.vertical_results.items()
     ]
 
 

@@ -6,7 +6,7 @@ from io import StringIO
 from typing import Any
 
 import numpy as np
-from sembra.external.dsettlement import OutputFileParser
+from sembra.local.results import ResultFile
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import (
     ColumnResult,
@@ -22,8 +22,7 @@ KOPPEJAN = re.compile(r"Layer seperation count \r?\n(.*?)\[End of Koppejan", re.
 
 def published_results(text: str) -> Iterator[ColumnResult]:
     """Read the verticals of a result file back into results, without their dissipation."""
-    text = text.replace("Depth step count ", "Depth step count")
-    verticals = OutputFileParser(StringIO(text, newline="")).vertical_results
+    verticals = ResultFile(StringIO(text, newline="")).vertical_results
     koppejan = KOPPEJAN.findall(text)
     for number, vertical in verticals.items():
         yield _result(vertical, _layers(koppejan[number - 1]) if koppejan else None)
