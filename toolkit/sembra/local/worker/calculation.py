@@ -8,6 +8,7 @@ next as well, and all columns are calculated together.
 """
 
 from collections.abc import Callable, Sequence
+from dataclasses import replace
 from functools import partial
 
 import numpy as np
@@ -99,10 +100,11 @@ def _maintain(
     is_last = False
     for done in range(_MOST_REPETITIONS):
         # How many repetitions there will be isn't known: each is told as half of what is left.
-        loads = (*project.loads, profile.load(places, heights))
+        superelevation = profile.load(places, heights)
+        loads = (*project.loads, superelevation)
         results = _settle(project, loads, partial(_report_half, report, 0.5**done))
         if is_last:
-            return results
+            return [replace(result, superelevation=superelevation.area) for result in results]
         settled = np.array([result.settlements[-1, 0] for result in results])
         most = int(np.argmax(settled))
         is_last = bool(abs(settled[most] - heights[most]) < profile.option.tolerance)

@@ -99,6 +99,8 @@ class ColumnResult:
         layer_settlements: settlement of each layer by kind, for NEN-Koppejan; None for the other
             models.
         dissipation: where the input file wants it, else None.
+        remarks: what the user should know about it, as whole sentences.
+        superelevation: cross-section of the superelevation, in m², if the profile is maintained.
     """
 
     column: Column
@@ -110,3 +112,4 @@ class ColumnResult:
     layer_settlements: tuple[LayerSettlement, ...] | None
     dissipation: Dissipation | None
     remarks: tuple[str, ...] = ()
+    superelevation: float | None = None

@@ -58,6 +58,8 @@ def _amounts_block(project: Project, results: Sequence[ColumnResult]) -> Iterato
         isinstance(results[0].consolidation, DarcyHistory) and results[0].layer_settlements is None
     )
     areas = [*project.load_areas]
+    if results[0].superelevation is not None:
+        areas.append(results[0].superelevation)
     if project.options.submerging and not by_step:
         areas.append(0.0)
     if areas:
