@@ -16,9 +16,7 @@ NAME = "choice_of_model"
 def tell(terminal: Terminal, folder: Path) -> None:
     """Tell the story, and write its picture to a folder that is there."""
     terminal.title("The choice of the model: what is left to settle after the opening?")
-    with terminal.step(
-        "Calculate by two soil models and two kinds of consolidation"
-    ):
+    with terminal.step("Calculate by two soil models and two kinds of consolidation"):
         outcomes = {choice.name: story.calculate(choice) for choice in story.CHOICES}
         terminal.table(_table(outcomes))
     with terminal.step("Draw the picture"):
