@@ -78,13 +78,15 @@ def test_forked_process_does_not_keep_the_port() -> None:
 
 def test_answers_on_a_kept_connection_do_not_wait_for_confirmations() -> None:
     with httpx.Client(base_url=local_service_url(), trust_env=False) as client:
-        body = {"input": document_1d()}
-        durations = []
-        for _ in range(15):
+
+        def duration() -> float:
             begin = time.perf_counter()
-            assert client.post(PATH, json=body).status_code == 200
-            durations.append(time.perf_counter() - begin)
-    assert min(durations[1:]) < 0.03
+            assert client.post(PATH, json={"input": document_1d()}).status_code == 200
+            return time.perf_counter() - begin
+
+        # The first connection may be spared; a machine with much to do spares none.
+        duration()
+        assert any(duration() < 0.03 for _ in range(100))
 
 
 def test_a_program_ends_silently_with_the_service_running() -> None:

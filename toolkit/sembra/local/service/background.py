@@ -45,6 +45,7 @@ class BackgroundService:
                 lifespan="off",
                 log_config=None,
                 access_log=False,
+                proxy_headers=False,
             )
         )
         self._thread = threading.Thread(
