@@ -76,6 +76,14 @@ def lowering(mesh: Mesh, lowered: Sequence[Drawdown], time: float) -> Floats:
     return past[-1].lowering[mesh.node_layers] if past else np.zeros_like(mesh.levels)
 
 
+def _last_change(mesh: Mesh, lowered: Sequence[Drawdown]) -> Floats:
+    """Return by what the pore pressure at the nodes changed in the last step of dewatering."""
+    if not lowered:
+        return np.zeros_like(mesh.levels)
+    before = lowered[-2].lowering if len(lowered) > 1 else 0.0
+    return np.abs(lowered[-1].lowering - before)[mesh.node_layers]
+
+
 def _stresses(
     s: Situation,
     times: Floats,
@@ -85,13 +93,14 @@ def _stresses(
 ) -> TerzaghiStresses:
     """Return the stresses as D-Settlement writes them: effective ones are those of the loads alone.
 
-    What dewatering comes to in the end is added to the total and the water stress instead.
+    What the last step of dewatering changes, whichever way, is added to the total and the water
+    stress instead.
     """
     settlements = np.append(np.cumsum(compressions[::-1])[::-1], 0.0)
     water = pore_pressures(
         in_the_end(s.column, s.loads), s.mesh, s.options.water_unit_weight, settlements
     )
-    water += lowering(s.mesh, lowered, s.options.end)
+    water += _last_change(s.mesh, lowered)
     loading = np.tile(s.initial, (len(times), 1))
     for step in loads:
         loading[times > step.time] = step.effective
