@@ -72,12 +72,14 @@ def _calculate_all(cases: Sequence[Case]) -> list[Outcome]:
         console=Console(stderr=True),
         transient=True,
     )
+    # Those that take longest come first, so that no core is left with one of them in the end.
+    in_turn = sorted(cases, key=lambda case: -case.result_file.stat().st_size)
     with progress, ProcessPoolExecutor() as executor:
         task = progress.add_task("calculating", total=len(cases))
-        jobs = [executor.submit(calculate, case) for case in cases]
-        for _ in as_completed(jobs):
+        jobs = {case.name: executor.submit(calculate, case) for case in in_turn}
+        for _ in as_completed(jobs.values()):
             progress.advance(task)
-    return [job.result() for job in jobs]
+    return [jobs[case.name].result() for case in cases]
 
 
 if __name__ == "__main__":
