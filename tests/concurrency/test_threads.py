@@ -74,6 +74,7 @@ def test_a_model_is_written_while_threads_change_it() -> None:
 def test_threads_read_one_text() -> None:
     parser = parser_of(result_text())
     expected = repr(read_results(parser))
-    assert at_once(lambda _: repr([read_results(parser) for _ in range(ROUNDS)][-1])) == [
-        expected
-    ] * THREADS
+    assert (
+        at_once(lambda _: repr([read_results(parser) for _ in range(ROUNDS)][-1]))
+        == [expected] * THREADS
+    )
