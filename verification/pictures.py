@@ -18,7 +18,7 @@ from .calculating import Outcome
 from .reading import Floats, Vertical
 
 TELLING = {
-    "bm1-4": "NEN-Koppejan, drained, on a cross-section with inclined layers",
+    "bm1-4": "NEN-Koppejan, drained: ten thin layers with secular settlement",
     "bm3-1c": "NEN-Koppejan by Terzaghi: loading, unloading and loading again",
     "bm3-2a": "Isotache by Terzaghi: loading, unloading and loading again",
     "bm3-3f": "NEN-Bjerrum by Darcy: loading, unloading and loading again",
@@ -30,9 +30,9 @@ TELLING = {
     "bm4-3e": "Isotache by Terzaghi: a profile that is maintained",
     "bm4-10e": "Isotache by Terzaghi: water loads",
     "Tutorial-1b": "NEN-Bjerrum by Darcy: four layers, and a load that is taken away",
-    "Tutorial-2b": "NEN-Bjerrum by Darcy: an embankment upon vertical drains",
+    "Tutorial-2b": "NEN-Bjerrum by Darcy: an embankment upon drains, whose profile is maintained",
     "Tutorial-4a": "Isotache by Darcy: ground improvement and an embankment that submerges",
-    "Tutorial-5c": "Isotache by Darcy: dewatering by sand walls below an embankment",
+    "Tutorial-5c": "Isotache by Darcy: sand walls, an excavation, and an embankment in it",
 }
 """Cases that have a picture, with its caption: a kind of calculation each."""
 
