@@ -15,6 +15,7 @@ image = pytest.importorskip(
 STORIES = {
     "one_dimensional": (8, (".sli", ".sld", "_column.png", "_settlement.png", "_stresses.png")),
     "two_dimensional": (9, (".sli", ".sld", "_section.png", "_settlement.png", "_depth.png")),
+    "choice_of_model": (2, ("_residual.png",)),
     "parametric_study": (3, (".csv", "_spread.png")),
 }
 """Number of steps and endings of the files of each story, by the name of its files."""

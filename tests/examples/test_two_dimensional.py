@@ -31,7 +31,12 @@ def test_the_surface_settles_further_with_time(
     settlements: dict[str, dict[float, float]],
 ) -> None:
     for column in settlements.values():
-        assert all(early <= late for early, late in pairwise(column.values()))
+        loaded = [value for time, value in column.items() if time <= story.OPENING]
+        unloaded = [value for time, value in column.items() if time > story.OPENING]
+        assert all(early <= late for early, late in pairwise(loaded))
+        assert all(early <= late for early, late in pairwise(unloaded))
+        # It swells a little where the surcharge is taken off.
+        assert unloaded[0] > loaded[-1] - 0.02
 
 
 def test_it_settles_most_at_the_axis_and_hardly_in_the_meadow(
@@ -49,7 +54,7 @@ def test_drains_let_the_ground_settle_sooner_than_beside_them(
     last = story.CALCULATION_TIMES[-1]
     part = {name: column[90] / column[last] for name, column in settlements.items()}
     opening = {name: column[story.OPENING] / column[last] for name, column in settlements.items()}
-    assert opening["axis"] > 0.8 > 0.7 > opening["left toe"]
+    assert opening["axis"] > 0.9 > 0.75 > opening["left toe"]
     assert part["axis"] > 0.3
 
 
