@@ -304,6 +304,25 @@ def test_call_that_is_cancelled_in_line_never_runs(tmp_path: Path) -> None:
     assert not note.exists()
 
 
+def test_who_waits_in_line_hears_of_the_cancellation_at_once(tmp_path: Path) -> None:
+    gate = tmp_path / "gate"
+    heard = threading.Event()
+    with pool(1) as executor:
+        first = executor.submit(fake_jobs.await_file, {"body": str(gate)})
+        second = executor.submit(abs, -1)
+
+        def wait() -> None:
+            with pytest.raises(CancelledError):
+                second.result_within(60)
+            heard.set()
+
+        threading.Thread(target=wait, daemon=True).start()
+        second.cancel()
+        assert heard.wait(30)
+        assert not first.done()
+        gate.touch()
+
+
 def test_surroundings_are_those_of_the_moment(
     tmp_path: Path, monkeypatch: pytest.MonkeyPatch
 ) -> None:

@@ -10,7 +10,7 @@ import threading
 import weakref
 from collections import deque
 from collections.abc import Callable, Sequence
-from concurrent.futures import Executor, Future, wait
+from concurrent.futures import CancelledError, Executor, Future, wait
 from typing import Any, NamedTuple
 
 from sembra.local.jobs.reporting import Report, ignore
@@ -51,8 +51,11 @@ class PoolFuture(Future[Any]):
 
         Raises:
             TimeoutError: The time is over.
+            CancelledError: The call was cancelled.
         """
         self.taken.wait()
+        if self.cancelled():  # in line, maybe long before a worker gets to know of it
+            raise CancelledError
         if not wait([self], min(limit, threading.TIMEOUT_MAX)).done:
             raise TimeoutError
         return self.result()
