@@ -14,15 +14,12 @@ from functools import partial
 import numpy as np
 
 from sembra.local.worker.column_result import ColumnResult
-from sembra.local.worker.consolidation.darcy.consolidate import consolidate as by_darcy
-from sembra.local.worker.consolidation.darcy.consolidate import consolidate_together
 from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.project import Project
-from sembra.local.worker.settlement import calculate_column, result_of, situation_of
-from sembra.local.worker.soil_models.creep_isotaches import CreepIsotaches
+from sembra.local.worker.settlement import calculate_columns
 
 _AT_REST = 1e-7
 """Settlements of two repetitions, in metres, that count as the same."""
@@ -50,15 +47,19 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
 def _settle(
     project: Project, loads: Sequence[Load], report: Callable[[float], None]
 ) -> list[ColumnResult]:
-    if _goes_together(project):
-        results = _together(project, loads)
-        report(1.0)
-    else:
-        results = []
-        settle = _submerging if project.options.submerging else calculate_column
-        for number, column in enumerate(project.columns, 1):
-            results.append(settle(column, project, loads))
-            report(number / len(project.columns))
+    by_steps = project.consolidation.goes_by_steps
+    submerging = project.options.submerging
+    sinking = submerging and by_steps and project.soil_model.creeps
+    results: list[ColumnResult] = []
+    repeats = submerging and not sinking
+    # What goes by steps is quicker together, and has to be where loads sink between the columns.
+    together = by_steps and not repeats
+    for group in [project.columns] if together else [(column,) for column in project.columns]:
+        if repeats:
+            results.append(_submerging(group[0], project, loads))
+        else:
+            results.extend(calculate_columns(group, project, loads, sinking=sinking))
+        report(len(results) / len(project.columns))
     for result in results:
         if not (
             np.all(np.isfinite(result.settlements))
@@ -66,25 +67,6 @@ def _settle(
         ):
             raise WorkerError(OUT_OF_RANGE)
     return results
-
-
-def _goes_together(project: Project) -> bool:
-    """Whether the columns go from one time to the next together.
-
-    They do with Darcy, which is quicker, unless loads sink by the settlement in the end.
-    """
-    sinks_by_steps = issubclass(project.soil_model, CreepIsotaches)
-    return project.consolidation is by_darcy and (sinks_by_steps or not project.options.submerging)
-
-
-def _together(project: Project, loads: Sequence[Load]) -> list[ColumnResult]:
-    """Return the results of columns that go from one time to the next together."""
-    situations = [situation_of(column, project, loads) for column in project.columns]
-    consolidated = consolidate_together(situations, sinking=project.options.submerging)
-    return [
-        result_of(situation, one, project)
-        for situation, one in zip(situations, consolidated, strict=True)
-    ]
 
 
 def _maintain(
@@ -124,7 +106,7 @@ def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> Colu
     """
     depth, earlier = 0.0, None
     for _ in range(_MOST_REPETITIONS):
-        result = calculate_column(column, project, _sunk(loads, depth))
+        (result,) = calculate_columns((column,), project, _sunk(loads, depth))
         rest = float(result.settlements[-1, 0]) - depth
         if abs(rest) < _AT_REST:
             return result

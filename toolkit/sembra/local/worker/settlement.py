@@ -1,4 +1,4 @@
-"""Settlement of one column: from the ground and the loads to what a result file shows."""
+"""Settlement of columns: from the ground and the loads to what a result file shows."""
 
 from collections.abc import Sequence
 
@@ -24,17 +24,29 @@ from sembra.local.worker.soil_models.soil_model import Elements
 from sembra.local.worker.timesteps import calculation_times
 
 
-def calculate_column(column: Column, project: Project, loads: Sequence[Load]) -> ColumnResult:
-    """Return the stresses and settlements of a column below some loads.
+def calculate_columns(
+    columns: Sequence[Column], project: Project, loads: Sequence[Load], *, sinking: bool = False
+) -> list[ColumnResult]:
+    """Return the stresses and settlements of columns below some loads.
+
+    Args:
+        columns: the columns.
+        project: the input.
+        loads: the loads.
+        sinking: whether the loads sink into the water with the columns, from one time to the next.
 
     Raises:
         WorkerError: an effective stress isn't positive, or a layer can't consolidate.
     """
-    situation = situation_of(column, project, loads)
-    return result_of(situation, project.consolidation(situation), project)
+    situations = [_situation(column, project, loads) for column in columns]
+    consolidated = project.consolidation.consolidate(situations, sinking=sinking)
+    return [
+        _result(situation, one, project)
+        for situation, one in zip(situations, consolidated, strict=True)
+    ]
 
 
-def situation_of(column: Column, project: Project, loads: Sequence[Load]) -> Situation:
+def _situation(column: Column, project: Project, loads: Sequence[Load]) -> Situation:
     """Return a column before the first load, and what is going to happen to it.
 
     Raises:
@@ -56,7 +68,7 @@ def situation_of(column: Column, project: Project, loads: Sequence[Load]) -> Sit
     )
 
 
-def result_of(situation: Situation, consolidated: Consolidated, project: Project) -> ColumnResult:
+def _result(situation: Situation, consolidated: Consolidated, project: Project) -> ColumnResult:
     """Return what a result file shows of a column that has consolidated."""
     column, mesh = situation.column, situation.mesh
     stresses = _drained_stresses(situation)

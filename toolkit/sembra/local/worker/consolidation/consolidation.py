@@ -1,8 +1,9 @@
 """The one interface of the kinds of consolidation: from the loads on a column to its strains."""
 
+from abc import ABC, abstractmethod
 from collections.abc import Sequence
 from dataclasses import dataclass
-from typing import Protocol
+from typing import ClassVar
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import DarcyHistory, TerzaghiStresses
@@ -59,11 +60,22 @@ class Consolidated:
     stresses: TerzaghiStresses | DarcyHistory
 
 
-class Consolidation(Protocol):
+class Consolidation(ABC):
     """A kind of consolidation."""
 
-    def __call__(self, situation: Situation, /) -> Consolidated:
-        """Return what becomes of a column.
+    goes_by_steps: ClassVar[bool]
+    """Whether it goes from one time to the next, with all columns together."""
+
+    @abstractmethod
+    def consolidate(
+        self, situations: Sequence[Situation], *, sinking: bool = False
+    ) -> list[Consolidated]:
+        """Return what becomes of each of some columns of a project.
+
+        Args:
+            situations: the columns, with the same loads.
+            sinking: whether the loads sink into the water with the columns, from one time to the
+                next; only for a kind that goes by steps.
 
         Raises:
             WorkerError: an effective stress isn't positive, or a layer can't consolidate.

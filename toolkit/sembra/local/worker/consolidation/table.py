@@ -3,7 +3,7 @@
 from collections.abc import Mapping
 
 from sembra.local.worker.consolidation.consolidation import Consolidation
-from sembra.local.worker.consolidation.darcy.consolidate import consolidate as by_darcy
-from sembra.local.worker.consolidation.terzaghi.consolidate import consolidate as by_terzaghi
+from sembra.local.worker.consolidation.darcy.consolidate import Darcy
+from sembra.local.worker.consolidation.terzaghi.consolidate import Terzaghi
 
-CONSOLIDATIONS: Mapping[int, Consolidation] = {0: by_darcy, 1: by_terzaghi}
+CONSOLIDATIONS: Mapping[int, Consolidation] = {0: Darcy(), 1: Terzaghi()}

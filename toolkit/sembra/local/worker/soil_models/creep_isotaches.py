@@ -30,6 +30,7 @@ class CreepIsotaches(SoilModel):
     """Elements with the constants a (reloading), b (virgin loading) and c (creep)."""
 
     preconsolidation_key = "SoilPreconIsotacheType"
+    creeps = True
 
     def __init__(self, elements: Elements, options: Options) -> None:
         super().__init__(elements, options)

@@ -94,6 +94,9 @@ class SoilModel(ABC):
     preconsolidation_key: ClassVar[str]
     """The key under which a material states how its preconsolidation pressure is meant."""
 
+    creeps: ClassVar[bool] = False
+    """Whether creep makes excess pore pressure, so that strain depends on all that was before."""
+
     def __init__(self, elements: Elements, options: Options) -> None:
         self.elements = elements
         self.options = options

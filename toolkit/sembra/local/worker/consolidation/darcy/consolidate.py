@@ -7,7 +7,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import DarcyHistory
-from sembra.local.worker.consolidation.consolidation import Consolidated, Situation
+from sembra.local.worker.consolidation.consolidation import Consolidated, Consolidation, Situation
 from sembra.local.worker.consolidation.darcy.leakage import leakage
 from sembra.local.worker.consolidation.darcy.profile import Profile
 from sembra.local.worker.consolidation.darcy.run import Course, DarcyRun
@@ -25,30 +25,20 @@ class _Loads(Protocol):
         """Return the increase at the nodes of each column from a time on, by their settlements."""
 
 
-def consolidate(situation: Situation) -> Consolidated:
-    """Return the strains of a column by all load steps.
+class Darcy(Consolidation):
+    """Consolidation by Darcy's law, from one time to the next.
 
     Settlement by the first load step alone, by the first two, and so on, is calculated where the
     options ask for it, each in a run of its own.
-
-    Raises:
-        WorkerError: an effective stress isn't positive, or water can't leave a layer.
     """
-    (consolidated,) = consolidate_together([situation], sinking=False)
-    return consolidated
 
+    goes_by_steps = True
 
-def consolidate_together(situations: Sequence[Situation], *, sinking: bool) -> list[Consolidated]:
-    """Return the strains of columns that go from each time to the next together.
-
-    Args:
-        situations: all columns of a project, with the same loads.
-        sinking: whether the loads sink into the water with the columns, step by step.
-
-    Raises:
-        WorkerError: an effective stress isn't positive, or water can't leave a layer.
-    """
-    return _consolidate(situations, SinkingLoads if sinking else _FixedLoads)
+    def consolidate(
+        self, situations: Sequence[Situation], *, sinking: bool = False
+    ) -> list[Consolidated]:
+        """Return the strains of columns that go from each time to the next together."""
+        return _consolidate(situations, SinkingLoads if sinking else _FixedLoads)
 
 
 def _consolidate(

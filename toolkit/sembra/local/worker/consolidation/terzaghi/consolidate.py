@@ -6,7 +6,11 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import TerzaghiStresses
-from sembra.local.worker.consolidation.consolidation import Consolidated, Situation
+from sembra.local.worker.consolidation.consolidation import (
+    Consolidated,
+    Consolidation,
+    Situation,
+)
 from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
 from sembra.local.worker.consolidation.terzaghi.dewatering import Drawdown, drawdowns
 from sembra.local.worker.ground.mesh import Mesh
@@ -17,7 +21,20 @@ from sembra.local.worker.soil_models.soil_model import StressStep
 from sembra.local.worker.timesteps import calculation_times
 
 
-def consolidate(situation: Situation) -> Consolidated:
+class Terzaghi(Consolidation):
+    """Consolidation by Terzaghi's theory, each column by itself."""
+
+    goes_by_steps = False
+
+    def consolidate(
+        self, situations: Sequence[Situation], *, sinking: bool = False
+    ) -> list[Consolidated]:
+        """Return the strains of columns by their load steps; no load sinks by steps."""
+        assert not sinking
+        return [_consolidate(situation) for situation in situations]
+
+
+def _consolidate(situation: Situation) -> Consolidated:
     """Return the strains of a column by the first load step, the first two, and so on.
 
     Dewatering of drains is a load step; so is the soil's own weight where there are no initial
