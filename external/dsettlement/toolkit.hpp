@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/global.hpp"
+#include "host/text.hpp"
 
 namespace dsettlement {
 
@@ -16,6 +17,16 @@ struct Toolkit {
   host::Imported model_error{module_, "sembra.errors", "ModelError"};
   host::Imported parsing_error{module_, "sembra.errors", "ParsingError"};
   host::Imported internal_error{module_, "sembra.errors", "InternalError"};
+
+  // Raises ModelError with a message in which each {} stands for the next value.
+  [[noreturn]] void refuse(std::string_view message,
+                           std::initializer_list<host::Handle> values = {}) const {
+    host::raise(model_error.original(), host::text(message, values));
+  }
+  // The same in the place of an error that has been caught.
+  [[noreturn]] void refuse_instead_of(const host::Ref& failure, std::string_view message) const {
+    host::raise_instead_of(model_error.original(), host::text(message, {}), failure);
+  }
 
   host::Imported color{module_, "sembra.core", "Color"};
   host::Imported file{module_, "sembra.core", "File"};

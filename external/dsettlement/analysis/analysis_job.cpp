@@ -17,7 +17,7 @@ constexpr long tool_version = 1;
 constexpr Parameter init_parameters[] = {host::self, {"input_file", "BytesIO | File"}};
 
 Ref init(State& state, Arguments arguments) {
-  const auto [self, input_file] = arguments.first<2>();
+  const auto [self, input_file] = arguments.first<std::size(init_parameters)>();
   const State::Names& names = state.names;
   host::set(self, names.input_file, input_file);
   static_cast<void>(host::call_with(host::super(state.analysis.original(), self, names.init),
@@ -28,7 +28,7 @@ Ref init(State& state, Arguments arguments) {
 constexpr Parameter message_parameters[] = {host::self, {"message", "str"}};
 
 Ref handle_execution_error(State& state, Arguments arguments) {
-  const auto [self, message] = arguments.first<2>();
+  const auto [self, message] = arguments.first<std::size(message_parameters)>();
   const Ref unknown = Ref::steal(Py_BuildValue("(sO)", "", Py_None));
   const Ref known =
       host::call_method(state.toolkit.exception_map.now(), state.names.get, message, unknown);

@@ -19,7 +19,8 @@ constexpr Parameter document_parameters[] = {host::self,
                                              {"dissipation_calculation", "_Vertical", no_object}};
 
 Ref make_document(State& state, Arguments arguments) {
-  const auto [self, metadata, dissipation_calculation] = arguments.first<3>();
+  const auto [self, metadata, dissipation_calculation] =
+      arguments.first<std::size(document_parameters)>();
   const State::Names& names = state.names;
   host::call_method(self, names.private_validate);
   const Ref identification =

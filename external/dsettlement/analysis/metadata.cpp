@@ -30,9 +30,8 @@ void check_title(State& state, Handle title) {
   const Py_ssize_t length = PyObject_Size(title);
   if (length < 0) throw host::ErrorSet{};
   if (length > longest_title) {
-    host::raise(state.toolkit.model_error.original(),
-                host::text("Max amount of character of identification title is 50: {} present.",
-                           {Ref::steal(PyLong_FromSsize_t(length))}));
+    state.toolkit.refuse("Max amount of character of identification title is 50: {} present.",
+                         {Ref::steal(PyLong_FromSsize_t(length))});
   }
 }
 

@@ -45,15 +45,15 @@ Ref first_equal(Handle known, Handle object) {
 constexpr Parameter points_parameters[] = {host::self, {"points", "list[_Point]"}};
 
 Ref make_curves(State& state, Arguments arguments) {
-  const auto [self, points] = arguments.first<2>();
+  const auto [self, points] = arguments.first<std::size(points_parameters)>();
   const State::Names& names = state.names;
   const auto is_off_limit = [&, self = self, points = points](Py_ssize_t point, Py_ssize_t limit) {
     const Ref x = host::get(host::item(points, point), names.x);
     return host::compare(x, Py_NE, host::item(host::get(self, names.private_limits), limit));
   };
   if (is_off_limit(0, 0) || is_off_limit(-1, 1)) {
-    host::raise(state.toolkit.model_error.original(),
-                "First and last points must be on the left and right boundary limits respectively");
+    state.toolkit.refuse(
+        "First and last points must be on the left and right boundary limits respectively");
   }
   host::List curves;
   const Py_ssize_t count = host::length(points);
@@ -68,7 +68,7 @@ Ref make_curves(State& state, Arguments arguments) {
 constexpr Parameter curve_parameters[] = {host::self, {"p1", "_Point"}, {"p2", "_Point"}};
 
 Ref make_curve(State& state, Arguments arguments) {
-  const auto [self, p1, p2] = arguments.first<3>();
+  const auto [self, p1, p2] = arguments.first<std::size(curve_parameters)>();
   const Ref curve = host::call(state.curve.now(), p1, p2);
   const Ref known = first_equal(host::get(self, state.names.private_curves), curve);
   return known ? known : curve;
@@ -82,13 +82,12 @@ Ref make_chain(const State& state, const host::Global& chain_class, Handle curve
   } catch (const host::ErrorSet&) {
     Ref failure = host::take_error();
     if (!host::is_of_class(failure, PyExc_AssertionError)) host::raise_again(std::move(failure));
-    host::raise_instead_of(state.toolkit.model_error.original(),
-                           Ref::steal(PyUnicode_FromString(refusal)), failure);
+    state.toolkit.refuse_instead_of(failure, refusal);
   }
 }
 
 Ref register_boundary(State& state, Arguments arguments) {
-  const auto [self, points] = arguments.first<2>();
+  const auto [self, points] = arguments.first<std::size(points_parameters)>();
   const State::Names& names = state.names;
   if (const Ref drawn = draw_boundary(state, self, points)) return drawn;
   const Ref boundary = make_chain(state, state.boundary,
@@ -139,7 +138,7 @@ void make_phreatic(const State& state, Handle self, Handle pl_line) {
 }
 
 Ref register_pl_line(State& state, Arguments arguments) {
-  const auto [self, points, is_phreatic] = arguments.first<3>();
+  const auto [self, points, is_phreatic] = arguments.first<std::size(pl_line_parameters)>();
   const State::Names& names = state.names;
   auto [pl_line, is_known] = draw_pl_line(state, self, points);
   if (!pl_line) std::tie(pl_line, is_known) = search_pl_line(state, self, points);
@@ -147,8 +146,7 @@ Ref register_pl_line(State& state, Arguments arguments) {
   if (host::is_true(is_phreatic)) {
     const Ref phreatic_line = host::get(self, names.private_phreatic_line);
     if (host::compare(phreatic_line, Py_NE, host::integer(0))) {
-      host::raise(state.toolkit.model_error.original(),
-                  host::text("Phreatic line is already set: {}", {phreatic_line}));
+      state.toolkit.refuse("Phreatic line is already set: {}", {phreatic_line});
     }
     make_phreatic(state, self, pl_line);
   }

@@ -16,10 +16,10 @@ constexpr Parameter init_parameters[] = {host::self, {"p1", "_Point"}, {"p2", "_
 
 // A vertical curve keeps the order in which its points were given.
 Ref init(State& state, Arguments arguments) {
-  const auto [self, p1, p2] = arguments.first<3>();
+  const auto [self, p1, p2] = arguments.first<std::size(init_parameters)>();
   const State::Names& names = state.names;
   if (host::compare(p1, Py_EQ, p2)) {
-    host::raise(state.toolkit.model_error.original(), "Curve cannot consist of duplicate points");
+    state.toolkit.refuse("Curve cannot consist of duplicate points");
   }
   const Ref x1 = host::get(p1, names.x);
   const Ref x2 = host::get(p2, names.x);
@@ -27,14 +27,6 @@ Ref init(State& state, Arguments arguments) {
   state.curve.initialize(self, names.private_p1, swapped ? p2 : p1);
   state.curve.initialize(self, names.private_p2, swapped ? p1 : p2);
   return host::none();
-}
-
-Ref p1(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_p1);
-}
-
-Ref p2(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_p2);
 }
 
 Ref equals(State& state, Arguments arguments) {
@@ -67,8 +59,12 @@ matters for vertical curves only.)");
 p1, p2: the end points, kept as the very objects.
 
 Raises ModelError if the points are equal.)"));
-  body.add(state, host::property<p1>("p1", "End point with the lower x.").returning("_Point"));
-  body.add(state, host::property<p2>("p2", "End point with the higher x.").returning("_Point"));
+  body.add(state,
+           host::getter<State, &State::Names::private_p1>("p1", "End point with the lower x.")
+               .returning("_Point"));
+  body.add(state,
+           host::getter<State, &State::Names::private_p2>("p2", "End point with the higher x.")
+               .returning("_Point"));
   body.add(
       state,
       host::method<equals>("__eq__", other_parameters, "Return self == other.").returning("bool"));

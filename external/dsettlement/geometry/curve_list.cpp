@@ -27,7 +27,7 @@ constexpr Parameter init_parameters[] = {host::self, {"curves", "list[_Curve]"}}
 
 // Where Python runs without assertions there is no check, as of any `assert`.
 Ref init(State& state, Arguments arguments) {
-  const auto [self, curves] = arguments.first<2>();
+  const auto [self, curves] = arguments.first<std::size(init_parameters)>();
   const State::Names& names = state.names;
   const Py_ssize_t count = host::length(curves);
   for (Py_ssize_t i = 0; i < count - 1; ++i) {
@@ -79,7 +79,7 @@ constexpr Parameter area_parameters[] = {host::self, {"y", "float", host::number
 
 // The trapezium rule, one curve after the other.
 Ref area_above_horizontal(State& state, Arguments arguments) {
-  const auto [self, y] = arguments.first<2>();
+  const auto [self, y] = arguments.first<std::size(area_parameters)>();
   const State::Names& names = state.names;
   const Ref two = host::integer(2);
   Ref area = host::real(0.0);

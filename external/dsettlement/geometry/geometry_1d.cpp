@@ -22,8 +22,7 @@ Ref top_of(Handle layer) {
 }
 
 void check_layers(const State& state, Handle bottom_level, Handle layers) {
-  const Handle model_error = state.toolkit.model_error.original();
-  if (!host::is_true(layers)) host::raise(model_error, "Provide at least 1 layer");
+  if (!host::is_true(layers)) state.toolkit.refuse("Provide at least 1 layer");
   Ref above;
   long position = 0;
   host::for_each(layers, [&](const Ref& layer) {
@@ -33,31 +32,26 @@ void check_layers(const State& state, Handle bottom_level, Handle layers) {
       return !host::compare(top, Py_GE, top_of(above));
     };
     if (above && !is_below()) {
-      host::raise(
-          model_error,
-          host::text(
-              R"(Each layer should have a top level lower than the layer above it (layer {}))",
-              {host::integer(position)}));
+      state.toolkit.refuse(
+          R"(Each layer should have a top level lower than the layer above it (layer {}))",
+          {host::integer(position)});
     }
     above = layer;
   });
   if (host::compare(top_of(host::item(layers, -1)), Py_LE, bottom_level)) {
-    host::raise(model_error, "Each layer should have a top level above the bottom level");
+    state.toolkit.refuse("Each layer should have a top level above the bottom level");
   }
 }
 
 Ref init(State& state, Arguments arguments) {
-  const auto [self, bottom_level, layers, phreatic_level] = arguments.first<4>();
+  const auto [self, bottom_level, layers, phreatic_level] =
+      arguments.first<std::size(init_parameters)>();
   const State::Names& names = state.names;
   check_layers(state, bottom_level, layers);
   host::set(self, names.private_bottom_level, bottom_level);
   host::set(self, names.private_layers, layers);
   host::set(self, names.phreatic_level, phreatic_level);
   return host::none();
-}
-
-Ref bottom_level(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_bottom_level);
 }
 
 Ref top_level(State& state, Arguments arguments) {
@@ -98,8 +92,8 @@ layers: pairs of top level [m] and material name, from top to bottom.
 phreatic_level: [m], or None; compared with nothing.
 
 Raises ModelError if there is no layer or a level is not below the one above it.)"));
-  body.add(state, host::property<bottom_level>("bottom_level",
-                                               "Bottom level of the bottom-most layer [m].")
+  body.add(state, host::getter<State, &State::Names::private_bottom_level>(
+                      "bottom_level", "Bottom level of the bottom-most layer [m].")
                       .returning("float"));
   body.add(state, host::property<top_level>("top_level", "Top level of the first layer [m].")
                       .returning("float"));

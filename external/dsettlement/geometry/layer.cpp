@@ -16,7 +16,7 @@ constexpr Parameter init_parameters[] = {
 
 Ref init(State& state, Arguments arguments) {
   const auto [self, boundary_top, boundary_bottom, material, pl_line_top, pl_line_bottom] =
-      arguments.first<6>();
+      arguments.first<std::size(init_parameters)>();
   const State::Names& names = state.names;
   host::set(self, names.private_boundary_top, boundary_top);
   host::set(self, names.private_boundary_bottom, boundary_bottom);
@@ -24,26 +24,6 @@ Ref init(State& state, Arguments arguments) {
   host::set(self, names.private_pl_line_top, pl_line_top);
   host::set(self, names.private_pl_line_bottom, pl_line_bottom);
   return host::none();
-}
-
-Ref material(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_material);
-}
-
-Ref boundary_top(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_boundary_top);
-}
-
-Ref boundary_bottom(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_boundary_bottom);
-}
-
-Ref pl_line_top(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_pl_line_top);
-}
-
-Ref pl_line_bottom(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_pl_line_bottom);
 }
 
 }  // namespace
@@ -61,17 +41,20 @@ boundary_top, boundary_bottom: boundaries at the top and at the bottom.
 material: name of the material.
 pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, or 0 for no pressure, or
     99 for interpolation.)"));
-  body.add(state, host::property<material>("material", "Name of the material.").returning("str"));
-  body.add(
-      state,
-      host::property<boundary_top>("boundary_top", "Boundary at the top.").returning("_Boundary"));
-  body.add(state, host::property<boundary_bottom>("boundary_bottom", "Boundary at the bottom.")
+  body.add(state,
+           host::getter<State, &State::Names::private_material>("material", "Name of the material.")
+               .returning("str"));
+  body.add(state, host::getter<State, &State::Names::private_boundary_top>("boundary_top",
+                                                                           "Boundary at the top.")
                       .returning("_Boundary"));
-  body.add(state, host::property<pl_line_top>(
+  body.add(state, host::getter<State, &State::Names::private_boundary_bottom>(
+                      "boundary_bottom", "Boundary at the bottom.")
+                      .returning("_Boundary"));
+  body.add(state, host::getter<State, &State::Names::private_pl_line_top>(
                       "pl_line_top",
                       R"(Pl-line at the top, or 0 for no pressure, or 99 for interpolation.)")
                       .returning("_PlLine | int"));
-  body.add(state, host::property<pl_line_bottom>(
+  body.add(state, host::getter<State, &State::Names::private_pl_line_bottom>(
                       "pl_line_bottom",
                       R"(Pl-line at the bottom, or 0 for no pressure, or 99 for interpolation.)")
                       .returning("_PlLine | int"));

@@ -25,17 +25,17 @@ void check_code(const State& state, Handle pl_line, const char* refusal) {
   if (host::is_instance(pl_line, reinterpret_cast<PyObject*>(&PyLong_Type)) &&
       !host::compare(pl_line, Py_EQ, host::integer(no_pressure)) &&
       !host::compare(pl_line, Py_EQ, host::integer(interpolation))) {
-    host::raise(state.toolkit.model_error.original(), refusal);
+    state.toolkit.refuse(refusal);
   }
 }
 
 Ref stack_layer(State& state, Arguments arguments) {
-  const auto [self, points, material, pl_line_top, pl_line_bottom] = arguments.first<5>();
+  const auto [self, points, material, pl_line_top, pl_line_bottom] =
+      arguments.first<std::size(parameters)>();
   const State::Names& names = state.names;
-  const Handle model_error = state.toolkit.model_error.original();
 
   if (!host::contains(host::get(self, names.private_materials), material)) {
-    host::raise(model_error, host::text("Material with name '{}' does not exist", {material}));
+    state.toolkit.refuse("Material with name '{}' does not exist", {material});
   }
   check_code(state, pl_line_top,
              "'pl_line_top' must be 0 or 99 or of type _PlLine created with 'create_pl_line'");
@@ -43,8 +43,8 @@ Ref stack_layer(State& state, Arguments arguments) {
              "'pl_line_bottom' must be 0 or 99 or of type _PlLine created with 'create_pl_line'");
   if (!host::is_true(host::get(self, names.private_layers)) &&
       host::compare(pl_line_bottom, Py_EQ, host::integer(interpolation))) {
-    host::raise(model_error,
-                "Interpolation value for pl-line (99) cannot be assigned to bottom of geometry.");
+    state.toolkit.refuse(
+        "Interpolation value for pl-line (99) cannot be assigned to bottom of geometry.");
   }
 
   const Ref top = host::call_method(self, names.private_create_boundary, points);
@@ -52,7 +52,7 @@ Ref stack_layer(State& state, Arguments arguments) {
   const Ref bottom = host::is_true(layers) ? host::get(host::item(layers, -1), names.boundary_top)
                                            : host::item(boundaries_of(state, self), 0);
   if (host::compare(top, Py_EQ, bottom)) {
-    host::raise(model_error, "Boundary top is similar to boundary bottom.");
+    state.toolkit.refuse("Boundary top is similar to boundary bottom.");
   }
   const Ref layer =
       host::call(state.layer.now(), top, bottom, material, pl_line_top, pl_line_bottom);

@@ -77,16 +77,16 @@ constexpr Parameter update_parameters[] = {host::self,
                                            {"phreatic_level", "float", no_object}};
 
 Ref update_geometry(State& state, Arguments arguments) {
-  const auto [self, bottom_level, layers, phreatic_level] = arguments.first<4>();
+  const auto [self, bottom_level, layers, phreatic_level] =
+      arguments.first<std::size(update_parameters)>();
   const State::Names& names = state.names;
   long position = 0;
   host::for_each(layers, [&](const Ref& layer) {
     ++position;
     const Ref material = host::item(layer, 1);
     if (!host::contains(host::get(self, names.private_materials), material)) {
-      host::raise(state.toolkit.model_error.original(),
-                  host::text("Material with name '{}' does not exist (layer {})",
-                             {material, host::integer(position)}));
+      state.toolkit.refuse("Material with name '{}' does not exist (layer {})",
+                           {material, host::integer(position)});
     }
   });
   host::set(self, names.private_geometry,
@@ -107,13 +107,6 @@ Ref serialize(State& state, Arguments arguments) {
 
 // Drains reach from the bottom to the top of the column; both levels are asked of the model, so
 // that a model with levels of its own is measured by them.
-Ref min_vertical_drains(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.bottom_level);
-}
-
-Ref max_vertical_drains(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.top_level);
-}
 
 constexpr const char* class_documentation =
     R"(Model for a 1D D-Settlement analysis.
@@ -187,10 +180,10 @@ void define_model_1d(host::Module& module, State& state) {
                       R"(Return the model's document as a new mapping: what all models share, then
 'model_type' and 'geometry'.)")
                       .returning("dict[str, Any]"));
-  body.add(state, host::property<min_vertical_drains>(
+  body.add(state, host::getter<State, &State::Names::bottom_level>(
                       "_min_vertical_drains", "Lowest level for vertical drains [m]: the bottom.")
                       .returning("float"));
-  body.add(state, host::property<max_vertical_drains>(
+  body.add(state, host::getter<State, &State::Names::top_level>(
                       "_max_vertical_drains", "Highest level for vertical drains [m]: the top.")
                       .returning("float"));
   state.model_1d = body.make({state.model.model.original()});

@@ -75,7 +75,7 @@ Ref init(State& state, Arguments arguments) {
 constexpr Parameter point_parameters[] = {host::self, {"x", "float"}, {"y", "float"}};
 
 Ref create_point(State& state, Arguments arguments) {
-  const auto [self, x, y] = arguments.first<3>();
+  const auto [self, x, y] = arguments.first<std::size(point_parameters)>();
   Ref point = make_point(state, x, y);
   const Ref points = host::get(self, state.names.private_points);
   if (PyList_CheckExact(points.get()) != 0) {

@@ -15,18 +15,10 @@ namespace {
 constexpr Parameter init_parameters[] = {host::self, {"x", "float"}, {"y", "float"}};
 
 Ref init(State& state, Arguments arguments) {
-  const auto [self, x, y] = arguments.first<3>();
+  const auto [self, x, y] = arguments.first<std::size(init_parameters)>();
   state.point.initialize(self, state.names.private_x, x);
   state.point.initialize(self, state.names.private_y, y);
   return host::none();
-}
-
-Ref x(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_x);
-}
-
-Ref y(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_y);
 }
 
 // Coordinates are compared as they are, by their own equality and without a tolerance.
@@ -57,8 +49,12 @@ Points are equal if both coordinates are; there is no tolerance, and nothing is 
 
 x: x coordinate [m].
 y: y coordinate [m].)"));
-  body.add(state, host::property<x>("x", "x coordinate [m].").returning("float"));
-  body.add(state, host::property<y>("y", "y coordinate [m].").returning("float"));
+  body.add(
+      state,
+      host::getter<State, &State::Names::private_x>("x", "x coordinate [m].").returning("float"));
+  body.add(
+      state,
+      host::getter<State, &State::Names::private_y>("y", "y coordinate [m].").returning("float"));
   body.add(
       state,
       host::method<equals>("__eq__", other_parameters, "Return self == other.").returning("bool"));

@@ -19,27 +19,24 @@ Ref layer_at(const State& state, Handle self, Py_ssize_t position, const char* r
   } catch (const host::ErrorSet&) {
     Ref failure = host::take_error();
     if (!host::is_of_class(failure, PyExc_IndexError)) host::raise_again(std::move(failure));
-    host::raise_instead_of(state.toolkit.model_error.original(),
-                           Ref::steal(PyUnicode_FromString(refusal)), failure);
+    state.toolkit.refuse_instead_of(failure, refusal);
   }
 }
 
 Ref check_geometry(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  const Handle model_error = state.toolkit.model_error.original();
   static_cast<void>(
       host::call(host::super(state.model_2d.original(), self, names.private_validate)));
 
   const Ref top_layer = layer_at(state, self, -1, "Model should have at least 1 layer.");
   const Ref pl_line_top = host::get(top_layer, names.pl_line_top);
   if (host::compare(pl_line_top, Py_EQ, host::integer(interpolation))) {
-    host::raise(model_error,
-                host::text(R"(pl_line_top for top layer cannot have interpolation value (99): {})",
-                           {host::get(top_layer, names.pl_line_top)}));
+    state.toolkit.refuse(R"(pl_line_top for top layer cannot have interpolation value (99): {})",
+                         {host::get(top_layer, names.pl_line_top)});
   }
   if (host::compare(host::get(self, names.private_phreatic_line), Py_EQ, host::integer(0))) {
-    host::raise(model_error, "No phreatic line is set for the model.");
+    state.toolkit.refuse("No phreatic line is set for the model.");
   }
   return host::none();
 }

@@ -19,18 +19,14 @@ constexpr Parameter parameters[] = {host::self, {"x", "float"}};
 
 void check_limits(const State& state, Handle limits, Handle x) {
   const auto [left, right] = host::unpack<2>(limits);
-  const Handle model_error = state.toolkit.model_error.original();
   if (host::compare(x, Py_LT, left)) {
-    host::raise(
-        model_error,
-        host::text(R"(Vertical with x-coordinate {} is smaller than left limit of geometry ({}).)",
-                   {x, left}));
+    state.toolkit.refuse(
+        R"(Vertical with x-coordinate {} is smaller than left limit of geometry ({}).)", {x, left});
   }
   if (host::compare(x, Py_GT, right)) {
-    host::raise(
-        model_error,
-        host::text(R"(Vertical with x-coordinate {} is greater than right limit of geometry ({}).)",
-                   {x, right}));
+    state.toolkit.refuse(
+        R"(Vertical with x-coordinate {} is greater than right limit of geometry ({}).)",
+        {x, right});
   }
 }
 
@@ -62,7 +58,7 @@ void add_vertical(const State& state, Handle self, Handle vertical) {
 }
 
 Ref register_vertical(State& state, Arguments arguments) {
-  const auto [self, x] = arguments.first<2>();
+  const auto [self, x] = arguments.first<std::size(parameters)>();
   const State::Names& names = state.names;
   check_limits(state, host::get(self, names.private_limits), x);
   if (const Ref known = find_vertical(state, self, x)) return known;

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <span>
 
+#include "host/object.hpp"
 #include "host/parameter.hpp"
 
 namespace dsettlement::host {
@@ -104,6 +105,21 @@ constexpr Operation<detail::state_of<body>> class_method(const char* name,
 template <auto body>
 constexpr Operation<detail::state_of<body>> property(const char* name, const char* documentation) {
   return {{name, detail::only_self, documentation, &detail::enter<body>, Role::property}};
+}
+
+namespace detail {
+
+template <typename State, auto name>
+Ref get_field(State& state, Arguments arguments) {
+  return get(arguments[0], state.names.*name);
+}
+
+}  // namespace detail
+
+// A read-only property that gives what another attribute is; `name` is a member of State::Names.
+template <typename State, auto name>
+constexpr Operation<State> getter(const char* property_name, const char* documentation) {
+  return property<detail::get_field<State, name>>(property_name, documentation);
 }
 
 }  // namespace dsettlement::host

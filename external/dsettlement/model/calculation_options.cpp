@@ -85,7 +85,6 @@ Ref init(State& state, Arguments arguments) {
               profile_unit_weight_below, end_of_settlement_calculation, stress_distribution_loads,
               vertical_drain] = arguments.first<std::size(parameters)>();
   const State::Names& names = state.names;
-  const Handle model_error = state.toolkit.model_error.original();
 
   const Ref rule = strain_rule(state, natural_strain);
   host::set(self, names.private_calculation_model, calculation_model);
@@ -98,7 +97,7 @@ Ref init(State& state, Arguments arguments) {
   host::set(self, names.private_water_unit_weight, water_unit_weight);
 
   if (!host::between(5L, verticals_discretization, 500L)) {
-    host::raise(model_error, "verticals_discretization must be between 5 and 500");
+    state.toolkit.refuse("verticals_discretization must be between 5 and 500");
   }
   host::set(self, names.private_verticals_discretization, verticals_discretization);
   host::set(self, names.private_verticals_z_coordinate, verticals_z_coordinate);
@@ -106,8 +105,8 @@ Ref init(State& state, Arguments arguments) {
 
   if (!host::between(0L, profile_time, 100000L) ||
       !host::compare(profile_time, Py_LE, end_of_settlement_calculation)) {
-    host::raise(model_error,
-                "profile_time must be between 0 and 100000 and <= end_of_settlement_calculation");
+    state.toolkit.refuse(
+        "profile_time must be between 0 and 100000 and <= end_of_settlement_calculation");
   }
   host::set(self, names.private_profile_time, profile_time);
   host::set(self, names.private_profile_unit_weight_above, profile_unit_weight_above);

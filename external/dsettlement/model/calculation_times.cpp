@@ -16,20 +16,18 @@ constexpr Parameter parameters[] = {host::self, host::rest("time", "int")};
 Ref replace_times(State& state, Arguments arguments) {
   const auto [self, times] = arguments.first<2>();
   const State::Names& names = state.names;
-  const auto model_error = state.toolkit.model_error.original();
 
   const Ref different = Ref::steal(PySet_New(times));
   if (PySet_GET_SIZE(different.get()) != PyTuple_GET_SIZE(times)) {
-    host::raise(model_error, "All times must be unique");
+    state.toolkit.refuse("All times must be unique");
   }
   const Ref zero = host::integer(0);
   host::for_each(times, [&](const Ref& time) {
     const bool has_begun = host::compare(zero, Py_LE, time);
     const Ref end = host::get(self, names.private_end_of_settlement_calculation);
     if (!has_begun || !host::compare(time, Py_LE, end)) {
-      host::raise(
-          model_error,
-          host::text("All times must be >= 0 and <= end of settlement calculation ({})", {end}));
+      state.toolkit.refuse("All times must be >= 0 and <= end of settlement calculation ({})",
+                           {end});
     }
   });
   host::set(self, names.private_calculation_times, host::list_of(times));

@@ -13,13 +13,9 @@ namespace {
 constexpr Parameter init_parameters[] = {host::self, {"x", "float"}};
 
 Ref init(State& state, Arguments arguments) {
-  const auto [self, x] = arguments.first<2>();
+  const auto [self, x] = arguments.first<std::size(init_parameters)>();
   state.vertical.initialize(self, state.names.private_x, x);
   return host::none();
-}
-
-Ref x(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_x);
 }
 
 Ref serialize(State& state, Arguments arguments) {
@@ -38,7 +34,9 @@ Each object is equal only to itself.)");
                                      R"(Keep the position.
 
 x: x coordinate [m]; kept as given.)"));
-  body.add(state, host::property<x>("x", "x coordinate [m].").returning("float"));
+  body.add(
+      state,
+      host::getter<State, &State::Names::private_x>("x", "x coordinate [m].").returning("float"));
   body.add(state,
            host::method<serialize>("_serialize", "Return a new mapping with the one key 'x'.")
                .returning("dict[str, Any]"));

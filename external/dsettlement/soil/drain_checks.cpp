@@ -43,7 +43,7 @@ class Checks {
   [[nodiscard]] bool is_sand_wall() const { return type_compares(Py_EQ, state_.names.sand_wall); }
 
   void demand(bool holds, const char* message, std::initializer_list<Handle> values = {}) const {
-    if (!holds) host::raise(state_.toolkit.model_error.original(), host::text(message, values));
+    if (!holds) state_.toolkit.refuse(message, values);
   }
 
   void check_size(const char* name, Handle size, Handle shown) const {

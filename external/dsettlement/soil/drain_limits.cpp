@@ -19,9 +19,8 @@ void check_range(const State& state, Handle limits, Handle drain, const host::Na
   if (host::compare(lower, Py_LE, value) && host::compare(value, Py_LE, host::item(limits, 1))) {
     return;
   }
-  host::raise(state.toolkit.model_error.original(),
-              host::text(message, {host::get(drain, position), host::item(limits, 0),
-                                   host::item(limits, 1)}));
+  state.toolkit.refuse(message,
+                       {host::get(drain, position), host::item(limits, 0), host::item(limits, 1)});
 }
 
 // The levels are properties of the concrete model, which may look them up in its geometry or
@@ -35,10 +34,9 @@ void check_level(const State& state, Handle model, Handle drain, const host::Nam
       host::compare(value, Py_LE, host::get(model, names.private_max_vertical_drains))) {
     return;
   }
-  host::raise(state.toolkit.model_error.original(),
-              host::text(message, {host::get(drain, position),
-                                   host::get(model, names.private_min_vertical_drains),
-                                   host::get(model, names.private_max_vertical_drains)}));
+  state.toolkit.refuse(
+      message, {host::get(drain, position), host::get(model, names.private_min_vertical_drains),
+                host::get(model, names.private_max_vertical_drains)});
 }
 
 Ref check_drains(State& state, Arguments arguments) {

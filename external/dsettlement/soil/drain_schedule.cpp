@@ -17,7 +17,8 @@ constexpr Parameter init_parameters[] = {host::self,
                                          {"dewatering_head_or_pressure", "float"}};
 
 Ref init(State& state, Arguments arguments) {
-  const auto [self, begin_time, end_time, underpressure, dewatering] = arguments.first<5>();
+  const auto [self, begin_time, end_time, underpressure, dewatering] =
+      arguments.first<std::size(init_parameters)>();
   const State::Names& names = state.names;
   host::set(self, names.begin_time, begin_time);
   host::set(self, names.end_time, end_time);

@@ -31,7 +31,8 @@ constexpr Parameter init_parameters[] = {host::self,
                                          {"y_application", "float"}};
 
 Ref init(State& state, Arguments arguments) {
-  const auto [self, time, unit_weight, height, y_application] = arguments.first<5>();
+  const auto [self, time, unit_weight, height, y_application] =
+      arguments.first<std::size(init_parameters)>();
   const State::Names& names = state.names;
   static_cast<void>(host::call(host::super(state.uniform_load.original(), self, names.init)));
   host::set(self, names.time, time);
@@ -45,7 +46,7 @@ Ref init(State& state, Arguments arguments) {
 constexpr long uniform_load_code = 3;
 
 Ref serialize(State& state, Arguments arguments) {
-  const auto [self, name] = arguments.first<2>();
+  const auto [self, name] = arguments.first<std::size(serialize_parameters)>();
   const State::Names& names = state.names;
   return host::Mapping()
       .put(names.name, name)

@@ -17,7 +17,8 @@ constexpr Parameter create_parameters[] = {host::self,          {"name", "str"},
                                            {"height", "float"}, {"y_application", "float"}};
 
 Ref enter_uniform_load(State& state, Arguments arguments) {
-  const auto [self, name, time, unit_weight, height, y_application] = arguments.first<6>();
+  const auto [self, name, time, unit_weight, height, y_application] =
+      arguments.first<std::size(create_parameters)>();
   const Ref load = host::call(state.uniform_load.now(), time, unit_weight, height, y_application);
   host::call_method(self, state.names.private_add_other_load, name, load);
   return host::none();
@@ -26,11 +27,10 @@ Ref enter_uniform_load(State& state, Arguments arguments) {
 constexpr Parameter add_parameters[] = {host::self, {"name", "str"}, {"load", "_OtherLoad"}};
 
 Ref enter_other_load(State& state, Arguments arguments) {
-  const auto [self, name, load] = arguments.first<3>();
+  const auto [self, name, load] = arguments.first<std::size(add_parameters)>();
   const Ref loads = host::get(self, state.names.private_other_loads);
   if (host::contains(loads, name)) {
-    host::raise(state.toolkit.model_error.original(),
-                host::text("Load with name '{}' already exists", {name}));
+    state.toolkit.refuse("Load with name '{}' already exists", {name});
   }
   host::check(PyObject_SetItem(loads.get(), name, load));
   return host::none();

@@ -33,14 +33,10 @@ Ref init(State& state, Arguments arguments) {
   return host::none();
 }
 
-Ref color(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_color);
-}
-
 constexpr Parameter serialize_parameters[] = {host::self, {"name", "str"}};
 
 Ref serialize(State& state, Arguments arguments) {
-  const auto [self, name] = arguments.first<2>();
+  const auto [self, name] = arguments.first<std::size(serialize_parameters)>();
   const State::Names& names = state.names;
   return host::Mapping()
       .put(names.name, name)
@@ -81,7 +77,8 @@ gam_dry: unit weight above the phreatic level [kN/m³].
 gam_wet: unit weight below the phreatic level [kN/m³].
 color: colour for visualisation; a random one if it is not given.
 kwargs: all other soil parameters, by their keys in the document.)"));
-  body.add(state, host::property<color>("color", "Colour for visualisation in D-Settlement.")
+  body.add(state, host::getter<State, &State::Names::private_color>(
+                      "color", "Colour for visualisation in D-Settlement.")
                       .returning("Color"));
   body.add(state,
            host::method<serialize>("_serialize", serialize_parameters,

@@ -33,14 +33,12 @@ constexpr auto parameters = [] {
 Ref enter_material(State& state, Arguments arguments) {
   const auto [self, name, gam_dry, gam_wet, color] = arguments.first<first_of_vocabulary>();
   const State::Names& names = state.names;
-  const auto model_error = state.toolkit.model_error.original();
 
   if (host::contains(host::get(self, names.private_materials), name)) {
-    host::raise(model_error, host::text("Material with name '{}' already exists", {name}));
+    state.toolkit.refuse("Material with name '{}' already exists", {name});
   }
   if (host::length(name) > longest_name) {
-    host::raise(model_error,
-                host::text("Name can be max. {} characters long", {host::integer(longest_name)}));
+    state.toolkit.refuse("Name can be max. {} characters long", {host::integer(longest_name)});
   }
 
   // Most parameters are left to their defaults, so a copy of those and the few that differ is

@@ -33,8 +33,7 @@ void check_ascending(const State& state, Handle points) {
     const Ref x = host::unpack<2>(point)[0];
     const Ref before = host::item(host::item(points, position++), 0);
     if (host::compare(x, Py_LT, before)) {
-      host::raise(state.toolkit.model_error.original(),
-                  host::text("Points not monotonic ascending for x-coordinate: {}", {points}));
+      state.toolkit.refuse("Points not monotonic ascending for x-coordinate: {}", {points});
     }
   });
 }
@@ -44,8 +43,7 @@ Ref init(State& state, Arguments arguments) {
       arguments.first<std::size(parameters)>();
   const State::Names& names = state.names;
   if (host::compare(time, Py_GT, end_time)) {
-    host::raise(state.toolkit.model_error.original(),
-                host::text("time ({}) cannot exceed end_time ({}).", {time, end_time}));
+    state.toolkit.refuse("time ({}) cannot exceed end_time ({}).", {time, end_time});
   }
   check_ascending(state, points);
   host::set(self, names.private_name, name);
@@ -56,10 +54,6 @@ Ref init(State& state, Arguments arguments) {
   host::set(self, names.private_gamma_wet, gamma_wet);
   host::set(self, names.private_temporary, temporary);
   return host::none();
-}
-
-Ref points(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_points);
 }
 
 constexpr Parameter serialize_parameters[] = {host::self, {"name", "str"}};
@@ -117,32 +111,26 @@ Ref enter_load(State& state, Arguments arguments) {
   const auto [self, name, points, time, end_time, gamma_dry, gamma_wet, temporary] =
       arguments.first<std::size(parameters)>();
   const State::Names& names = state.names;
-  const Handle model_error = state.toolkit.model_error.original();
 
   if (const Py_ssize_t count = host::length(name); count > longest_name) {
-    host::raise(model_error,
-                host::text("Name of non-uniform load can be max {} characters long (is {} for {}).",
-                           {host::integer(longest_name), host::integer(count), name}));
+    state.toolkit.refuse("Name of non-uniform load can be max {} characters long (is {} for {}).",
+                         {host::integer(longest_name), host::integer(count), name});
   }
   if (host::contains(host::get(self, names.private_non_uniform_loads), name)) {
-    host::raise(model_error, host::text("Non-uniform load with name '{}' already exists.", {name}));
+    state.toolkit.refuse("Non-uniform load with name '{}' already exists.", {name});
   }
   const Ref first = host::item(points, 0);
   const Ref last = host::item(points, -1);
   const Ref valid = snapping_points(state, self);
   if (!host::contains(valid, first)) {
-    host::raise(
-        model_error,
-        host::text(
-            R"(First point of non-uniform load {} is not in points or in points of non-uniform load.)",
-            {first}));
+    state.toolkit.refuse(
+        R"(First point of non-uniform load {} is not in points or in points of non-uniform load.)",
+        {first});
   }
   if (!host::contains(valid, last)) {
-    host::raise(
-        model_error,
-        host::text(
-            R"(Last point of non-uniform load {} is not in points or in points of non-uniform load.)",
-            {last}));
+    state.toolkit.refuse(
+        R"(Last point of non-uniform load {} is not in points or in points of non-uniform load.)",
+        {last});
   }
   Ref load = host::call(state.non_uniform_load.now(), name, points, time, end_time, gamma_dry,
                         gamma_wet, temporary);
@@ -173,9 +161,9 @@ temporary: whether the load is a temporary load.
 
 Raises ModelError if time is greater than end_time, temporary or not, or if an x coordinate
 is less than the one before it.)"));
-  body.add(state,
-           host::property<points>("points", "x-y coordinates of the load, as the list given.")
-               .returning("list[tuple[float, float]]"));
+  body.add(state, host::getter<State, &State::Names::private_points>(
+                      "points", "x-y coordinates of the load, as the list given.")
+                      .returning("list[tuple[float, float]]"));
   body.add(state,
            host::method<serialize>("_serialize", serialize_parameters,
                                    R"(Return the load's part of the document as a new mapping.

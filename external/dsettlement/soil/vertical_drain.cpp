@@ -57,10 +57,6 @@ Ref init(State& state, Arguments arguments) {
   return host::none();
 }
 
-Ref position_drain(State& state, Arguments arguments) {
-  return host::get(arguments[0], state.names.private_position_drain);
-}
-
 }  // namespace
 
 void define_vertical_drain(host::Module& module, State& state) {
@@ -90,9 +86,9 @@ Doesn't change after construction.)");
   body.declare("center_to_center", "float");
   body.declare("width_diameter", "float");
   body.add(state, host::method<init>("__init__", init_parameters, fields));
-  body.add(state,
-           host::property<position_drain>("position_drain", "Level of the drain pipe [m], or None.")
-               .returning("float | None"));
+  body.add(state, host::getter<State, &State::Names::private_position_drain>(
+                      "position_drain", "Level of the drain pipe [m], or None.")
+                      .returning("float | None"));
   body.add(state, serialize_drain);
   state.vertical_drain = body.make();
 }
