@@ -1,8 +1,6 @@
 #include "geometry/curve.hpp"
 
-#include "geometry/equality.hpp"
-#include "host/class_body.hpp"
-#include "host/text.hpp"
+#include "geometry/value_object.hpp"
 
 namespace dsettlement::geometry {
 
@@ -29,20 +27,7 @@ Ref init(State& state, Arguments arguments) {
   return host::none();
 }
 
-Ref equals(State& state, Arguments arguments) {
-  const auto [self, other] = arguments.first<2>();
-  if (!host::is_instance(other, state.curve.now())) return not_implemented();
-  return both_equal(self, other, state.names.private_p1, state.names.private_p2);
-}
-
-Ref hash(State& state, Arguments arguments) {
-  return hash_of_both(arguments[0], state.names.private_p1, state.names.private_p2);
-}
-
-Ref show(State& state, Arguments arguments) {
-  return host::text("_Curve({}, {})", {host::get(arguments[0], state.names.private_p1),
-                                       host::get(arguments[0], state.names.private_p2)});
-}
+using Value = ValueObject<&State::curve, &State::Names::private_p1, &State::Names::private_p2>;
 
 }  // namespace
 
@@ -65,15 +50,8 @@ Raises ModelError if the points are equal.)"));
   body.add(state,
            host::getter<State, &State::Names::private_p2>("p2", "End point with the higher x.")
                .returning("_Point"));
-  body.add(
-      state,
-      host::method<equals>("__eq__", other_parameters, "Return self == other.").returning("bool"));
-  body.add(state, host::method<hash>("__hash__", "Return hash(self).").returning("int"));
-  body.add(state,
-           host::method<show>(
-               "__repr__",
-               R"doc(Return the text form, such as "_Curve(_Point(0, 1.0), _Point(2, 1.0))".)doc")
-               .returning("str"));
+  Value::add_to(body, state,
+                R"doc(Return the text form, such as "_Curve(_Point(0, 1.0), _Point(2, 1.0))".)doc");
   state.fields_of_curves.add_to(body);
   state.curve = body.make();
 }

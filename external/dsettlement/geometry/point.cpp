@@ -1,8 +1,6 @@
 #include "geometry/point.hpp"
 
-#include "geometry/equality.hpp"
-#include "host/class_body.hpp"
-#include "host/text.hpp"
+#include "geometry/value_object.hpp"
 
 namespace dsettlement::geometry {
 
@@ -21,21 +19,7 @@ Ref init(State& state, Arguments arguments) {
   return host::none();
 }
 
-// Coordinates are compared as they are, by their own equality and without a tolerance.
-Ref equals(State& state, Arguments arguments) {
-  const auto [self, other] = arguments.first<2>();
-  if (!host::is_instance(other, state.point.now())) return not_implemented();
-  return both_equal(self, other, state.names.private_x, state.names.private_y);
-}
-
-Ref hash(State& state, Arguments arguments) {
-  return hash_of_both(arguments[0], state.names.private_x, state.names.private_y);
-}
-
-Ref show(State& state, Arguments arguments) {
-  return host::text("_Point({}, {})", {host::get(arguments[0], state.names.private_x),
-                                       host::get(arguments[0], state.names.private_y)});
-}
+using Value = ValueObject<&State::point, &State::Names::private_x, &State::Names::private_y>;
 
 }  // namespace
 
@@ -55,13 +39,7 @@ y: y coordinate [m].)"));
   body.add(
       state,
       host::getter<State, &State::Names::private_y>("y", "y coordinate [m].").returning("float"));
-  body.add(
-      state,
-      host::method<equals>("__eq__", other_parameters, "Return self == other.").returning("bool"));
-  body.add(state, host::method<hash>("__hash__", "Return hash(self).").returning("int"));
-  body.add(state, host::method<show>("__repr__",
-                                     R"doc(Return the text form, such as "_Point(25, 10.0)".)doc")
-                      .returning("str"));
+  Value::add_to(body, state, R"doc(Return the text form, such as "_Point(25, 10.0)".)doc");
   state.fields_of_points.add_to(body);
   state.point = body.make();
 }

@@ -15,6 +15,8 @@ class Global {
   // Enters the object into the module's namespace under this name.
   void operator=(Ref object);
 
+  [[nodiscard]] Handle name() const noexcept { return name_; }
+
   // What stands under the name now; NameError if nothing does.
   [[nodiscard]] Ref now() const;
 
