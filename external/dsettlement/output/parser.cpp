@@ -99,36 +99,35 @@ void define_parser(host::Module& module, State& state) {
                       "Raw result data. For convenience, specific data can also be extracted using "
                       "available methods.")
                       .returning("str"));
-  body.add(
-      state,
-      host::property<vertical_results>(
-          "vertical_results",
-          "Returns results for all verticals.\n\n"
-          "A mapping of the vertical's number, from 1, to a mapping with the keys\n\n"
-          "coordinates: `x` and `z` [m], as far as the file has them;\n"
-          "depths, leakages, drained_layers: one number per line of the file; depths in m;\n"
-          "stresses: header to list of numbers [kPa]; empty for files that D-Settlement itself "
-          "wrote, in which a blank follows \"Depth step count\";\n"
-          "time_settlement_per_load: `load_step_count`, `time_step_count`, `time` [days], and "
-          "`load_1` and onwards;\n"
-          "vertical_data: time [days] to a mapping of header to list of numbers.\n\n"
-          "Headers are the lines of the file to the letter. A block that is absent or incomplete "
-          "gives an empty container.\n\n"
-          "Raises ValueError for a field that is no number, and IndexError for a row with too few "
-          "fields.")
-          .returning("dict[int, dict[str, Any]]"));
-  body.add(
-      state,
-      host::property<residual_times>(
-          "residual_times",
-          "Returns the residual times.\n\n"
-          "A mapping of the vertical's number in the file to a mapping of header, such as "
-          "`Time` and `Settlement`, to a list with one number per row. It is empty if the "
-          "file has no such block, or one without rows, as without calculation times.\n\n"
-          "Raises ValueError for a field that is no number, and IndexError for a row with too "
-          "few fields. In some files of D-Settlement the first such block has no rows and runs "
-          "on to the end of a second one: that raises ValueError too.")
-          .returning("dict[int, dict[str, list[float]]]"));
+  body.add(state, host::property<vertical_results>("vertical_results",
+                                                   R"(Returns results for all verticals.
+
+A mapping of the vertical's number, from 1, to a mapping with the keys
+
+coordinates: `x` and `z` [m], as far as the file has them;
+depths, leakages, drained_layers: one number per line of the file; depths in m;
+stresses: header to list of numbers [kPa]; empty for files that D-Settlement itself wrote, in
+    which a blank follows "Depth step count";
+time_settlement_per_load: `load_step_count`, `time_step_count`, `time` [days], and `load_1` and
+    onwards;
+vertical_data: time [days] to a mapping of header to list of numbers.
+
+Headers are the lines of the file to the letter. A block that is absent or incomplete gives an
+empty container.
+
+Raises ValueError for a field that is no number, and IndexError for a row with too few fields.)")
+                      .returning("dict[int, dict[str, Any]]"));
+  body.add(state, host::property<residual_times>("residual_times",
+                                                 R"(Returns the residual times.
+
+A mapping of the vertical's number in the file to a mapping of header, such as `Time` and
+`Settlement`, to a list with one number per row. It is empty if the file has no such block, or one
+without rows, as without calculation times.
+
+Raises ValueError for a field that is no number, and IndexError for a row with too few fields. In
+some files of D-Settlement the first such block has no rows and runs on to the end of a second one:
+that raises ValueError too.)")
+                      .returning("dict[int, dict[str, list[float]]]"));
   body.add(state, host::class_method<parse_results>(
                       "_parse_results", file_parameters,
                       "Return the [Results] block of a text, tags included.\n\n"
