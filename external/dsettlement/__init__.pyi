@@ -1022,12 +1022,6 @@ class Model2D(_Model):
         """
     def __getstate__(self) -> Any:
         """Return what a copy or a pickle of the model is made of."""
-    @property
-    def _curves(self) -> list[_Curve]:
-        """The curves of all boundaries from low to high, then those of all pl-lines, as a new list.
-
-        A curve that several chains share occurs once per chain.
-        """
     def create_point(self, x: float, y: float) -> _Point:
         """Create a point for a boundary or a pl-line.
 
@@ -1036,6 +1030,37 @@ class Model2D(_Model):
 
         Returns the new point. Equal points may be created; the first of them is the one that is
         referred to in the input file.
+        """
+    @property
+    def _curves(self) -> list[_Curve]:
+        """The curves of all boundaries from low to high, then those of all pl-lines, as a new list.
+
+        A curve that several chains share occurs once per chain.
+        """
+    def _create_curves(self, points: Sequence[_Point]) -> list[_Curve]:
+        """Return the curves between neighbouring points as a new list.
+
+        points: from the left limit of the model to the right.
+
+        Raises ModelError if the first or the last point is off its limit, or if two neighbours are
+        equal; IndexError if there is no point.
+        """
+    def _create_curve(self, p1: _Point, p2: _Point) -> _Curve:
+        """Return the curve between two points: the first equal one of the model, or a new one.
+
+        p1, p2: the points.
+
+        Raises ModelError if the points are equal.
+        """
+    def _create_boundary(self, points: Sequence[_Point]) -> _Boundary:
+        """Return the boundary through the points: the equal one of the model, or a new one.
+
+        points: from the left limit of the model to the right.
+
+        A new boundary takes its place among the others by its area above y = 0.
+
+        Raises ModelError if the points do not run from limit to limit or not from left to right; the
+        model then stays as it is.
         """
     def create_pl_line(self, points: Sequence[_Point], is_phreatic: bool = False) -> _PlLine:
         """Create a piezometric level line, or find it again.
@@ -1114,37 +1139,24 @@ class Model2D(_Model):
         less than the one before it; the model then stays as it is. Raises IndexError if there is no
         point.
         """
-    def _create_curves(self, points: Sequence[_Point]) -> list[_Curve]:
-        """Return the curves between neighbouring points as a new list.
-
-        points: from the left limit of the model to the right.
-
-        Raises ModelError if the first or the last point is off its limit, or if two neighbours are
-        equal; IndexError if there is no point.
-        """
-    def _create_curve(self, p1: _Point, p2: _Point) -> _Curve:
-        """Return the curve between two points: the first equal one of the model, or a new one.
-
-        p1, p2: the points.
-
-        Raises ModelError if the points are equal.
-        """
-    def _create_boundary(self, points: Sequence[_Point]) -> _Boundary:
-        """Return the boundary through the points: the equal one of the model, or a new one.
-
-        points: from the left limit of the model to the right.
-
-        A new boundary takes its place among the others by its area above y = 0.
-
-        Raises ModelError if the points do not run from limit to limit or not from left to right; the
-        model then stays as it is.
-        """
     def _validate(self) -> None:
         """Check the finished model; runs before each generation of an input file.
 
         Raises ModelError for the first check that fails: the vertical drains against limits and
         levels, at least one layer, no interpolation at the top of the top layer, a phreatic line.
         The model stays as it is.
+        """
+    @property
+    def _min_vertical_drains(self) -> float:
+        """Lowest level for vertical drains [m]: the highest point of the bottom of the geometry.
+
+        Raises ModelError if there is no layer.
+        """
+    @property
+    def _max_vertical_drains(self) -> float:
+        """Highest level for vertical drains [m]: the highest point of the top of the geometry.
+
+        Raises ModelError if there is no layer.
         """
     def _serialize(self) -> dict[str, Any]:
         """Return the model's document as a new mapping: what all models share, then 'model_type',
@@ -1166,18 +1178,6 @@ class Model2D(_Model):
     def _serialize_layers(self) -> list[dict[str, Any]]:
         """Return a new list with the material, boundaries and pl-lines of each layer, the bottom layer
         first. Boundaries are counted from 0, pl-lines from 1.
-        """
-    @property
-    def _min_vertical_drains(self) -> float:
-        """Lowest level for vertical drains [m]: the highest point of the bottom of the geometry.
-
-        Raises ModelError if there is no layer.
-        """
-    @property
-    def _max_vertical_drains(self) -> float:
-        """Highest level for vertical drains [m]: the highest point of the top of the geometry.
-
-        Raises ModelError if there is no layer.
         """
 
 class DSettlementAnalysis(ExternalProgram):
@@ -1306,11 +1306,14 @@ class OutputFileParser:
 
         coordinates: `x` and `z` [m], as far as the file has them;
         depths, leakages, drained_layers: one number per line of the file; depths in m;
-        stresses: header to list of numbers [kPa]; empty for files that D-Settlement itself wrote, in which a blank follows "Depth step count";
-        time_settlement_per_load: `load_step_count`, `time_step_count`, `time` [days], and `load_1` and onwards;
+        stresses: header to list of numbers [kPa]; empty for files that D-Settlement itself wrote, in
+            which a blank follows "Depth step count";
+        time_settlement_per_load: `load_step_count`, `time_step_count`, `time` [days], and `load_1` and
+            onwards;
         vertical_data: time [days] to a mapping of header to list of numbers.
 
-        Headers are the lines of the file to the letter. A block that is absent or incomplete gives an empty container.
+        Headers are the lines of the file to the letter. A block that is absent or incomplete gives an
+        empty container.
 
         Raises ValueError for a field that is no number, and IndexError for a row with too few fields.
         """
@@ -1318,9 +1321,13 @@ class OutputFileParser:
     def residual_times(self) -> dict[int, ResidualSettlements]:
         """Returns the residual times.
 
-        A mapping of the vertical's number in the file to a mapping of header, such as `Time` and `Settlement`, to a list with one number per row. It is empty if the file has no such block, or one without rows, as without calculation times.
+        A mapping of the vertical's number in the file to a mapping of header, such as `Time` and
+        `Settlement`, to a list with one number per row. It is empty if the file has no such block, or one
+        without rows, as without calculation times.
 
-        Raises ValueError for a field that is no number, and IndexError for a row with too few fields. In some files of D-Settlement the first such block has no rows and runs on to the end of a second one: that raises ValueError too.
+        Raises ValueError for a field that is no number, and IndexError for a row with too few fields. In
+        some files of D-Settlement the first such block has no rows and runs on to the end of a second one:
+        that raises ValueError too.
         """
     @classmethod
     def _parse_results(cls, sld_file: str) -> str:

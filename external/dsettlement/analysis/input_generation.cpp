@@ -18,7 +18,7 @@ constexpr Parameter document_parameters[] = {host::self,
                                              {"metadata", "Metadata", no_object},
                                              {"dissipation_calculation", "_Vertical", no_object}};
 
-Ref make_document(State& state, Arguments arguments) {
+Ref generate_input(State& state, Arguments arguments) {
   const auto [self, metadata, dissipation_calculation] =
       arguments.first<std::size(document_parameters)>();
   const State::Names& names = state.names;
@@ -60,7 +60,7 @@ Ref post(State& state, Handle body) {
   }
 }
 
-Ref make_file(State& state, Arguments arguments) {
+Ref generate_input_file(State& state, Arguments arguments) {
   const auto [self, metadata, dissipation_calculation, as_file] = arguments.first<4>();
   const State::Names& names = state.names;
   const Ref document =
@@ -76,19 +76,19 @@ Ref make_file(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> generate_input =
-    host::method<make_document>("_generate_input", document_parameters,
-                                R"(Return the complete document of the model, as a new mapping.
+void add_input_generation(host::ClassBody& body, State& state) {
+  body.add(state, host::method<generate_input>(
+                      "_generate_input", document_parameters,
+                      R"(Return the complete document of the model, as a new mapping.
 
 metadata: identification block; one with all defaults if it is not given.
 dissipation_calculation: vertical at which dissipation is calculated, or None.
 
 Raises ModelError if the model is not fit to be calculated.)")
-        .returning("dict[str, Any]");
-
-constinit const host::Operation<State> generate_input_file =
-    host::method<make_file>("generate_input_file", file_parameters,
-                            R"(Check the model and return its D-Settlement input file (.sli).
+                      .returning("dict[str, Any]"));
+  body.add(state, host::method<generate_input_file>(
+                      "generate_input_file", file_parameters,
+                      R"(Check the model and return its D-Settlement input file (.sli).
 
 metadata: identification block of the file; one with all defaults if it is not given.
 dissipation_calculation: vertical of the model at which a dissipation calculation is added,
@@ -101,6 +101,7 @@ time.
 
 Raises ModelError if the model is not fit to be calculated; no request is made then. Raises
 Exception, with the InternalError as its cause, if the template-filling service fails.)")
-        .returning("BytesIO | File");
+                      .returning("BytesIO | File"));
+}
 
 }  // namespace dsettlement::analysis

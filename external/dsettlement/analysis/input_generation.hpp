@@ -1,12 +1,11 @@
-// The road from a model to its input file.
+// The way from a model to its input file.
 #pragma once
 
 #include "analysis/state.hpp"
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 
 namespace dsettlement::analysis {
 
-extern const host::Operation<State> generate_input;
-extern const host::Operation<State> generate_input_file;
+void add_input_generation(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::analysis

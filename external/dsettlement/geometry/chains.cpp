@@ -19,7 +19,7 @@ using host::Ref;
 namespace {
 
 // There is no list of curves: the curves of a model are those of its chains.
-Ref list_curves(State& state, Arguments arguments) {
+Ref curves_of_model(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   Ref curves = host::List().done();
@@ -44,7 +44,7 @@ Ref first_equal(Handle known, Handle object) {
 
 constexpr Parameter points_parameters[] = {host::self, {"points", "list[_Point]"}};
 
-Ref make_curves(State& state, Arguments arguments) {
+Ref create_curves(State& state, Arguments arguments) {
   const auto [self, points] = arguments.first<std::size(points_parameters)>();
   const State::Names& names = state.names;
   const auto is_off_limit = [&, self = self, points = points](Py_ssize_t point, Py_ssize_t limit) {
@@ -67,7 +67,7 @@ Ref make_curves(State& state, Arguments arguments) {
 
 constexpr Parameter curve_parameters[] = {host::self, {"p1", "_Point"}, {"p2", "_Point"}};
 
-Ref make_curve(State& state, Arguments arguments) {
+Ref create_curve(State& state, Arguments arguments) {
   const auto [self, p1, p2] = arguments.first<std::size(curve_parameters)>();
   const Ref curve = host::call(state.curve.now(), p1, p2);
   const Ref known = first_equal(host::get(self, state.names.private_curves), curve);
@@ -86,7 +86,7 @@ Ref make_chain(const State& state, const host::Global& chain_class, Handle curve
   }
 }
 
-Ref register_boundary(State& state, Arguments arguments) {
+Ref create_boundary(State& state, Arguments arguments) {
   const auto [self, points] = arguments.first<std::size(points_parameters)>();
   const State::Names& names = state.names;
   if (const Ref drawn = draw_boundary(state, self, points)) return drawn;
@@ -137,7 +137,7 @@ void make_phreatic(const State& state, Handle self, Handle pl_line) {
   }
 }
 
-Ref register_pl_line(State& state, Arguments arguments) {
+Ref create_pl_line(State& state, Arguments arguments) {
   const auto [self, points, is_phreatic] = arguments.first<std::size(pl_line_parameters)>();
   const State::Names& names = state.names;
   auto [pl_line, is_known] = draw_pl_line(state, self, points);
@@ -155,38 +155,38 @@ Ref register_pl_line(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> curves_of_model =
-    host::property<list_curves>(
-        "_curves",
-        R"(The curves of all boundaries from low to high, then those of all pl-lines, as a new list.
+void add_chains(host::ClassBody& body, State& state) {
+  body.add(
+      state,
+      host::property<curves_of_model>(
+          "_curves",
+          R"(The curves of all boundaries from low to high, then those of all pl-lines, as a new list.
 
 A curve that several chains share occurs once per chain.)")
-        .returning("list[_Curve]");
-
-constinit const host::Operation<State> create_curves =
-    host::method<make_curves>("_create_curves", points_parameters,
-                              R"(Return the curves between neighbouring points as a new list.
+          .returning("list[_Curve]"));
+  body.add(state, host::method<create_curves>(
+                      "_create_curves", points_parameters,
+                      R"(Return the curves between neighbouring points as a new list.
 
 points: from the left limit of the model to the right.
 
 Raises ModelError if the first or the last point is off its limit, or if two neighbours are
 equal; IndexError if there is no point.)")
-        .returning("list[_Curve]");
-
-constinit const host::Operation<State> create_curve =
-    host::method<make_curve>(
-        "_create_curve", curve_parameters,
-        R"(Return the curve between two points: the first equal one of the model, or a new one.
+                      .returning("list[_Curve]"));
+  body.add(
+      state,
+      host::method<create_curve>(
+          "_create_curve", curve_parameters,
+          R"(Return the curve between two points: the first equal one of the model, or a new one.
 
 p1, p2: the points.
 
 Raises ModelError if the points are equal.)")
-        .returning("_Curve");
-
-constinit const host::Operation<State> create_boundary =
-    host::method<register_boundary>(
-        "_create_boundary", points_parameters,
-        R"(Return the boundary through the points: the equal one of the model, or a new one.
+          .returning("_Curve"));
+  body.add(state,
+           host::method<create_boundary>(
+               "_create_boundary", points_parameters,
+               R"(Return the boundary through the points: the equal one of the model, or a new one.
 
 points: from the left limit of the model to the right.
 
@@ -194,11 +194,9 @@ A new boundary takes its place among the others by its area above y = 0.
 
 Raises ModelError if the points do not run from limit to limit or not from left to right; the
 model then stays as it is.)")
-        .returning("_Boundary");
-
-constinit const host::Operation<State> create_pl_line =
-    host::method<register_pl_line>("create_pl_line", pl_line_parameters,
-                                   R"(Create a piezometric level line, or find it again.
+               .returning("_Boundary"));
+  body.add(state, host::method<create_pl_line>("create_pl_line", pl_line_parameters,
+                                               R"(Create a piezometric level line, or find it again.
 
 points: made with create_point, from the left limit of the model to the right; two points may
     share an x coordinate.
@@ -210,6 +208,7 @@ Returns the pl-line; if the model has one along the same points, that one.
 Raises ModelError if the points do not run from limit to limit, if neighbours are equal or do
 not run from left to right; the model then stays as it is. Raises ModelError too if the
 phreatic line is set already; the new pl-line is kept then.)")
-        .returning("_PlLine");
+                      .returning("_PlLine"));
+}
 
 }  // namespace dsettlement::geometry

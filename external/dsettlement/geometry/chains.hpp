@@ -3,14 +3,10 @@
 #pragma once
 
 #include "geometry/state.hpp"
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 
 namespace dsettlement::geometry {
 
-extern const host::Operation<State> curves_of_model;
-extern const host::Operation<State> create_curves;
-extern const host::Operation<State> create_curve;
-extern const host::Operation<State> create_boundary;
-extern const host::Operation<State> create_pl_line;
+void add_chains(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::geometry

@@ -17,7 +17,7 @@ namespace {
 
 constexpr long two_dimensional = 1;
 
-Ref make_document(State& state, Arguments arguments) {
+Ref serialize(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   return host::Mapping()
@@ -32,7 +32,7 @@ Ref make_document(State& state, Arguments arguments) {
       .done();
 }
 
-Ref list_points(State& state, Arguments arguments) {
+Ref serialize_points(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Ref zero = host::integer(0);
   host::List points;
@@ -53,7 +53,7 @@ Ref number_in(const State& state, Handle model, Handle list, Handle object) {
   return host::sum(position, host::integer(1));
 }
 
-Ref list_curves(State& state, Arguments arguments) {
+Ref serialize_curves(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   if (Ref numbered = number_curves(state, self)) return numbered;
@@ -79,17 +79,17 @@ Ref search_chains(const State& state, Handle self, Handle chains) {
   return list.done();
 }
 
-Ref list_boundaries(State& state, Arguments arguments) {
+Ref serialize_boundaries(State& state, Arguments arguments) {
   if (Ref numbered = number_boundaries(state, arguments[0])) return numbered;
   return search_chains(state, arguments[0], boundaries_of(state, arguments[0]));
 }
 
-Ref list_pl_lines(State& state, Arguments arguments) {
+Ref serialize_pl_lines(State& state, Arguments arguments) {
   if (Ref numbered = number_pl_lines(state, arguments[0])) return numbered;
   return search_chains(state, arguments[0], state.pl_lines.read(arguments[0]));
 }
 
-Ref list_layers(State& state, Arguments arguments) {
+Ref serialize_layers(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   if (Ref numbered = number_layers(state, self)) return numbered;
@@ -119,46 +119,47 @@ Ref list_layers(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> serialize_2d =
-    host::method<make_document>(
-        "_serialize",
-        R"(Return the model's document as a new mapping: what all models share, then 'model_type',
+void add_document(host::ClassBody& body, State& state) {
+  body.add(
+      state,
+      host::method<serialize>(
+          "_serialize",
+          R"(Return the model's document as a new mapping: what all models share, then 'model_type',
 'points', 'curves', 'boundaries', 'pl_lines', 'layers' and 'phreatic_line'.
 
 A reference is the number of the first equal entry. Raises ValueError if a chain has a point
 or a layer a pl-line that the model does not know.)")
-        .returning("dict[str, Any]");
-
-constinit const host::Operation<State> serialize_points =
-    host::method<list_points>(
-        "_serialize_points",
-        "Return a new list with the triple (x, y, 0) of each point, in the order of creation.")
-        .returning("list[tuple[float, float, float]]");
-
-constinit const host::Operation<State> serialize_curves =
-    host::method<list_curves>(
-        "_serialize_curves",
-        "Return a new list with the two point numbers of each curve, counted from 1.")
-        .returning("list[tuple[int, int]]");
-
-constinit const host::Operation<State> serialize_boundaries =
-    host::method<list_boundaries>(
-        "_serialize_boundaries",
-        R"(Return a new list with the curve numbers of each boundary, from low to high, counted from 1.)")
-        .returning("list[list[int]]");
-
-constinit const host::Operation<State> serialize_pl_lines =
-    host::method<list_pl_lines>(
-        "_serialize_pl_lines",
-        R"(Return a new list with the curve numbers of each pl-line, in the order of creation, counted
+          .returning("dict[str, Any]"));
+  body.add(
+      state,
+      host::method<serialize_points>(
+          "_serialize_points",
+          "Return a new list with the triple (x, y, 0) of each point, in the order of creation.")
+          .returning("list[tuple[float, float, float]]"));
+  body.add(state, host::method<serialize_curves>(
+                      "_serialize_curves",
+                      "Return a new list with the two point numbers of each curve, counted from 1.")
+                      .returning("list[tuple[int, int]]"));
+  body.add(
+      state,
+      host::method<serialize_boundaries>(
+          "_serialize_boundaries",
+          R"(Return a new list with the curve numbers of each boundary, from low to high, counted from 1.)")
+          .returning("list[list[int]]"));
+  body.add(
+      state,
+      host::method<serialize_pl_lines>(
+          "_serialize_pl_lines",
+          R"(Return a new list with the curve numbers of each pl-line, in the order of creation, counted
 from 1.)")
-        .returning("list[list[int]]");
-
-constinit const host::Operation<State> serialize_layers =
-    host::method<list_layers>(
-        "_serialize_layers",
-        R"(Return a new list with the material, boundaries and pl-lines of each layer, the bottom layer
+          .returning("list[list[int]]"));
+  body.add(
+      state,
+      host::method<serialize_layers>(
+          "_serialize_layers",
+          R"(Return a new list with the material, boundaries and pl-lines of each layer, the bottom layer
 first. Boundaries are counted from 0, pl-lines from 1.)")
-        .returning("list[dict[str, Any]]");
+          .returning("list[dict[str, Any]]"));
+}
 
 }  // namespace dsettlement::geometry

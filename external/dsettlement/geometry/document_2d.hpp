@@ -2,15 +2,10 @@
 #pragma once
 
 #include "geometry/state.hpp"
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 
 namespace dsettlement::geometry {
 
-extern const host::Operation<State> serialize_2d;
-extern const host::Operation<State> serialize_points;
-extern const host::Operation<State> serialize_curves;
-extern const host::Operation<State> serialize_boundaries;
-extern const host::Operation<State> serialize_pl_lines;
-extern const host::Operation<State> serialize_layers;
+void add_document(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::geometry

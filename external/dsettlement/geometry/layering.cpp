@@ -29,7 +29,7 @@ void check_code(const State& state, Handle pl_line, const char* refusal) {
   }
 }
 
-Ref stack_layer(State& state, Arguments arguments) {
+Ref create_layer(State& state, Arguments arguments) {
   const auto [self, points, material, pl_line_top, pl_line_bottom] =
       arguments.first<std::size(parameters)>();
   const State::Names& names = state.names;
@@ -62,9 +62,9 @@ Ref stack_layer(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> create_layer =
-    host::method<stack_layer>("create_layer", parameters,
-                              R"(Define layers from bottom to top.
+void add_layering(host::ClassBody& body, State& state) {
+  body.add(state, host::method<create_layer>("create_layer", parameters,
+                                             R"(Define layers from bottom to top.
 
 boundary_top: points of the boundary at the top, made with create_point, from the left limit
     of the model to the right; two points may share an x coordinate.
@@ -80,6 +80,7 @@ Raises ModelError if the material does not exist, if a pl-line is another intege
 99, if the bottom of the first layer is 99, or if the points do not run from limit to limit
 or not from left to right; the model then stays as it is. Raises ModelError too if top and
 bottom are the same; a new boundary is kept then.)")
-        .returning("_Layer");
+                      .returning("_Layer"));
+}
 
 }  // namespace dsettlement::geometry

@@ -51,7 +51,7 @@ void make_containers(const State& state, Handle self) {
   host::set(self, names.private_layers, host::List().done());
 }
 
-void register_bottom(const State& state, Handle self, Handle boundary_bottom) {
+void create_bottom(const State& state, Handle self, Handle boundary_bottom) {
   const State::Names& names = state.names;
   host::List points;
   host::for_each(boundary_bottom, [&](const Ref& point) {
@@ -68,7 +68,7 @@ Ref init(State& state, Arguments arguments) {
                    {calculation_model, consolidation_model, create_default_materials},
                    init_parameters, arguments);
   make_containers(state, self);
-  register_bottom(state, self, boundary_bottom);
+  create_bottom(state, self, boundary_bottom);
   return host::none();
 }
 
@@ -155,26 +155,15 @@ void define_model_2d(host::Module& module, State& state, soil::State& soil) {
   body.declare("_boundaries", "list[_Boundary]");
   body.declare("_layers", "list[_Layer]");
   add_index(module, state, body);
-  body.add(state, curves_of_model);
   body.add(state,
            host::method<create_point>("create_point", point_parameters, create_point_documentation)
                .returning("_Point"));
-  body.add(state, create_pl_line);
-  body.add(state, create_layer);
-  body.add(state, create_vertical);
-  body.add(soil, soil::create_non_uniform_load);
-  body.add(state, create_curves);
-  body.add(state, create_curve);
-  body.add(state, create_boundary);
-  body.add(state, validate_2d);
-  body.add(state, serialize_2d);
-  body.add(state, serialize_points);
-  body.add(state, serialize_curves);
-  body.add(state, serialize_boundaries);
-  body.add(state, serialize_pl_lines);
-  body.add(state, serialize_layers);
-  body.add(state, min_vertical_drains_2d);
-  body.add(state, max_vertical_drains_2d);
+  add_chains(body, state);
+  add_layering(body, state);
+  add_verticals(body, state);
+  soil::add_non_uniform_loads(body, soil);
+  add_validation(body, state);
+  add_document(body, state);
   state.model_2d = body.make({state.model.model.original()});
   remember_model_class(state, state.model_2d.original());
 }

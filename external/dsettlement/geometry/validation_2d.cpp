@@ -23,7 +23,7 @@ Ref layer_at(const State& state, Handle self, Py_ssize_t position, const char* r
   }
 }
 
-Ref check_geometry(State& state, Arguments arguments) {
+Ref validate(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   static_cast<void>(
@@ -52,40 +52,42 @@ Ref highest(const State& state, Handle boundary) {
   return level;
 }
 
-Ref lowest_drain_level(State& state, Arguments arguments) {
+Ref min_vertical_drains(State& state, Arguments arguments) {
   const Ref layer = layer_at(state, arguments[0], 0, "Create at least 1 layer");
   return highest(state, host::get(layer, state.names.boundary_bottom));
 }
 
-Ref highest_drain_level(State& state, Arguments arguments) {
+Ref max_vertical_drains(State& state, Arguments arguments) {
   const Ref layer = layer_at(state, arguments[0], -1, "Create at least 1 layer");
   return highest(state, host::get(layer, state.names.boundary_top));
 }
 
 }  // namespace
 
-constinit const host::Operation<State> validate_2d = host::method<check_geometry>(
-    "_validate",
-    R"(Check the finished model; runs before each generation of an input file.
+void add_validation(host::ClassBody& body, State& state) {
+  body.add(state, host::method<validate>(
+                      "_validate",
+                      R"(Check the finished model; runs before each generation of an input file.
 
 Raises ModelError for the first check that fails: the vertical drains against limits and
 levels, at least one layer, no interpolation at the top of the top layer, a phreatic line.
-The model stays as it is.)");
-
-constinit const host::Operation<State> min_vertical_drains_2d =
-    host::property<lowest_drain_level>(
-        "_min_vertical_drains",
-        R"(Lowest level for vertical drains [m]: the highest point of the bottom of the geometry.
-
-Raises ModelError if there is no layer.)")
-        .returning("float");
-
-constinit const host::Operation<State> max_vertical_drains_2d =
-    host::property<highest_drain_level>(
-        "_max_vertical_drains",
-        R"(Highest level for vertical drains [m]: the highest point of the top of the geometry.
+The model stays as it is.)"));
+  body.add(
+      state,
+      host::property<min_vertical_drains>(
+          "_min_vertical_drains",
+          R"(Lowest level for vertical drains [m]: the highest point of the bottom of the geometry.
 
 Raises ModelError if there is no layer.)")
-        .returning("float");
+          .returning("float"));
+  body.add(
+      state,
+      host::property<max_vertical_drains>(
+          "_max_vertical_drains",
+          R"(Highest level for vertical drains [m]: the highest point of the top of the geometry.
+
+Raises ModelError if there is no layer.)")
+          .returning("float"));
+}
 
 }  // namespace dsettlement::geometry

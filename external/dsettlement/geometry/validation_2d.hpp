@@ -2,12 +2,10 @@
 #pragma once
 
 #include "geometry/state.hpp"
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 
 namespace dsettlement::geometry {
 
-extern const host::Operation<State> validate_2d;
-extern const host::Operation<State> min_vertical_drains_2d;
-extern const host::Operation<State> max_vertical_drains_2d;
+void add_validation(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::geometry

@@ -57,7 +57,7 @@ void add_vertical(const State& state, Handle self, Handle vertical) {
   static_cast<void>(host::call_with(sort, {}, {{names.key, state.by_x}}));
 }
 
-Ref register_vertical(State& state, Arguments arguments) {
+Ref create_vertical(State& state, Arguments arguments) {
   const auto [self, x] = arguments.first<std::size(parameters)>();
   const State::Names& names = state.names;
   check_limits(state, host::get(self, names.private_limits), x);
@@ -69,9 +69,9 @@ Ref register_vertical(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> create_vertical =
-    host::method<register_vertical>("create_vertical", parameters,
-                                    R"(Create vertical based on x-coordinate.
+void add_verticals(host::ClassBody& body, State& state) {
+  body.add(state, host::method<create_vertical>("create_vertical", parameters,
+                                                R"(Create vertical based on x-coordinate.
 
 x: x coordinate [m], between the limits of the model, both included.
 
@@ -79,6 +79,7 @@ Returns the vertical; if the model has one at the same x, that one. The vertical
 the order of x.
 
 Raises ModelError if x lies outside the limits; the model then stays as it is.)")
-        .returning("_Vertical");
+                      .returning("_Vertical"));
+}
 
 }  // namespace dsettlement::geometry

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "geometry/state.hpp"
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 
 namespace dsettlement::geometry {
 
-extern const host::Operation<State> create_vertical;
+void add_verticals(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::geometry

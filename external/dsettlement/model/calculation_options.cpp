@@ -122,9 +122,10 @@ Ref init(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> construct =
-    host::method<init>("__init__", parameters,
-                       R"(Check and keep the calculation options, and enter the default materials.
+void add_calculation_options(host::ClassBody& body, State& state) {
+  body.add(state, host::method<init>(
+                      "__init__", parameters,
+                      R"(Check and keep the calculation options, and enter the default materials.
 
 calculation_model: the calculation model.
 consolidation_model: the consolidation model; not checked here.
@@ -146,6 +147,8 @@ stress_distribution_loads: True for "Simulate", False for "None".
 vertical_drain: the vertical drains, or None for a model without.
 
 Raises ModelError if an option is out of its range, KeyError if calculation_model is not a
-member of CalculationModel.)");
+member of CalculationModel.)")
+                      .abstract());
+}
 
 }  // namespace dsettlement::model

@@ -1,11 +1,11 @@
 // The constructor of the model frame: the calculation options with their range checks.
 #pragma once
 
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 #include "model/state.hpp"
 
 namespace dsettlement::model {
 
-extern const host::Operation<State> construct;
+void add_calculation_options(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::model

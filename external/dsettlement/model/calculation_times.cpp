@@ -13,7 +13,7 @@ namespace {
 
 constexpr Parameter parameters[] = {host::self, host::rest("time", "int")};
 
-Ref replace_times(State& state, Arguments arguments) {
+Ref set_calculation_times(State& state, Arguments arguments) {
   const auto [self, times] = arguments.first<2>();
   const State::Names& names = state.names;
 
@@ -36,14 +36,16 @@ Ref replace_times(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> set_calculation_times = host::method<replace_times>(
-    "set_calculation_times", parameters,
-    R"(Set the times at which results are obtained, in place of those set before.
+void add_calculation_times(host::ClassBody& body, State& state) {
+  body.add(state, host::method<set_calculation_times>(
+                      "set_calculation_times", parameters,
+                      R"(Set the times at which results are obtained, in place of those set before.
 
 time: any number of different times [days], each from 0 to the end of the settlement
     calculation; their order is kept.
 
 Raises ModelError if two times are equal or one is out of range; the times set before then
-stay.)");
+stay.)"));
+}
 
 }  // namespace dsettlement::model

@@ -1,11 +1,11 @@
 // The operation set_calculation_times.
 #pragma once
 
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 #include "model/state.hpp"
 
 namespace dsettlement::model {
 
-extern const host::Operation<State> set_calculation_times;
+void add_calculation_times(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::model

@@ -81,18 +81,18 @@ pressures. Values are kept as given; nothing is converted.)");
   body.add("_DEFAULT_VERTICAL_DRAIN", soil::default_vertical_drain(soil));
 
   for (const Attribute& attribute : attributes) body.declare(attribute.name, attribute.type);
-  body.add(state, construct.abstract());
+  add_calculation_options(body, state);
   body.add(state, host::property<materials>(
                       "materials", "The materials by name, as a new mapping of str to _Material.")
                       .returning("dict[str, _Material]"));
   body.add(state, host::property<verticals>("verticals", "The verticals, as a new list.")
                       .returning("list[_Vertical]"));
+  // In the order in which callers know them, so that tables of one folder do not stand together.
   body.add(soil, soil::create_material);
   body.add(soil, soil::create_uniform_load);
-  body.add(state, set_calculation_times);
-  body.add(analysis, analysis::generate_input);
-  body.add(analysis, analysis::generate_input_file);
-  body.add(soil, soil::validate);
+  add_calculation_times(body, state);
+  analysis::add_input_generation(body, analysis);
+  soil::add_drain_limits(body, soil);
   body.add(soil, soil::add_other_load);
   body.add(state, serialize.abstract());
   body.add(soil, soil::serialize_materials);

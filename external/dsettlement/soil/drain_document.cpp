@@ -23,7 +23,7 @@ Ref placeholder_schedule() {
   return schedule.done();
 }
 
-Ref make_document(State& state, Arguments arguments) {
+Ref serialize(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   const auto attribute = [&](const host::Name& name) { return host::get(self, name); };
@@ -60,10 +60,13 @@ Ref make_document(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> serialize_drain =
-    host::method<make_document>(
-        "_serialize",
-        "Return the drain's part of the document, always the same 17 keys, as a new mapping.")
-        .returning("dict[str, Any]");
+void add_drain_document(host::ClassBody& body, State& state) {
+  body.add(
+      state,
+      host::method<serialize>(
+          "_serialize",
+          "Return the drain's part of the document, always the same 17 keys, as a new mapping.")
+          .returning("dict[str, Any]"));
+}
 
 }  // namespace dsettlement::soil

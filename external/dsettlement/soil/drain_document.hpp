@@ -1,11 +1,11 @@
 // The document of a vertical drain.
 #pragma once
 
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 #include "soil/state.hpp"
 
 namespace dsettlement::soil {
 
-extern const host::Operation<State> serialize_drain;
+void add_drain_document(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::soil

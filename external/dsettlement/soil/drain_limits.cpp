@@ -39,7 +39,7 @@ void check_level(const State& state, Handle model, Handle drain, const host::Nam
                 host::get(model, names.private_max_vertical_drains)});
 }
 
-Ref check_drains(State& state, Arguments arguments) {
+Ref validate(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   if (!host::is_true(host::get(self, names.private_has_vertical_drains))) return host::none();
@@ -63,13 +63,15 @@ Ref check_drains(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> validate = host::method<check_drains>(
-    "_validate",
-    R"(Check the finished model; runs before each generation of an input file.
+void add_drain_limits(host::ClassBody& body, State& state) {
+  body.add(state, host::method<validate>(
+                      "_validate",
+                      R"(Check the finished model; runs before each generation of an input file.
 
 Here only vertical drains are held against the limits and the levels of the model; a model
 without drains passes.
 
-Raises ModelError for the first check that fails; the model stays as it is.)");
+Raises ModelError for the first check that fails; the model stays as it is.)"));
+}
 
 }  // namespace dsettlement::soil

@@ -107,7 +107,7 @@ Ref snapping_points(const State& state, Handle model) {
   return Ref::steal(PyNumber_Or(of_loads.get(), points_in_boundaries(state, model).get()));
 }
 
-Ref enter_load(State& state, Arguments arguments) {
+Ref create_non_uniform_load(State& state, Arguments arguments) {
   const auto [self, name, points, time, end_time, gamma_dry, gamma_wet, temporary] =
       arguments.first<std::size(parameters)>();
   const State::Names& names = state.names;
@@ -173,9 +173,10 @@ name: not used; the load knows its name.)")
   state.non_uniform_load = body.make({state.load.original()});
 }
 
-constinit const host::Operation<State> create_non_uniform_load =
-    host::method<enter_load>("create_non_uniform_load", parameters,
-                             R"(Create a load by the weight of the soil below a polyline.
+void add_non_uniform_loads(host::ClassBody& body, State& state) {
+  body.add(state, host::method<create_non_uniform_load>(
+                      "create_non_uniform_load", parameters,
+                      R"(Create a load by the weight of the soil below a polyline.
 
 name: name of the load, at most 25 characters; must be new among the non-uniform loads.
 points: x-y coordinates from left to right [m]. The first and the last must each be a point
@@ -193,6 +194,7 @@ Raises ModelError if the name is too long or exists already, if the first or the
 on no point of a boundary or load, if time is greater than end_time, or if an x coordinate is
 less than the one before it; the model then stays as it is. Raises IndexError if there is no
 point.)")
-        .returning("_NonUniformLoad");
+                      .returning("_NonUniformLoad"));
+}
 
 }  // namespace dsettlement::soil

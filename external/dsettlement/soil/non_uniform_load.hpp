@@ -1,13 +1,13 @@
 // The class _NonUniformLoad and how a two-dimensional model gets one.
 #pragma once
 
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 #include "soil/state.hpp"
 
 namespace dsettlement::soil {
 
 void define_non_uniform_load(host::Module& module, State& state);
 
-extern const host::Operation<State> create_non_uniform_load;
+void add_non_uniform_loads(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::soil

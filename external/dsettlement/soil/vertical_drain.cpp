@@ -89,7 +89,7 @@ Doesn't change after construction.)");
   body.add(state, host::getter<State, &State::Names::private_position_drain>(
                       "position_drain", "Level of the drain pipe [m], or None.")
                       .returning("float | None"));
-  body.add(state, serialize_drain);
+  add_drain_document(body, state);
   state.vertical_drain = body.make();
 }
 
