@@ -45,14 +45,14 @@ class Cache {
   };
   [[nodiscard]] virtual Entry enter(const State& state, std::size_t list, host::Handle entry) = 0;
 
-  // Adds a new entry to a list. False, and nothing has happened, if the list is not known any more.
+  // Adds a new entry to a list by append(bool is_sorted_later): who holds on to the list sees it in
+  // order at once. False, and nothing has happened, if the list is not known any more.
   template <typename Append>
   [[nodiscard]] bool add(const State& state, host::Handle model, Append&& append) {
     if (stamp_ != stamp_of(state, model, looks_)) return false;
     // In between the cache is not valid, should anything fail.
     const Stamp stamp = std::exchange(stamp_, Stamp());
-    append();
-    if (!is_kept_) sort();
+    append(is_kept_);
     stamp_ = stamp;
     return true;
   }

@@ -19,8 +19,12 @@ void CachedList::remember(std::uint64_t hash, Handle entry) {
   entries_.add(hash, host::share(entry));
 }
 
-void CachedList::append(Handle entry, double number) {
-  order_.add(list_, entry, number);
+void CachedList::append(Handle entry, double number, bool is_sorted_later) {
+  if (is_sorted_later) {
+    order_.add(list_, entry, number);
+  } else {
+    order_.insert(list_, entry, number);
+  }
 }
 
 int CachedList::traverse(visitproc visit, void* arg) const {

@@ -23,10 +23,11 @@ class CachedList {
   // not in order.
   [[nodiscard]] bool enter(std::uint64_t hash, host::Handle entry, double number);
 
-  // Adds a new entry to the list, in two steps: what is known of it, and then the entry itself. So
-  // the list has nothing of what memory ran out for on the way.
+  // Adds a new entry to the list, in two steps: what is known of it, and then the entry itself, at
+  // its place unless the list is sorted later. So the list has nothing of what memory ran out for
+  // on the way.
   void remember(std::uint64_t hash, host::Handle entry);
-  void append(host::Handle entry, double number);
+  void append(host::Handle entry, double number, bool is_sorted_later);
 
   // The entry with this hash that `is` says yes to, or an empty Ref.
   template <typename Is>

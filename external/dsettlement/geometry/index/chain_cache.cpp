@@ -31,19 +31,19 @@ Ref ChainCache::chain(const State& state, const CachedList& list, const ChainKey
 
 bool ChainCache::add_boundary(const State& state, Handle model, const ChainKey& key,
                               Handle boundary) {
-  return add(state, model, [&] {
+  return add(state, model, [&](bool is_sorted_later) {
     lists_[boundaries].remember(HashOf()(key), boundary);
     enter_curves(state, boundaries, key);
-    lists_[boundaries].append(boundary, area_of(key));
+    lists_[boundaries].append(boundary, area_of(key), is_sorted_later);
   });
 }
 
 bool ChainCache::add_pl_line(const State& state, Handle model, const ChainKey& key,
                              Handle pl_line) {
-  return add(state, model, [&] {
+  return add(state, model, [&](bool is_sorted_later) {
     lists_[pl_lines].remember(HashOf()(key), pl_line);
     enter_curves(state, pl_lines, key);
-    lists_[pl_lines].append(pl_line, in_order_of_creation);
+    lists_[pl_lines].append(pl_line, in_order_of_creation, is_sorted_later);
   });
 }
 

@@ -11,12 +11,24 @@ void DeferredSort::append(double number) {
   if (stays) ++sorted_;
 }
 
-void DeferredSort::add(host::Handle list, host::Handle entry, double number) {
-  // Room for the number comes first, and not for one alone, which would copy all each time.
+// Room for one more number, and not for one alone, which would copy all each time.
+void DeferredSort::make_room() {
   constexpr std::size_t few = 8;
   if (numbers_.size() == numbers_.capacity()) numbers_.reserve(2 * numbers_.size() + few);
+}
+
+void DeferredSort::add(host::Handle list, host::Handle entry, double number) {
+  make_room();
   host::check(PyList_Append(list, entry));
   append(number);
+}
+
+void DeferredSort::insert(host::Handle list, host::Handle entry, double number) {
+  make_room();
+  const auto place = std::upper_bound(numbers_.begin(), numbers_.end(), number);
+  host::check(PyList_Insert(list, place - numbers_.begin(), entry));
+  numbers_.insert(place, number);
+  ++sorted_;
 }
 
 void DeferredSort::sort(PyObject* list) {

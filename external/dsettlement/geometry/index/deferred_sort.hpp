@@ -21,12 +21,17 @@ class DeferredSort {
   // Adds an entry to the list, with its number. If that fails neither is there.
   void add(host::Handle list, host::Handle entry, double number);
 
+  // Adds an entry at its place in a list that is sorted.
+  void insert(host::Handle list, host::Handle entry, double number);
+
   [[nodiscard]] bool is_sorted() const { return sorted_ == numbers_.size(); }
 
   // Sorts the list; one that has another length than was told is left alone.
   void sort(PyObject* list);
 
  private:
+  void make_room();
+
   std::vector<double> numbers_;
   std::size_t sorted_ = 0;  // so many entries at the front are in order
 };

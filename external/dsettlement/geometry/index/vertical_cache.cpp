@@ -15,9 +15,9 @@ Ref VerticalCache::at(const State& state, double x) const {
 
 bool VerticalCache::add_vertical(const State& state, Handle model, Handle vertical) {
   const std::optional<double> x = x_of_vertical(state, vertical);
-  return x && add(state, model, [&] {
+  return x && add(state, model, [&](bool is_sorted_later) {
            lists_[0].remember(HashOf()(*x), vertical);
-           lists_[0].append(vertical, *x);
+           lists_[0].append(vertical, *x, is_sorted_later);
          });
 }
 
