@@ -22,7 +22,7 @@ STAMPS := $(VENV)/.stamps
 ENVIRONMENT := $(STAMPS)/environment
 BUILT := $(STAMPS)/module $(STAMPS)/local-edition
 
-.PHONY: help build demo test verify bench lint sanitize fuzz docs clean
+.PHONY: help build demo test verify bench lint sanitize fuzz mutants docs clean
 
 help:  ## list the targets
 	@sed -n 's/^\([a-z]*\):.*##  *\(.*\)/\1|\2/p' $(MAKEFILE_LIST) | \
@@ -67,6 +67,9 @@ fuzz: $(BUILT) $(STAMPS)/test  ## compare readers on FUZZ_TEXTS generated texts,
 
 sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the interpreter's debugging allocator
 	scripts/sanitize $(TESTS)
+
+mutants: $(BUILT) $(STAMPS)/test  ## put small faults into the C++ code and tell which the tests miss; hours
+	$(BIN)/python -m mutants
 
 docs: $(STAMPS)/docs  ## build the documentation into site/
 	$(BIN)/python -m mkdocs build --quiet

@@ -1,0 +1,1 @@
+"""Whether the tests notice small faults in the C++ code: `make mutants`."""

@@ -1,0 +1,112 @@
+"""Put small faults into the C++ code and tell which of them the tests don't notice.
+
+    python -m mutants                      # 60 of each area, the same ones each time
+    python -m mutants --count 200 --seed 7 --areas reader
+    python -m mutants --list               # what there would be
+
+A fault that no test notices is to be killed by a new test, or explained in mutants/explained.toml.
+The command ends with status 1 if there is one that is neither.
+"""
+
+import argparse
+import json
+import random
+import re
+import time
+import tomllib
+from collections import Counter
+from pathlib import Path
+
+from mutants import tree
+from mutants.areas import AREAS, Area
+from mutants.source import Mutant, mutants_of
+
+EXPLAINED = Path(__file__).parent / "explained.toml"
+REPORT = tree.TREE / "report.json"
+
+
+def sample(area: Area, seed: str, count: int) -> list[Mutant]:
+    """Some mutants of an area, in an order that has nothing to do with the code's."""
+    root = tree.PROJECT
+    found = [mutant for path in area.files(root) for mutant in mutants_of(root, path)]
+    return random.Random(f"{seed} {area.name}").sample(found, min(count, len(found)))
+
+
+def explanations() -> dict[tuple[str, str, str], str]:
+    """Why some mutants can't be noticed, by file and by the line before and after."""
+    entries = tomllib.loads(EXPLAINED.read_text())["mutant"]
+    return {(entry["file"], entry["before"], entry["after"]): entry["why"] for entry in entries}
+
+
+def why(mutant: Mutant, explained: dict[tuple[str, str, str], str]) -> str | None:
+    """Why a mutant can't be noticed, if that is known."""
+    return explained.get((mutant.path.name, mutant.before.strip(), mutant.after.strip()))
+
+
+def attempt(mutant: Mutant, area: Area, limit: float) -> str:
+    """What becomes of a mutant."""
+    original = (tree.SOURCES / mutant.path).read_text()
+    try:
+        mutant.apply(tree.SOURCES)
+        if not tree.build():
+            return "does not compile"
+        status = tree.test(area.tests, limit)
+        if status is None:
+            return "killed: time limit"
+        if status == 0:
+            return "survived"
+        if "Timeout (" in tree.last_output():
+            return "killed: time limit"
+        failed = re.search(r"^(?:FAILED|ERROR) (\S+)", tree.last_output(), re.MULTILINE)
+        return f"killed: {failed[1]}" if failed else f"killed: ended with status {status}"
+    finally:
+        (tree.SOURCES / mutant.path).write_text(original)
+
+
+def try_area(area: Area, mutants: list[Mutant], report: list[dict[str, str]]) -> Counter[str]:
+    """Try the mutants of one area, adding to the report as it goes."""
+    explained = explanations()
+    tree.build()
+    start = time.monotonic()
+    if tree.test(area.tests, None) != 0:
+        raise SystemExit(f"the tests fail without any fault:\n{tree.last_output()}")
+    limit = 20 + 5 * (time.monotonic() - start)
+    counts: Counter[str] = Counter()
+    for mutant in mutants:
+        outcome = attempt(mutant, area, limit)
+        if outcome == "survived" and why(mutant, explained):
+            outcome = "explained"
+        counts[outcome.split(":")[0]] += 1
+        report.append({"area": area.name, "mutant": str(mutant), "outcome": outcome})
+        REPORT.write_text(json.dumps(report, indent=1))
+        if outcome == "survived":
+            print(f"survived {mutant}", flush=True)
+    return counts
+
+
+def main() -> int:
+    """Read the command line and run."""
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0] if __doc__ else "")
+    parser.add_argument("--count", type=int, default=60, help="mutants of each area")
+    parser.add_argument("--seed", default="1", help="which of them")
+    parser.add_argument("--areas", nargs="*", default=[area.name for area in AREAS])
+    parser.add_argument("--list", action="store_true", help="only say which")
+    options = parser.parse_args()
+    areas = [area for area in AREAS if area.name in options.areas]
+    chosen = {area.name: sample(area, options.seed, options.count) for area in areas}
+    if options.list:
+        print("\n".join(str(mutant) for mutants in chosen.values() for mutant in mutants))
+        return 0
+    tree.prepare()
+    report: list[dict[str, str]] = []
+    total: Counter[str] = Counter()
+    for area in areas:
+        counts = try_area(area, chosen[area.name], report)
+        total += counts
+        print(f"{area.name}: {dict(counts)}", flush=True)
+    print(f"seed {options.seed}, all: {dict(total)}; each in {REPORT.relative_to(tree.PROJECT)}")
+    return 1 if total["survived"] else 0
+
+
+if __name__ == "__main__":
+    raise SystemExit(main())

@@ -1,0 +1,56 @@
+"""What is tried: the code whose faults nobody would see by looking at a result, and its tests."""
+
+from dataclasses import dataclass
+from pathlib import Path
+
+SOURCES = Path("external/dsettlement")
+
+
+@dataclass(frozen=True)
+class Area:
+    """Some files and the tests that should notice a fault in them."""
+
+    name: str
+    patterns: tuple[str, ...]
+    tests: tuple[str, ...]
+
+    def files(self, root: Path) -> list[Path]:
+        """The files of the area, below `root`."""
+        found = {path for pattern in self.patterns for path in (root / SOURCES).glob(pattern)}
+        return sorted(path.relative_to(root) for path in found)
+
+
+AREAS = (
+    Area("reader", ("output/**/*.cpp", "output/**/*.hpp"), ("tests/output",)),
+    Area(
+        "registers",
+        (
+            "geometry/index/*.cpp",
+            "geometry/index/*.hpp",
+            "geometry/document_2d.cpp",
+            "host/watched_field.cpp",
+        ),
+        ("tests/geometry",),
+    ),
+    Area(
+        "validation",
+        (
+            "geometry/validation_2d.cpp",
+            "geometry/geometry_1d.cpp",
+            "geometry/layering.cpp",
+            "geometry/verticals.cpp",
+            "model/calculation_options.cpp",
+            "model/calculation_times.cpp",
+            "soil/load.cpp",
+            "soil/load_table.cpp",
+            "soil/material_table.cpp",
+            "soil/non_uniform_load.cpp",
+        ),
+        ("tests/model", "tests/soil", "tests/geometry"),
+    ),
+    Area(
+        "drains",
+        ("soil/drain_*.cpp", "soil/vertical_drain.cpp"),
+        ("tests/soil", "tests/model"),
+    ),
+)
