@@ -6,7 +6,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import DarcyHistory
-from sembra.local.worker.result.format import fixed, history
+from sembra.local.worker.result.format import FIXED, history, table
 
 _HEADERS = (
     "Settlement",
@@ -18,15 +18,17 @@ _HEADERS = (
     "Lower amplitude convolution",
     "Normalized consolidation coefficient",
 )
-_NO_ELEMENT = " -1 -1 -1"
-"""What stands in the columns of the elements at the lowest node, which has none below it."""
+_NODE = " ".join([FIXED] * 5)
+_NODE_AND_ELEMENT = f"{_NODE} {FIXED} {FIXED} %17.7f "
+_LOWEST_NODE = f"{_NODE} -1 -1 -1"
+"""The lowest node, which has no element below it."""
 
 
 def leakages_block(consolidation: DarcyHistory) -> Iterator[str]:
     """Flow to the vertical drains, one number for each element."""
     yield "[Leakages]"
     yield f"{len(consolidation.leakages):7d}    =  Leakage count"
-    yield from (fixed(leakage) for leakage in consolidation.leakages)
+    yield from table(FIXED, consolidation.leakages[:, None])
     yield "[End of Leakages]"
 
 
@@ -53,18 +55,14 @@ def darcy_history(times: Floats, settlements: Floats, consolidation: DarcyHistor
         ],
         axis=-1,
     )
-    tables = (_table(*rows) for rows in zip(nodes, elements, strict=True))
+    upper = np.concatenate([nodes[:, :-1], elements], axis=-1)
+    tables = (
+        [*table(_NODE_AND_ELEMENT, above), *table(_LOWEST_NODE, below)]
+        for above, below in zip(upper, nodes[:, -1:], strict=True)
+    )
     yield from history(_HEADERS, times, tables)
 
 
 def _of_next_steps(coefficients: Floats) -> Floats:
     """The same without the last ones: no step begins at the end of the calculation."""
     return np.vstack([coefficients[:-1], np.zeros_like(coefficients[-1:])])
-
-
-def _table(nodes: Floats, elements: Floats) -> Iterator[str]:
-    """The rows of one time."""
-    *upper, lowest = (" ".join(fixed(value) for value in node) for node in nodes)
-    for node, (above, below, coefficient) in zip(upper, elements, strict=True):
-        yield f"{node} {fixed(above)} {fixed(below)} {fixed(coefficient, 17)} "
-    yield lowest + _NO_ELEMENT

@@ -6,7 +6,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import ColumnResult
-from sembra.local.worker.result.format import column_indication, fixed
+from sembra.local.worker.result.format import FIXED, column_indication, table
 
 _TIMES = [digit * 10.0**power for power in range(-3, 4) for digit in (1, 2, 5)] + [10000.0]
 _INTERVALS = 20
@@ -26,8 +26,7 @@ def fixed_time_block(result: ColumnResult) -> Iterator[str]:
         at_depths = np.interp(-depths, -levels, at_nodes)
         yield "[Vertical Data at Fixed Time]"
         yield f"{time:17.12f}    =  Time in days"
-        for depth, settlement in zip(depths, at_depths, strict=True):
-            yield f"{fixed(depth)} {fixed(settlement)}"
+        yield from table(f"{FIXED} {FIXED}", np.stack([depths, at_depths], axis=-1))
         yield "[End of Vertical Data at Fixed Time]"
 
 

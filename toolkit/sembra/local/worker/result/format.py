@@ -2,18 +2,42 @@
 
 from collections.abc import Iterable, Iterator
 
+import numpy as np
+
+from sembra.local.worker.arrays import Floats
+
+FIXED = "%12.7f"
+"""The number of `fixed` in the pattern of a row for `table`."""
+
 END_OF_HISTORY = "[End of Time dependent Data]"
 
 
-def fixed(value: float, width: int = 12) -> str:
+_LARGEST_ZERO = 5e-8
+"""The largest number whose first seven decimals are zeros once it is rounded."""
+
+
+def fixed(value: float) -> str:
     """A number with seven decimals; a negative zero loses its sign."""
-    text = f"{value:{width}.7f}"
-    return f"{0.0:{width}.7f}" if float(text) == 0 else text
+    return FIXED % (0.0 if abs(value) <= _LARGEST_ZERO else value)
 
 
 def row(values: Iterable[float]) -> str:
     """The numbers of a wide table, three blanks behind each."""
     return "".join(f"{fixed(value)}   " for value in values)
+
+
+def table(pattern: str, values: Floats) -> list[str]:
+    """The rows of a table, as `fixed` writes each number.
+
+    They are written at once, since most of a result file are numbers of tables.
+
+    Args:
+        pattern: a row, with a `%` conversion of seven decimals for each number.
+        values: the numbers, shape (rows, numbers of a row).
+    """
+    numbers = np.where(np.abs(values) <= _LARGEST_ZERO, 0.0, values)
+    text = "\n".join([pattern] * len(numbers)) % tuple(numbers.ravel().tolist())
+    return text.split("\n") if len(numbers) else []
 
 
 def column_indication(headers: Iterable[str]) -> Iterator[str]:

@@ -6,7 +6,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import TerzaghiStresses
-from sembra.local.worker.result.format import column_indication, fixed, history, row
+from sembra.local.worker.result.format import FIXED, column_indication, history, row, table
 
 
 def stresses_block(stresses: TerzaghiStresses) -> Iterator[str]:
@@ -36,8 +36,6 @@ def terzaghi_history(
     times: Floats, settlements: Floats, stresses: TerzaghiStresses
 ) -> Iterator[str]:
     """Settlement and effective stress at the nodes for every time."""
-    tables = (
-        [f"{fixed(settlement)} {fixed(stress)}" for settlement, stress in zip(*nodes, strict=True)]
-        for nodes in zip(settlements, stresses.loading, strict=True)
-    )
+    nodes = np.stack([settlements, stresses.loading], axis=-1)
+    tables = (table(f"{FIXED} {FIXED}", at_nodes) for at_nodes in nodes)
     yield from history(("Settlement", "Loading"), times, tables)

@@ -2,6 +2,8 @@
 
 from collections.abc import Iterator
 
+import numpy as np
+
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import ColumnResult, DarcyHistory, TerzaghiStresses
 from sembra.local.worker.result.darcy import (
@@ -10,7 +12,7 @@ from sembra.local.worker.result.darcy import (
     leakages_block,
 )
 from sembra.local.worker.result.fixed_times import fixed_time_block
-from sembra.local.worker.result.format import END_OF_HISTORY, fixed, row
+from sembra.local.worker.result.format import END_OF_HISTORY, FIXED, fixed, table
 from sembra.local.worker.result.koppejan import NO_SETTLEMENT, koppejan_block
 from sembra.local.worker.result.terzaghi import stresses_block, terzaghi_history
 
@@ -49,13 +51,13 @@ def _time_settlement(times: Floats, load_settlements: Floats) -> Iterator[str]:
     yield "[Time-Settlement per Load]"
     yield f"{len(times):7d}  =  Time step count "
     yield f"{load_settlements.shape[1]:7d}  =  Load step count "
-    for time, settlements in zip(times, load_settlements, strict=True):
-        yield row([time, *settlements])
+    rows = np.column_stack([times, load_settlements])
+    yield from table(f"{FIXED}   " * rows.shape[1], rows)
     yield "[End of Time-Settlement per Load]"
 
 
 def _depths(levels: Floats) -> Iterator[str]:
     yield "[Depths]"
     yield f"{len(levels):7d}    =  Depth count"
-    yield from (fixed(level) for level in levels)
+    yield from table(FIXED, levels[:, None])
     yield "[End of Depths]"
