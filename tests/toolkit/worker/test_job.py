@@ -92,14 +92,75 @@ def test_bodies_that_are_no_base64(body: object) -> None:
 
 def test_an_error_of_the_worker_itself_gives_no_result(monkeypatch: pytest.MonkeyPatch) -> None:
     def broken(*_: object) -> str:
-        raise ZeroDivisionError("division by zero")
+        raise LookupError("gone")
 
     monkeypatch.setattr(job_module, "write_results", broken)
-    assert refused(input_text()) == (
-        "The worker failed by an error of its own: ZeroDivisionError: division by zero"
-    )
+    assert refused(input_text()) == ("The worker failed by an error of its own: LookupError: gone")
 
 
 def test_the_entry_can_be_sent_to_another_process() -> None:
     assert pickle.loads(pickle.dumps(run_job)) is run_job
     assert pickle.loads(pickle.dumps(run_job(job(input_text()))))["error"] is None
+
+
+@pytest.mark.parametrize("error", [ZeroDivisionError(), FloatingPointError(), OverflowError()])
+def test_numbers_that_break_the_arithmetic_are_out_of_range(
+    monkeypatch: pytest.MonkeyPatch, error: ArithmeticError
+) -> None:
+    def broken(*_: object) -> str:
+        raise error
+
+    monkeypatch.setattr(job_module, "write_results", broken)
+    assert refused(input_text()) == OUT_OF_RANGE
+
+
+def test_ground_that_loses_its_height_is_remarked_on() -> None:
+    soft = {"SoilCp": 0.5, "SoilCp1": 0.5}
+    assert run_job(job(input_text(soils={"Clay": soft})))["remarks"] == [
+        "Layers of Clay are compressed by more than their height. See whether the parameters and "
+        "the loads are as they are meant."
+    ]
+
+
+def test_a_profile_needs_a_load_that_has_one() -> None:
+    remarks = run_job(job(input_text(options={"Maintain profile": 1})))["remarks"]
+    assert remarks == ["There is no non-uniform load whose profile could be maintained."]
+
+
+def test_a_superelevation_after_the_end_never_comes() -> None:
+    options = {"Maintain profile": 1, "Time superelevation": 10000}
+    remarks = run_job(job(input_text(options=options, end=10000)))["remarks"]
+    assert remarks[0] == (
+        'The load "Superelevation" comes when the calculation has ended, after 10000 days, and '
+        "causes nothing."
+    )
+
+
+def test_dissipation_without_a_coefficient_is_left_away() -> None:
+    soil = {"SoilDrained": 0, "SoilCv": 0.0, "SoilStorageType": 1}
+    text = input_text(
+        soils={"Clay": soil}, model={"Calculation type": 0}, options={"Dissipation": 1}
+    )
+    assert run_job(job(text))["remarks"] == [
+        "The dissipation is left away. The material Clay needs a coefficient of consolidation "
+        "greater than zero."
+    ]
+    assert "[Dissipation in Layers]" not in calculated(text)
+
+
+def test_all_materials_without_a_coefficient_are_named() -> None:
+    soil = {"SoilDrained": 0, "SoilCv": 0.0}
+    text = input_text(layers=[(0.0, "Clay"), (-2.0, "Peat")], soils={"Clay": soil, "Peat": soil})
+    assert refused(text) == (
+        "The materials Clay and Peat need a coefficient of consolidation greater than zero."
+    )
+
+
+def test_all_loads_of_unknown_kinds_are_named() -> None:
+    loads = [(name, 0, 10.0, 1.0, 0.0) for name in ("A", "B", "C")]
+    text = input_text(loads=loads, options={"Use fit factors": 1})
+    for name in ("A", "C"):
+        text = text.replace(f"{name}\n3 : Uniform", f"{name}\n4 : Tank")
+    assert refused(text) == (
+        'The worker does not cover fit factors, tank loads (load "A") and tank loads (load "C").'
+    )

@@ -18,8 +18,10 @@ LARGEST_DIFFERENCE = 3e-6
 
 
 def results(text: str) -> list[str]:
-    """Return the lines of the results block."""
+    """Return the lines of the results block, without the worker's warnings."""
     lines = text.splitlines()
+    if "[Warnings]" in lines:
+        del lines[lines.index("[Warnings]") : lines.index("[End of Warnings]") + 1]
     return lines[lines.index("[Results]") :]
 
 

@@ -89,9 +89,14 @@ def _maintain(
             return [replace(result, superelevation=superelevation.area) for result in results]
         settled = np.array([result.settlements[-1, 0] for result in results])
         most = int(np.argmax(settled))
-        is_last = bool(abs(settled[most] - heights[most]) < profile.option.tolerance)
+        change = float(settled[most] - heights[most])
+        is_last = abs(change) < max(profile.option.tolerance, _AT_REST)
         heights = settled
-    raise WorkerError("The profile can't be maintained: the superelevation grows and grows.")
+    raise WorkerError(
+        f"The profile can't be maintained: at x = {places[most]:g} m the settlement of "
+        f"{heights[most]:.3f} m still changes by {change:.3g} m after {_MOST_REPETITIONS} "
+        "repetitions."
+    )
 
 
 def _report_half(report: Callable[[float], None], left: float, fraction: float) -> None:
@@ -121,8 +126,8 @@ def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> Colu
 
 
 def _sunk(loads: Sequence[Load], depth: float) -> list[Load]:
-    """Return the loads after those that are not initial have sunk by a depth in metres."""
+    """Return the loads after those that sink in the end have sunk by a depth in metres."""
     return [
-        load if load.is_initial else load.submerged(lambda x: np.full_like(x, depth))
+        load.submerged(lambda x: np.full_like(x, depth)) if load.sinks_in_the_end else load
         for load in loads
     ]

@@ -4,6 +4,8 @@ A message goes to the user of the module as it stands here, so it is written in 
 its text doesn't change once released: callers map whole messages to exceptions of their own.
 """
 
+from collections.abc import Iterable
+
 UNSUPPORTED_JOB = 'The worker runs version 1 of "dsettlement" only.'
 INVALID_BODY = "The body of the job is not the base64 text of an input file."
 INTERNAL_ERROR = "The worker failed by an error of its own: {error}"
@@ -44,3 +46,16 @@ class NotCoveredError(WorkerError):
         listed = f"{', '.join(first)} and {last}" if first else last
         super().__init__(NOT_COVERED.format(what=listed))
         self.gaps = gaps
+
+
+def named(kind: str, names: Iterable[str]) -> str:
+    """Return the beginning of a sentence on what one or several things need.
+
+    Args:
+        kind: what they are, in the singular.
+        names: their names, at least one.
+    """
+    *first, last = names
+    if first:
+        return f"The {kind}s {', '.join(first)} and {last} need"
+    return f"The {kind} {last} needs"

@@ -47,7 +47,7 @@ def run_job(
             files, remarks = _run(content, report)
     except WorkerError as error:
         return _failed(str(error))
-    except (FloatingPointError, OverflowError):
+    except ArithmeticError:
         return _failed(OUT_OF_RANGE)
     except Exception as error:
         return _failed(INTERNAL_ERROR.format(error=f"{type(error).__name__}: {error}"))

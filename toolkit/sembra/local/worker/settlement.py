@@ -8,7 +8,10 @@ from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import ColumnResult, Dissipation
 from sembra.local.worker.consolidation.consolidation import Consolidated, Situation
 from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
-from sembra.local.worker.consolidation.terzaghi.dissipation import dissipation
+from sembra.local.worker.consolidation.terzaghi.dissipation import (
+    dissipation as degrees_of_dissipation,
+)
+from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh, make_mesh
 from sembra.local.worker.ground.preconsolidation import preconsolidation_pressure
@@ -72,6 +75,8 @@ def _result(situation: Situation, consolidated: Consolidated, project: Project) 
     """Return what a result file shows of a column that has consolidated."""
     column, mesh = situation.column, situation.mesh
     stresses = _drained_stresses(situation)
+    wanted = column is project.dissipation_column
+    lost, dissipation = _dissipation(situation) if wanted else ([], None)
     return ColumnResult(
         column=column,
         mesh=mesh,
@@ -82,8 +87,8 @@ def _result(situation: Situation, consolidated: Consolidated, project: Project) 
         layer_settlements=situation.model.layer_settlements(
             stresses, mesh.thicknesses, mesh.element_layers
         ),
-        dissipation=(_dissipation(situation) if column is project.dissipation_column else None),
-        remarks=tuple(situation.model.remarks(stresses)),
+        dissipation=dissipation,
+        remarks=(*situation.model.remarks(stresses), *_too_soft(situation, consolidated), *lost),
     )
 
 
@@ -101,18 +106,37 @@ def _elements(column: Column, mesh: Mesh, initial: Floats, project: Project) -> 
     return Elements(materials, stress, pressure)
 
 
+def _too_soft(s: Situation, consolidated: Consolidated) -> list[str]:
+    """Tell of layers that settle by more than there is of them, as linear strain has no limit."""
+    heights = np.bincount(s.mesh.element_layers, s.mesh.thicknesses)
+    most = (consolidated.strain * s.mesh.thicknesses).max(axis=0)
+    compressed = np.bincount(s.mesh.element_layers, most) / heights > 1
+    return [
+        f"Layers of {name} are compressed by more than their height. See whether the parameters "
+        "and the loads are as they are meant."
+        for name in s.model.elements.names_where(compressed[s.mesh.element_layers])
+    ]
+
+
 def _drained_stresses(s: Situation) -> Sequence[Floats]:
     """Effective stress of the elements after each load step, once all water is out."""
     steps = load_steps(s.column, s.mesh, s.initial, s.loads)
     return [element_stress(s.mesh, step.effective) for step in steps]
 
 
-def _dissipation(s: Situation) -> Dissipation:
-    """Return the dissipation at the times that one load at time 0 would have."""
+def _dissipation(s: Situation) -> tuple[list[str], Dissipation | None]:
+    """Return the dissipation at the times that one load at time 0 would have.
+
+    It is counted by Terzaghi's theory, whatever the settlements are. Where that lacks something
+    there is none, and a sentence says so.
+    """
     profile = s.options.superelevation
     times = calculation_times([profile.time] if profile else [], s.options.end, s.wanted_times)
-    column = TerzaghiColumn(s.column, s.mesh, s.options, s.drains)
-    return Dissipation(times, dissipation(column, times))
+    try:
+        column = TerzaghiColumn(s.column, s.mesh, s.options, s.drains)
+    except WorkerError as error:
+        return [f"The dissipation is left away. {error}"], None
+    return [], Dissipation(times, degrees_of_dissipation(column, times))
 
 
 def _from_bottom(compressions: Floats) -> Floats:

@@ -7,7 +7,7 @@ left away, with a remark.
 from collections.abc import Iterator
 from contextlib import contextmanager
 
-from sembra.local.worker.errors import NotCoveredError
+from sembra.local.worker.errors import InputFileError, NotCoveredError, WorkerError
 from sembra.local.worker.input.options import Labelled
 from sembra.local.worker.input.sections import Section
 
@@ -38,6 +38,7 @@ class Coverage:
             for (section, label), what in _REFUSED.items()
             if Labelled(whole.section(section)).switch(label, absent=False)
         ]
+        self._problems: list[str] = []
         model = Labelled(whole.section("MODEL"))
         self.remarks = tuple(
             f"{what} that the file asks for is left away. The settlements are the same without it."
@@ -47,17 +48,25 @@ class Coverage:
 
     @contextmanager
     def collecting(self) -> Iterator[None]:
-        """Keep what is not covered for later, and go on behind the block."""
+        """Keep what stands in the way for later, and go on behind the block."""
         try:
             yield
+        except InputFileError:
+            raise
         except NotCoveredError as error:
             self._gaps.extend(error.gaps)
+        except WorkerError as error:
+            self._problems.append(str(error))
 
     def check(self) -> None:
         """Refuse the file if anything stands in the way.
 
         Raises:
-            NotCoveredError: with all of it.
+            NotCoveredError: with all of it, if the worker covers none of it.
+            WorkerError: with all of it, if some of it can't be calculated at all.
         """
-        if self._gaps:
+        if self._gaps and not self._problems:
             raise NotCoveredError(*self._gaps)
+        if self._problems:
+            gaps = [str(NotCoveredError(*self._gaps))] if self._gaps else []
+            raise WorkerError(" ".join((*gaps, *self._problems)))

@@ -4,6 +4,8 @@ A load takes a line with its name, one with its kind, one with its time and pres
 weight and height), and but for uniform loads one with its place and size.
 """
 
+import itertools
+import re
 from collections.abc import Callable, Mapping
 
 from sembra.local.worker.errors import NotCoveredError
@@ -16,6 +18,7 @@ from sembra.local.worker.loads.rectangular import RectangularLoad
 from sembra.local.worker.loads.trapeziform import TrapeziformLoad, Trapezium
 from sembra.local.worker.loads.uniform import UniformLoad
 
+_KIND = re.compile(r"\s*(\d+) : \w")
 _UNCOVERED = {4: "tank"}
 
 
@@ -26,16 +29,34 @@ def read_other_loads(whole: Section) -> tuple[Load, ...]:
         InputFileError: the section is malformed.
         NotCoveredError: there is a load of a kind that the worker doesn't calculate.
     """
-    cursor = whole.section("OTHER LOADS").cursor()
+    section = whole.section("OTHER LOADS")
+    _check_kinds(section)
+    cursor = section.cursor()
     count = cursor.count("the number of loads")
     return tuple(_read_load(cursor, number, whole) for number in range(1, count + 1))
+
+
+def _check_kinds(section: Section) -> None:
+    """Refuse all loads of kinds that aren't known, since nobody knows where the next one begins."""
+    kinds = (
+        (name.text.strip(), int(found[1]))
+        for name, line in itertools.pairwise(section.lines)
+        if (found := _KIND.match(line.text))
+    )
+    gaps = [
+        f'{_UNCOVERED.get(kind, "other")} loads (load "{name}")'
+        for name, kind in kinds
+        if kind not in _READERS
+    ]
+    if gaps:
+        raise NotCoveredError(*gaps)
 
 
 def _read_load(cursor: Cursor, number: int, whole: Section) -> Load:
     name = cursor.name(f"the name of load {number}")
     kind = cursor.integer(f"the kind of load {number}")
     if kind not in _READERS:
-        raise NotCoveredError(f'{_UNCOVERED.get(kind, "other")} loads (load "{name}")')
+        raise cursor.error(f"the kind {kind} of load {number} is unknown")
     return _READERS[kind](cursor, name, whole)
 
 

@@ -22,7 +22,7 @@ from sembra.local.worker.input.water_loads import read_water_loads
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.non_uniform import Site, strip_loads
 from sembra.local.worker.loads.strip_load import StripLoad
-from sembra.local.worker.loads.superelevation import MaintainedProfile
+from sembra.local.worker.loads.superelevation import NAME, MaintainedProfile
 from sembra.local.worker.loads.uniform import UniformLoad
 from sembra.local.worker.options import Options
 from sembra.local.worker.project import Project
@@ -56,7 +56,7 @@ def read_project(text: str) -> Project:
         if stated := read_embankments(whole, options.end):
             site = _read_site(whole, ground, options)
             embankments = strip_loads(stated, site)
-            if options.superelevation:
+            if options.superelevation and options.superelevation.time < options.end:
                 profile = MaintainedProfile(options.superelevation, stated, site)
     with coverage.collecting():
         others = read_other_loads(whole)
@@ -70,6 +70,8 @@ def read_project(text: str) -> Project:
         # D-Settlement keeps a load of its own for submerging, so that water loads aren't alone.
         loads = (*loads, UniformLoad("Submerging", 0.0, 0.0, 0.0, 0.0))
     late = [load.name for load in loads if load.time >= options.end]
+    if options.superelevation and options.superelevation.time >= options.end:
+        late.append(NAME)
     columns: list[Column] = []
     cursor = whole.section("VERTICALS").cursor()
     for number in range(1, cursor.count("the number of verticals") + 1):
@@ -87,7 +89,11 @@ def read_project(text: str) -> Project:
         load_areas=tuple(load.area for load in embankments),
         drains=drains,
         profile=profile,
-        remarks=(*coverage.remarks, *_late(late, options.end)),
+        remarks=(
+            *coverage.remarks,
+            *_late(late, options.end),
+            *_without_profile(options, embankments),
+        ),
     )
 
 
@@ -108,3 +114,9 @@ def _late(names: Sequence[str], end: float) -> Iterator[str]:
             f'The load "{name}" comes when the calculation has ended, after {end:g} days, and '
             "causes nothing."
         )
+
+
+def _without_profile(options: Options, embankments: Sequence[StripLoad]) -> Iterator[str]:
+    """What the user should know about a profile to maintain where there is none."""
+    if options.superelevation and not embankments:
+        yield "There is no non-uniform load whose profile could be maintained."

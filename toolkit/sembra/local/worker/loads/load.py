@@ -25,6 +25,10 @@ class Load(Protocol):
     def is_initial(self) -> bool:
         """Whether the load belongs to the initial state."""
 
+    @property
+    def sinks_in_the_end(self) -> bool:
+        """Whether it comes under water with the settlement of the end of the calculation."""
+
     def stress(self, x: float, z: float, levels: Floats, /) -> Floats:
         """Change of the vertical stress below the point x, z at each of the levels, in kPa."""
 
@@ -47,6 +51,11 @@ class PressureLoad:
         """Whether the load belongs to the initial state."""
         return self.time < 0
 
+    @property
+    def sinks_in_the_end(self) -> bool:
+        """Never: a pressure has no height that could come under water."""
+        return False
+
     def submerged(self, _settlement: SurfaceSettlement, /) -> Self:
-        """Return the load as it is: a pressure has no height that could come under water."""
+        """Return the load as it is."""
         return self

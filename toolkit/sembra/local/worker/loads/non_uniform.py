@@ -56,14 +56,22 @@ def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad
     """Return the loads of embankments, removals included, in the order of the embankments.
 
     Raises:
-        WorkerError: an embankment reaches beyond the ground, or has too many columns.
+        WorkerError: embankments reach beyond the ground, or have too many columns; the message
+            names all of them.
     """
     loads = []
+    problems = []
     for index, embankment in enumerate(embankments):
-        load = _strip_load(embankments, index, site)
+        try:
+            load = _strip_load(embankments, index, site)
+        except WorkerError as error:
+            problems.append(str(error))
+            continue
         loads.append(load)
         if embankment.removal is not None:
             loads.append(load.removed(embankment.removal))
+    if problems:
+        raise WorkerError(" ".join(problems))
     return loads
 
 

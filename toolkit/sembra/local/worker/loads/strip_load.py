@@ -37,7 +37,8 @@ class StripLoad:
     """Columns of a fill that come at one time, or go.
 
     `water_levels` is the phreatic level at each column, as it stands to the column: it rises by
-    what the ground settles. `sign` is 1 for a load that comes and -1 for one that goes.
+    what the ground settles. `sign` is 1 for a load that comes and -1 for one that goes, and
+    `was_initial` tells that what goes was there from the start.
     """
 
     name: str
@@ -46,11 +47,17 @@ class StripLoad:
     fill: Fill
     water_levels: Floats
     sign: int = 1
+    was_initial: bool = False
 
     @property
     def is_initial(self) -> bool:
         """Whether the load belongs to the initial state."""
         return self.time < 0
+
+    @property
+    def sinks_in_the_end(self) -> bool:
+        """Whether it comes under water with the final settlement; what was initial doesn't."""
+        return not (self.is_initial or self.was_initial)
 
     @property
     def area(self) -> float:
@@ -88,4 +95,4 @@ class StripLoad:
 
     def removed(self, time: float) -> Self:
         """The load step by which all of the load goes."""
-        return replace(self, time=time, sign=-self.sign)
+        return replace(self, time=time, sign=-self.sign, was_initial=self.is_initial)

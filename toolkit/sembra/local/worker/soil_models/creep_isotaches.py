@@ -75,6 +75,15 @@ class CreepIsotaches(SoilModel):
             before = drained
         return result
 
+    def remarks(self, _stresses: Sequence[Floats]) -> list[str]:
+        """Tell of materials that are softer in reloading than in virgin compression."""
+        softer = self.elements.names_where(self.a > self.b)
+        return [
+            f"The material {name} is softer in reloading than in virgin compression: its constant "
+            "a (or RR, Cr) should not be above b (CR, Cc)."
+            for name in softer
+        ]
+
     def begin(self) -> StrainHistory:
         """Return the history of the elements at time 0."""
         return _IsotacheHistory(self)

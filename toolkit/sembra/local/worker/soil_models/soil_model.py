@@ -53,6 +53,11 @@ class Elements:
         """Return a parameter of the soil model, for each element."""
         return np.array([material.parameters[name] for material in self.materials])
 
+    def names_where(self, marked: NDArray[np.bool_]) -> list[str]:
+        """Return the name of each material of marked elements once, from top to bottom."""
+        marks = zip(self.materials, marked, strict=True)
+        return list(dict.fromkeys(material.name for material, mark in marks if mark))
+
 
 @dataclass(frozen=True)
 class StressStep:

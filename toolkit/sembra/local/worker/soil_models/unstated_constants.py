@@ -7,7 +7,7 @@ half of its thickness when its stress doubles or halves. The constants of soil a
 more.
 """
 
-from collections.abc import Iterator, Sequence
+from collections.abc import Sequence
 
 import numpy as np
 
@@ -39,12 +39,6 @@ def unstated_constants(elements: Elements, paths: Sequence[StressPath]) -> list[
         remarks.extend(
             f"The material {name} is {what} far too much: its constants {names} are both 1, their "
             f"value where none is stated. State them{hint}."
-            for name in _names(elements, concerned & unstated)
+            for name in elements.names_where(concerned & unstated)
         )
     return remarks
-
-
-def _names(elements: Elements, marked: np.ndarray) -> Iterator[str]:
-    """Yield the name of each material of marked elements once, from top to bottom."""
-    marks = zip(elements.materials, marked, strict=True)
-    yield from dict.fromkeys(material.name for material, mark in marks if mark)

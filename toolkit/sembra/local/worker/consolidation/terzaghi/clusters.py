@@ -3,13 +3,13 @@
 With depths measured in h / sqrt(c_v) a cluster is one homogeneous layer of unit c_v.
 """
 
-from collections.abc import Iterator
+from collections.abc import Iterator, Sequence
 from dataclasses import dataclass
 
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.errors import WorkerError, named
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
 
@@ -88,10 +88,11 @@ def find_clusters(
         drained_bottom: whether water leaves through the bottom of the column.
 
     Raises:
-        WorkerError: a layer has no coefficient of consolidation.
+        WorkerError: a layer has no coefficient of consolidation; the message names all materials.
     """
     drained = [layer.material.drained for layer in column.layers]
     heights = np.bincount(mesh.element_layers, mesh.thicknesses, len(drained))
+    coefficients = _coefficients(column, drained)
     first = 0
     while first < len(drained):
         if drained[first]:
@@ -107,15 +108,21 @@ def find_clusters(
             end < len(drained) or drained_bottom,
             heights[first:end],
             np.array([layer.thickness for layer in column.layers[first:end]]),
-            np.array([_coefficient(column, index) for index in range(first, end)]),
+            coefficients[first:end],
         )
         first = end
 
 
-def _coefficient(column: Column, index: int) -> float:
-    material = column.layers[index].material
-    if material.conductivity.cv <= 0:
+def _coefficients(column: Column, drained: Sequence[bool]) -> Floats:
+    """Coefficient of consolidation of each layer; drained ones need none."""
+    flows = [layer.material.conductivity for layer in column.layers]
+    without = dict.fromkeys(
+        layer.material.name
+        for layer, one in zip(column.layers, drained, strict=True)
+        if not one and layer.material.conductivity.cv <= 0
+    )
+    if without:
         raise WorkerError(
-            f"The material {material.name} needs a coefficient of consolidation greater than zero."
+            f"{named('material', without)} a coefficient of consolidation greater than zero."
         )
-    return material.conductivity.vertical_coefficient
+    return np.array([flow.vertical_coefficient for flow in flows])
