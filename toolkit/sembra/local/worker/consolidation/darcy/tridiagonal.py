@@ -1,6 +1,9 @@
-"""Solution of symmetric tridiagonal systems by elimination (Thomas)."""
+"""Solution of symmetric tridiagonal systems by parallel cyclic reduction (Hockney, 1965).
 
-import numpy as np
+Each row takes away what stands beside it by the rows at both sides, all rows at once. What stands
+beside it then belongs to rows twice as far away, until all rows of a chain stand alone. A system of
+many short chains, as columns are, takes as many rounds as its longest one.
+"""
 
 from sembra.local.worker.arrays import Floats
 
@@ -8,26 +11,21 @@ from sembra.local.worker.arrays import Floats
 def solve_tridiagonal(diagonal: Floats, beside: Floats, right: Floats) -> Floats:
     """Return x of the system with a dominant diagonal.
 
-    Plain numbers are faster than arrays here, as each row waits for the one before.
-
     Args:
         diagonal: the diagonal, shape (n,).
-        beside: what stands beside it in both directions, shape (n - 1,).
+        beside: what stands beside it in both directions, shape (n - 1,); 0 between two chains.
         right: the right-hand side, shape (n,).
     """
-    factors: list[float] = []
-    values: list[float] = []
-    before = factor = value = 0.0
-    for centre, following, target in zip(
-        diagonal.tolist(), [*beside.tolist(), 0.0], right.tolist(), strict=True
-    ):
-        pivot = centre - before * factor
-        value = (target - before * value) / pivot
-        factor = following / pivot
-        before = following
-        factors.append(factor)
-        values.append(value)
-    for row in range(len(values) - 2, -1, -1):
-        value = values[row] - factors[row] * value
-        values[row] = value
-    return np.array(values)
+    size = len(diagonal)
+    while beside.any():
+        apart = size - len(beside)
+        by_next, by_last = beside / diagonal[apart:], beside / diagonal[:-apart]
+        reduced, rest = diagonal.copy(), right.copy()
+        reduced[:-apart] -= by_next * beside
+        reduced[apart:] -= by_last * beside
+        rest[:-apart] -= by_next * right[apart:]
+        rest[apart:] -= by_last * right[:-apart]
+        beside = -by_next[:-apart] * beside[apart:]
+        diagonal, right = reduced, rest
+    solution: Floats = right / diagonal
+    return solution
