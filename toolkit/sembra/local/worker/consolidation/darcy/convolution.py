@@ -17,10 +17,8 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.darcy.kernels import Kernels, Response, exponentials
+from sembra.local.worker.consolidation.darcy.kernels import FORGOTTEN, Kernels, Response
 
-# exp(-pi² 4) is 1e-17: by then an element has forgotten.
-_FORGOTTEN = 4.0
 _CLOSE = 1e-7
 _APART = 1e-5
 
@@ -71,13 +69,12 @@ class Convolution:
         count = self._step + 1
         since = self._times[count] - self._times[:count]
         ages = self._diffusivities[:, :count] * since
-        young = np.flatnonzero(ages.min(axis=0) < _FORGOTTEN)
+        young = np.flatnonzero(ages.min(axis=0) < FORGOTTEN)
         first = max(int(young[0]) - 1, 0) if len(young) else count - 1
         ages = ages[:, first:]
-        decay = exponentials(ages)
-        for_source = for_change = _means_over_steps(self._still, ages, decay)
+        for_source = for_change = _means_over_steps(self._still, ages)
         if leakages.any():
-            for_source = _means_over_steps(self._response(leakages), ages, decay)
+            for_source = _means_over_steps(self._response(leakages), ages)
             for_change = for_change * np.exp(-4 * leakages[:, None] * ages)[..., None]
         past = slice(first, self._step)
         flow, inside = _left(Kernels(for_source[:, :-1]), self._sources[..., past])
@@ -100,9 +97,9 @@ class Convolution:
         self._step += 1
 
 
-def _means_over_steps(response: Response, ages: Floats, decay: Floats) -> Floats:
+def _means_over_steps(response: Response, ages: Floats) -> Floats:
     """Return dD, dO and dP of all steps, shape (elements, steps, 3)."""
-    values = response.at(ages, decay).values
+    values = response.at(ages).values
     later = np.zeros_like(values)
     later[:, :-1] = values[:, 1:]
     spans = ages.copy()

@@ -28,7 +28,15 @@ _TERMS = 16
 _ORDERS = np.arange(1, _TERMS + 1)
 _SIGNS = np.where(_ORDERS % 2 == 0, 1.0, -1.0)
 _WAVES = (np.pi * _ORDERS) ** 2
+# What each term is multiplied by in D, O and P, besides 1 / Q.
+_SHARES = np.stack([np.full(_TERMS, 2.0), -2 * _SIGNS, np.where(_SIGNS < 0, 8 / _WAVES, 0)], axis=1)
 _NO_LEAKAGE = 1e-9
+# exp(-pi² 4) is 1e-17: by then an element has forgotten.
+FORGOTTEN = 4.0
+# As the exponentials of term m are those of the first one after m² times the time, four terms are
+# enough from a time on that most are later than.
+_FEW_TERMS = 4
+_FEW_TERMS_FROM = FORGOTTEN / (_FEW_TERMS + 1) ** 2
 _erf = np.vectorize(math.erf, otypes=[np.float64])
 
 
@@ -64,38 +72,41 @@ class Response:
     def __init__(self, leakages: Floats) -> None:
         self._leakages = leakages
         self._leaks = bool(leakages.any())
-        rates = _WAVES + 4 * leakages[:, None]
-        odd = np.where(_SIGNS < 0, 8 / _WAVES, 0.0)
-        self._terms = np.stack([2 / rates, -2 * _SIGNS / rates, odd / rates], axis=2)
+        self._rates = _WAVES[:, None] + 4 * leakages
         self._limits = np.stack(_limits(leakages), axis=1)[:, None, :]
 
-    def at(self, times: Floats, decay: Floats | None = None) -> Kernels:
-        """Return the kernels at times of shape (elements, times).
-
-        Args:
-            times: the times.
-            decay: the `exponentials` of them, if they are there already.
-        """
-        terms = exponentials(times) if decay is None else decay
-        held = np.matmul(terms, self._terms)
-        if self._leaks:
-            held *= np.exp(-4 * self._leakages[:, None] * times)[..., None]
-        values = self._limits - held
+    def at(self, times: Floats) -> Kernels:
+        """Return the kernels at times of shape (elements, times)."""
+        values = self._limits - self._held(times)
         early = times < _EARLY
         if early.any():
             leakages = np.broadcast_to(self._leakages[:, None], times.shape)[early]
             values[early] = np.stack(_of_half_spaces(times[early], leakages), axis=1)
         return Kernels(values)
 
+    def _held(self, times: Floats) -> Floats:
+        """Return the terms with exponentials, by which the kernels are below their limits."""
+        ages = times.ravel()
+        held = np.zeros((ages.size, 3))
+        early, late = ages < _FEW_TERMS_FROM, ages < FORGOTTEN
+        for count, there in ((_TERMS, early), (_FEW_TERMS, late & ~early)):
+            rows = np.flatnonzero(there)
+            element = rows // times.shape[1]
+            terms = _exponentials(ages[rows], count) / self._rates[:count, element]
+            held[rows] = terms.T @ _SHARES[:count]
+        if self._leaks:
+            held *= np.exp(-4 * self._leakages[:, None] * times).reshape(-1, 1)
+        return held.reshape(*times.shape, 3)
 
-def exponentials(times: Floats) -> Floats:
-    """Return exp(-(m pi)² θ) for all m as the last axis, each out of the one before."""
-    terms = np.empty((*times.shape, _TERMS))
-    growth = terms[..., 0] = np.exp(-_WAVES[0] * times)
+
+def _exponentials(times: Floats, count: int) -> Floats:
+    """Return exp(-(m pi)² θ) for the first m as the first axis, each out of the one before."""
+    terms = np.empty((count, *times.shape))
+    growth = terms[0] = np.exp(-_WAVES[0] * times)
     square = growth * growth
-    for order in range(1, _TERMS):
+    for order in range(1, count):
         growth = growth * square
-        terms[..., order] = terms[..., order - 1] * growth
+        np.multiply(terms[order - 1], growth, out=terms[order])
     return terms
 
 
