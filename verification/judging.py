@@ -22,6 +22,9 @@ LARGEST_FINAL = 0.1
 LARGEST_CURVE = 0.5
 """Largest difference of settlement at any time, depth or load step, in per cent of the final."""
 
+LARGEST_STRESS = 0.5
+"""Largest difference of any stress, in per cent of the largest of its kind at the vertical."""
+
 LIST = Path(__file__).with_name("known.toml")
 
 
@@ -89,7 +92,17 @@ def is_off(
     if missing_is_off and difference.missing:
         return True
     curves = (difference.curve, difference.loads, difference.depth, difference.residual)
-    return difference.final > final or any(value > curve for value in curves)
+    stresses = (
+        difference.initial_stress,
+        difference.final_stress,
+        difference.stresses,
+        difference.preconsolidation,
+    )
+    return (
+        difference.final > final
+        or any(value > curve for value in curves)
+        or any(value > LARGEST_STRESS for value in stresses)
+    )
 
 
 def needed(outcome: Outcome, verdict: Verdict) -> str:
@@ -101,6 +114,7 @@ def needed(outcome: Outcome, verdict: Verdict) -> str:
         return f"{name} is not calculated: {outcome.error}"
     off = f"final {worst.final:.3g} %, curve {worst.curve:.3g} %, loads {worst.loads:.3g} %"
     off += f", depth {worst.depth:.3g} %, residual {worst.residual:.3g} %"
+    off += f", stresses {max(worst.final_stress, worst.stresses):.3g} %"
     missing = f"; {'; '.join(worst.missing)}" if worst.missing else ""
     listed = " than listed" if verdict is Verdict.WORSE else ""
     return f"{name} is {'further off' if listed else 'off'}{listed}: {off}{missing}."

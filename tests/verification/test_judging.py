@@ -55,6 +55,14 @@ def test_any_curve_can_be_off() -> None:
     assert judge(outcome(vertical(residual=vertical().residual + 0.006)), {}) is Verdict.OFF
 
 
+@pytest.mark.parametrize("kind", ["initial_stress", "final_stress", "stresses", "preconsolidation"])
+def test_any_stress_can_be_off(kind: str) -> None:
+    published = getattr(vertical(), kind)
+    for part, verdict in ((0.004, Verdict.GOOD), (0.006, Verdict.OFF)):
+        stress = published + part * published.max()
+        assert judge(outcome(vertical(**{kind: stress})), {}) is verdict
+
+
 def test_only_good_and_known_cases_pass() -> None:
     assert [verdict for verdict in Verdict if verdict.passes] == [Verdict.GOOD, Verdict.KNOWN]
 
