@@ -84,7 +84,8 @@ def _maintain(
         # How many repetitions there will be isn't known: each is told as half of what is left.
         superelevation = profile.load(places, heights)
         loads = (*project.loads, superelevation)
-        results = _settle(project, loads, partial(_report_half, report, 0.5**done))
+        run = project if is_last else _draft(project)
+        results = _settle(run, loads, partial(_report_half, report, 0.5**done))
         if is_last:
             return [replace(result, superelevation=superelevation.area) for result in results]
         settled = np.array([result.settlements[-1, 0] for result in results])
@@ -99,6 +100,11 @@ def _maintain(
     )
 
 
+def _draft(project: Project) -> Project:
+    """Return what all repetitions but the last need: no settlements by the load steps alone."""
+    return replace(project, options=replace(project.options, each_step_alone=False))
+
+
 def _report_half(report: Callable[[float], None], left: float, fraction: float) -> None:
     """Report the fraction of a repetition that counts as half of what is left to do."""
     report(1 - left * (1 - fraction / 2))
@@ -109,12 +115,18 @@ def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> Colu
 
     The depth is sought by the secant method: settlement less depth comes to zero.
     """
+    draft = _draft(project)
     depth, earlier = 0.0, None
     for _ in range(_MOST_REPETITIONS):
-        (result,) = calculate_columns((column,), project, _sunk(loads, depth))
+        sunk = _sunk(loads, depth)
+        (result,) = calculate_columns((column,), draft, sunk)
         rest = float(result.settlements[-1, 0]) - depth
         if abs(rest) < _AT_REST:
-            return result
+            return (
+                result
+                if draft.options == project.options
+                else calculate_columns((column,), project, sunk)[0]
+            )
         step = rest
         if earlier is not None and earlier[1] != rest:
             step = rest * (depth - earlier[0]) / (earlier[1] - rest)
