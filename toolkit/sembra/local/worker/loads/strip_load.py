@@ -7,9 +7,8 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.loads.load import SurfaceSettlement
+from sembra.local.worker.loads.reach import Reach
 from sembra.local.worker.loads.strips import Strips
-
-_LEVEL_TOLERANCE = 1e-9
 
 
 @dataclass(frozen=True)
@@ -68,25 +67,15 @@ class StripLoad:
     @property
     def pressures(self) -> Floats:
         """Pressure of each column on its base, in kPa, negative for a load that goes."""
-        strips = self.strips
-        return self.sign * self.fill.pressure(strips.base, strips.tops, self.water_levels)
+        return self.pressures_above(self.strips.base)
+
+    def pressures_above(self, levels: Floats) -> Floats:
+        """Pressure by what of each column stands above levels, one for each or rows of them."""
+        return self.sign * self.fill.pressure(levels, self.strips.tops, self.water_levels)
 
     def stress(self, x: float, _z: float, levels: Floats, /) -> Floats:
-        """Vertical stress at x and some levels.
-
-        At a point above the base of a column only what of the column lies above the point acts,
-        and nothing acts at a point inside the load.
-        """
-        strips = self.strips
-        shares = strips.shares(x, levels)
-        points = levels[:, np.newaxis]
-        if not (points > strips.base).any():
-            return shares @ self.pressures
-        base = np.maximum(strips.base, points)
-        pressures = self.sign * self.fill.pressure(base, strips.tops, self.water_levels)
-        inside = points > np.minimum(strips.bases_at(x), strips.tops) + _LEVEL_TOLERANCE
-        stress: Floats = np.where(inside, 0.0, shares * pressures).sum(axis=1)
-        return stress
+        """Vertical stress at x and some levels."""
+        return Reach(self.strips, [(x, levels)]).stress(self.pressures_above)
 
     def submerged(self, settlement: SurfaceSettlement, /) -> Self:
         """The load after the ground below it has settled, with more of it under water."""

@@ -9,13 +9,13 @@ from collections.abc import Sequence
 from dataclasses import replace
 
 import numpy as np
-from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.consolidation.darcy.wet_columns import WetColumns
 from sembra.local.worker.ground.stresses import load_stress
 from sembra.local.worker.loads.load import Load, SurfaceSettlement
+from sembra.local.worker.loads.reach import Reach
 from sembra.local.worker.loads.strip_load import StripLoad
 
 _ROUNDING = 1e-6
@@ -38,9 +38,12 @@ class SinkingLoads:
         self._initial = [load for load in loads if load.is_initial]
         self._later = [load for load in loads if not load.is_initial]
         self._wet: dict[int, WetColumns] = {}
-        self._shares: dict[int, tuple[list[int], Floats]] = {}
-        self._borders: dict[int, NDArray[np.intp]] = {}
-        self._dry = [load_stress(self._initial, s.column, s.mesh.levels) for s in situations]
+        self._reach: dict[int, Reach] = {}
+        self._stresses: dict[int, Floats] = {}
+        self._borders = np.cumsum([len(s.mesh.levels) for s in situations])[:-1]
+        self._dry = np.concatenate(
+            [load_stress(self._initial, s.column, s.mesh.levels) for s in situations]
+        )
 
     def increases(self, time: float, settlements: Sequence[Floats]) -> list[Floats]:
         """Return the increase of stress at the nodes of each column.
@@ -59,51 +62,42 @@ class SinkingLoads:
             *self._initial,
             *(load for load in self._later if load.time <= time + _ROUNDING),
         ]
-        increases = [
-            _loss_of_soil(s, settlement) - dry
-            for s, dry, settlement in zip(self._situations, self._dry, settlements, strict=True)
-        ]
+        increases = np.concatenate(
+            [_loss_of_soil(s, own) for s, own in zip(self._situations, settlements, strict=True)]
+        )
+        increases -= self._dry
         heights: dict[int, Floats] = {}
         for load in there:
-            self._add(self._submerged(load, sunk, heights), increases)
-        return increases
+            if isinstance(load, StripLoad):
+                increases += self._of_strips(self._submerged(load, sunk, heights))
+            else:
+                increases += self._of_pressure(load)
+        return np.split(increases, self._borders)
 
-    def _add(self, load: Load, increases: Sequence[Floats]) -> None:
-        """Add the stress by a load to that at the nodes of each column.
+    def _of_strips(self, load: StripLoad) -> Floats:
+        """Return the stress by a load at the nodes of all columns, one after another."""
+        key = id(load.strips)
+        if key not in self._reach:
+            points = [(s.column.x, s.mesh.levels) for s in self._situations]
+            self._reach[key] = Reach(load.strips, points)
+        return self._reach[key].stress(load.pressures_above)
 
-        Below all of a load's columns, stress is a sum of their pressures; it is taken for all
-        columns of the ground at once.
-        """
-        below: list[int] = []
-        if isinstance(load, StripLoad):
-            below, shares = self._shares_below(load)
-        if isinstance(load, StripLoad) and below:
-            stresses = np.split(shares @ load.pressures, self._borders[id(load.strips)])
-            for number, stress in zip(below, stresses, strict=True):
-                increases[number][:] += stress
-        for number, s in enumerate(self._situations):
-            if number not in below:
-                increases[number][:] += load.stress(s.column.x, s.column.z, s.mesh.levels)
+    def _of_pressure(self, load: Load) -> Floats:
+        """Return the same by a load without a height that could come under water: it stays."""
+        key = id(load)
+        if key not in self._stresses:
+            self._stresses[key] = np.concatenate(
+                [load_stress([load], s.column, s.mesh.levels) for s in self._situations]
+            )
+        return self._stresses[key]
 
-    def _shares_below(self, load: StripLoad) -> tuple[list[int], Floats]:
-        """Return which columns lie below all of a load's, and the shares at their nodes."""
-        strips, key = load.strips, id(load.strips)
-        if key not in self._shares:
-            lowest = strips.base.min(initial=np.inf)
-            below = [n for n, s in enumerate(self._situations) if s.mesh.levels[0] <= lowest]
-            chosen = [self._situations[number] for number in below]
-            parts = [strips.shares(s.column.x, s.mesh.levels) for s in chosen]
-            self._shares[key] = below, np.concatenate([np.empty((0, len(strips.base))), *parts])
-            self._borders[key] = np.cumsum([len(part) for part in parts], dtype=np.intp)[:-1]
-        return self._shares[key]
-
-    def _submerged(self, load: Load, sunk: SurfaceSettlement, heights: dict[int, Floats]) -> Load:
+    def _submerged(
+        self, load: StripLoad, sunk: SurfaceSettlement, heights: dict[int, Floats]
+    ) -> StripLoad:
         """Return a load after the ground has settled.
 
         A load and its removal have the same columns, whose heights in water are kept in `heights`.
         """
-        if not isinstance(load, StripLoad):
-            return load.submerged(sunk)
         key = id(load.strips)
         if key not in heights:
             if key not in self._wet:
