@@ -1,0 +1,390 @@
+"""Loads that depend on how the ground settles, against fixed points found by hand.
+
+The soil weighs no more than the water in it and stands under an initial load, so that its effective
+stress is the same at every depth; it is drained, so that its settlement is one formula.
+"""
+
+from collections.abc import Callable, Sequence
+from dataclasses import replace
+from functools import partial
+from itertools import pairwise
+from math import log, log10
+
+import pytest
+from sembra.local.worker.arrays import Floats
+from sembra.local.worker.calculation import calculate
+from sembra.local.worker.column_result import ColumnResult, TerzaghiStresses
+from sembra.local.worker.consolidation.table import CONSOLIDATIONS
+from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.ground.column import Column
+from sembra.local.worker.ground.mesh import TOP_OFFSET
+from sembra.local.worker.ground.polyline import Polyline
+from sembra.local.worker.loads.non_uniform import Embankment, Site, strip_loads
+from sembra.local.worker.loads.spreading import Distribution, Spreading
+from sembra.local.worker.loads.superelevation import MaintainedProfile
+from sembra.local.worker.loads.uniform import UniformLoad
+from sembra.local.worker.options import Superelevation
+from sembra.local.worker.project import Project
+from sembra.local.worker.soil_models.koppejan import Koppejan
+
+from tests.toolkit.worker.made_column import column
+from tests.toolkit.worker.made_material import KOPPEJAN, material
+from tests.toolkit.worker.made_options import options
+
+WATER, DRY, WET = 10.0, 16.0, 19.0
+TERRAIN = 50.0
+"""Pressure of the initial load, and so the effective stress of the soil, in kPa."""
+
+THICKNESS, END = 4.0, 9999.0
+SOFT = KOPPEJAN | {"cp1": 4.0, "cs1": 40.0}
+SOIL = material(dry=WATER, wet=WATER, drained=True, parameters=SOFT)
+WIDE = 1e4
+"""Half the width of a load whose whole pressure reaches every depth."""
+
+
+def site(water_level: float = 0.0) -> Site:
+    surface, water = (Polyline(((-WIDE, y), (WIDE, y))) for y in (0.0, water_level))
+    spreading = Spreading(Distribution.BOUSSINESQ, False, 50.0, 1.0, 1.0)
+    return Site(surface, water, WATER, spreading)
+
+
+def fill(height: float, time: float = 0.0, removal: float | None = None) -> Embankment:
+    top = Polyline(((-WIDE, height), (WIDE, height)))
+    return Embankment("Fill", time, removal, DRY, WET, top)
+
+
+def plate(pressure: float, time: float = 0.0) -> UniformLoad:
+    return UniformLoad("Plate", time, pressure, 1.0, 0.0)
+
+
+def project(
+    *fills: Embankment,
+    pressures: Sequence[UniformLoad] = (),
+    water_level: float = 0.0,
+    columns: Sequence[Column] | None = None,
+    submerging: bool = False,
+    superelevation: Superelevation | None = None,
+    by_darcy: bool = False,
+) -> Project:
+    """A project of drained clay by Koppejan under some fills; all water stands at one level."""
+    place = site(water_level)
+    return Project(
+        soil_model=Koppejan,
+        consolidation=CONSOLIDATIONS[0 if by_darcy else 1],
+        columns=tuple(columns or [column((THICKNESS, SOIL), water=water_level)]),
+        loads=(plate(TERRAIN, -1.0), *pressures, *strip_loads(fills, place)),
+        options=replace(options(end=END), submerging=submerging, superelevation=superelevation),
+        residual_times=(),
+        profile=MaintainedProfile(superelevation, fills, place) if superelevation else None,
+    )
+
+
+def calculated(
+    project: Project, report: Callable[[float], None] = lambda _: None
+) -> list[ColumnResult]:
+    return calculate(project, report)
+
+
+def surface_settlement(result: ColumnResult) -> float:
+    return float(result.settlements[-1, 0])
+
+
+def effective_stress(result: ColumnResult) -> Floats:
+    """The effective stress at the nodes in the end."""
+    assert isinstance(result.consolidation, TerzaghiStresses)
+    return result.consolidation.final_total - result.consolidation.final_water
+
+
+def virgin(before: float, pressure: float, duration: float, thickness: float = THICKNESS) -> float:
+    """Settlement by a pressure that has acted for some days, all of it virgin compression."""
+    compliance = 1 / SOFT["cp1"] + log10(1 + duration) / SOFT["cs1"]
+    return (thickness - TOP_OFFSET) * compliance * log((before + pressure) / before)
+
+
+def swelling(before: float, pressure: float, duration: float) -> float:
+    """Settlement by the removal of a pressure, negative, some days after it."""
+    compliance = 1 / SOFT["ap"] + log10(1 + duration) / SOFT["asec"]
+    return (THICKNESS - TOP_OFFSET) * compliance * log((before - pressure) / before)
+
+
+def fixed_point(function: Callable[[float], float], low: float, high: float) -> float:
+    """Return where a function has the value of its argument, by bisection."""
+    assert function(low) >= low
+    assert function(high) <= high
+    for _ in range(100):
+        middle = (low + high) / 2
+        low, high = (middle, high) if function(middle) > middle else (low, middle)
+    return (low + high) / 2
+
+
+def test_without_either_a_fill_settles_by_its_weight_at_once() -> None:
+    (result,) = calculated(project(fill(3.0)))
+    assert surface_settlement(result) == pytest.approx(virgin(TERRAIN, 3 * DRY, END))
+
+
+# Submerging
+
+
+@pytest.mark.parametrize("by_darcy", [False, True])
+@pytest.mark.parametrize("height", [0.2, 1.0, 3.0])
+def test_what_sinks_into_the_water_weighs_less_by_it(height: float, by_darcy: bool) -> None:
+    def settlement(depth: float) -> float:
+        wet = min(depth, height)
+        return virgin(TERRAIN, (WET - WATER) * wet + DRY * (height - wet), END)
+
+    (result,) = calculated(project(fill(height), submerging=True, by_darcy=by_darcy))
+    expected = fixed_point(settlement, 0.0, 10.0)
+    assert expected < 0.95 * settlement(0.0)
+    assert surface_settlement(result) == pytest.approx(expected, abs=2e-7)
+
+
+def test_a_thin_load_that_sinks_as_a_whole_weighs_what_it_weighs_in_water() -> None:
+    thin = Embankment("Thin", 0.0, None, 80.0, 90.0, Polyline(((-WIDE, 0.2), (WIDE, 0.2))))
+    (result,) = calculated(project(thin, submerging=True))
+    expected = virgin(TERRAIN, 0.2 * (90.0 - WATER), END)
+    assert expected > 0.2
+    assert surface_settlement(result) == pytest.approx(expected)
+
+
+def test_the_water_may_stand_below_the_surface() -> None:
+    """The load comes under water by what it sinks deeper than the water stands."""
+    level = -0.05
+    # The soil above the water weighs nothing, and neither does the water that it doesn't hold.
+    floating = material(dry=0.0, wet=WATER, drained=True, parameters=SOFT)
+
+    def settlement(depth: float) -> float:
+        wet = max(depth + level, 0.0)
+        return virgin(TERRAIN, (WET - WATER) * wet + DRY * (3.0 - wet), END)
+
+    columns = [column((THICKNESS, floating), water=level)]
+    (result,) = calculated(project(fill(3.0), water_level=level, columns=columns, submerging=True))
+    expected = fixed_point(settlement, 0.0, 10.0)
+    assert expected > 2 * -level
+    assert surface_settlement(result) == pytest.approx(expected, abs=2e-7)
+
+
+def test_far_above_the_water_submerging_changes_nothing() -> None:
+    heavy = [column((THICKNESS, material(drained=True)), water=-9.0)]
+    temporary = fill(1.0, time=50.0, removal=300.0)
+    sunk, unsunk = (
+        calculated(
+            project(fill(3.0), temporary, water_level=-9.0, columns=heavy, submerging=submerging)
+        )[0]
+        for submerging in (True, False)
+    )
+    assert sunk.settlements.tolist() == unsunk.settlements.tolist()
+    assert effective_stress(sunk).tolist() == effective_stress(unsunk).tolist()
+
+
+def test_a_pressure_does_not_sink() -> None:
+    (result,) = calculated(project(pressures=[plate(48.0)], submerging=True))
+    assert surface_settlement(result) == pytest.approx(virgin(TERRAIN, 48.0, END))
+
+
+def test_each_column_sinks_by_its_own_settlement() -> None:
+    columns = [column((thickness, SOIL), x=x) for thickness, x in ((2.0, -5.0), (6.0, 5.0))]
+    results = calculated(project(fill(3.0), columns=columns, submerging=True))
+
+    def at_rest(thickness: float) -> float:
+        def settlement(depth: float) -> float:
+            return virgin(TERRAIN, (WET - WATER) * depth + DRY * (3 - depth), END, thickness)
+
+        return fixed_point(settlement, 0.0, 3.0)
+
+    expected = [at_rest(2.0), at_rest(6.0)]
+    assert list(map(surface_settlement, results)) == pytest.approx(expected, abs=2e-7)
+
+
+def test_all_of_a_temporary_load_goes_however_deep_it_has_sunk() -> None:
+    """It goes as it came: sunk by what the ground has settled in the end."""
+
+    def settlement(depth: float) -> float:
+        wet = max(depth, 0.0)
+        pressure = (WET - WATER) * wet + DRY * (3.0 - wet)
+        after = END - 300.0
+        return virgin(TERRAIN, pressure, END) + swelling(TERRAIN + pressure, pressure, after)
+
+    (result,) = calculated(project(fill(3.0, removal=300.0), submerging=True))
+    assert effective_stress(result) == pytest.approx(TERRAIN)
+    assert surface_settlement(result) == pytest.approx(fixed_point(settlement, 0, 3), abs=2e-7)
+
+
+@pytest.mark.parametrize("submerging", [False, True])
+@pytest.mark.parametrize(("water_level", "weight"), [(0.0, 2 * DRY), (0.5, 1.5 * DRY + 4.5)])
+def test_all_of_an_initial_load_goes_as_it_lay_there(
+    submerging: bool, water_level: float, weight: float
+) -> None:
+    """Initial loads keep their weight; what comes and what goes is the same pressure."""
+    preload = fill(2.0, time=-1.0, removal=300.0)
+    (result,) = calculated(
+        project(preload, pressures=[plate(48.0)], water_level=water_level, submerging=submerging)
+    )
+    assert effective_stress(result) == pytest.approx(TERRAIN + 48)
+    before = TERRAIN + weight
+    expected = virgin(before, 48, END) + swelling(before + 48, weight, END - 300)
+    assert surface_settlement(result) == pytest.approx(expected)
+
+
+# Maintaining the profile
+
+
+def repetitions(settlement: Callable[[float], float], tolerance: float) -> list[float]:
+    """The settlements of all repetitions, each below a superelevation as high as the one before.
+
+    One more follows the first that has changed by less than the tolerance.
+    """
+    found = [0.0, settlement(0.0)]
+    while abs(found[-1] - found[-2]) >= tolerance:
+        found.append(settlement(found[-1]))
+    return [*found[1:], settlement(found[-1])]
+
+
+def superelevated(height: float, time: float, thickness: float = THICKNESS) -> float:
+    """Settlement by three metres of fill and by a superelevation, which comes some days later."""
+    added = virgin(TERRAIN + 3 * DRY, 20.0 * height, END - time, thickness)
+    return virgin(TERRAIN, 3 * DRY, END, thickness) + added
+
+
+@pytest.mark.parametrize("tolerance", [1e-1, 1e-3, 1e-6])
+@pytest.mark.parametrize("time", [0.0, 100.0])
+def test_the_superelevation_is_as_high_as_the_settlement_before(
+    time: float, tolerance: float
+) -> None:
+    option = Superelevation(time, 20.0, 20.0, tolerance)
+    # The superelevation stands on the fill, three metres above the water.
+    expected = repetitions(partial(superelevated, time=time), tolerance)
+    assert expected[-1] > 1.02 * expected[0]
+    (result,) = calculated(project(fill(3.0), superelevation=option))
+    assert surface_settlement(result) == pytest.approx(expected[-1], rel=1e-9)
+    assert result.superelevation == pytest.approx(2 * WIDE * expected[-2], rel=1e-9)
+
+
+def test_its_weight_stands_among_the_stresses() -> None:
+    option = Superelevation(100.0, 20.0, 20.0, 1e-6)
+    (result,) = calculated(project(fill(3.0), superelevation=option))
+    height = repetitions(partial(superelevated, time=100.0), 1e-6)[-2]
+    assert effective_stress(result) == pytest.approx(TERRAIN + 3 * DRY + 20.0 * height)
+
+
+def test_below_water_it_weighs_less_by_it() -> None:
+    option = Superelevation(0.0, 20.0, 21.0, 1e-6)
+    deep = project(fill(3.0), water_level=5.0, superelevation=option)
+    (result,) = calculated(deep)
+    expected = fixed_point(
+        lambda height: virgin(TERRAIN, 3 * (WET - WATER) + (21.0 - WATER) * height, END), 0.0, 3.0
+    )
+    assert surface_settlement(result) == pytest.approx(expected, abs=1e-6)
+
+
+def test_without_a_fill_there_is_no_superelevation() -> None:
+    option = Superelevation(0.0, 20.0, 20.0, 1e-3)
+    (result,) = calculated(project(pressures=[plate(48.0)], superelevation=option))
+    assert surface_settlement(result) == pytest.approx(virgin(TERRAIN, 48, END))
+    assert result.superelevation == 0.0
+
+
+def test_ground_that_rises_gets_no_superelevation() -> None:
+    option = Superelevation(0.0, 20.0, 20.0, 1e-3)
+    relief = plate(-30.0)
+    light = Embankment("Light", 0.0, None, 1.0, 1.0, fill(1.0).outline)
+    (result,) = calculated(project(light, pressures=[relief], superelevation=option))
+    assert surface_settlement(result) == pytest.approx(swelling(TERRAIN, 29.0, END))
+    assert result.superelevation == 0.0
+
+
+def thin_and_thick(*, reverse: bool = False) -> list[Column]:
+    """Three columns of 2 m and three of 6 m: around the middle ones the settlement is even."""
+    columns = [
+        column((thickness, SOIL), x=middle + x)
+        for thickness, middle in ((2.0, -500.0), (6.0, 500.0))
+        for x in (-300.0, 0.0, 300.0)
+    ]
+    return columns[::-1] if reverse else columns
+
+
+def test_verticals_in_reverse_order_settle_the_same() -> None:
+    option = Superelevation(30.0, 20.0, 20.0, 1e-3)
+    found, reverse = (
+        calculated(
+            project(fill(3.0), columns=thin_and_thick(reverse=reverse), superelevation=option)
+        )
+        for reverse in (False, True)
+    )
+    for one, other in zip(found, reversed(reverse), strict=True):
+        assert other.column.x == one.column.x
+        assert other.settlements.tolist() == one.settlements.tolist()
+        assert other.superelevation == one.superelevation
+    assert surface_settlement(found[-1]) > 2 * surface_settlement(found[0])
+
+
+def test_each_vertical_is_superelevated_by_its_own_settlement() -> None:
+    option = Superelevation(30.0, 20.0, 20.0, 1e-6)
+    results = calculated(project(fill(3.0), columns=thin_and_thick(), superelevation=option))
+    for result, thickness in ((results[1], 2.0), (results[4], 6.0)):
+        settlement = partial(superelevated, time=30.0, thickness=thickness)
+        expected = fixed_point(settlement, 0.0, 5.0)
+        assert surface_settlement(result) == pytest.approx(expected, rel=5e-4)
+    heights = [surface_settlement(result) for result in results]
+    between = (300.0, 300.0, 400.0, 300.0, 300.0)
+    parts = (
+        width * (left + right) / 2
+        for width, (left, right) in zip(between, pairwise(heights), strict=True)
+    )
+    area = sum(parts) + (WIDE - 800) * (heights[0] + heights[-1])
+    assert [result.superelevation for result in results] == pytest.approx([area] * 6)
+
+
+def test_the_vertical_that_settles_most_tells_when_to_stop() -> None:
+    tolerance = 0.02
+    thin, thick = (
+        repetitions(partial(superelevated, time=0.0, thickness=thickness), tolerance)
+        for thickness in (2.0, 6.0)
+    )
+    assert len(thick) > len(thin)
+    option = Superelevation(0.0, 20.0, 20.0, tolerance)
+    results = calculated(project(fill(3.0), columns=thin_and_thick(), superelevation=option))
+    assert surface_settlement(results[4]) == pytest.approx(thick[-1], rel=5e-4)
+
+
+def test_without_a_tolerance_it_rests_when_the_settlement_does() -> None:
+    option = Superelevation(100.0, 20.0, 20.0, 0.0)
+    (result,) = calculated(project(fill(3.0), superelevation=option))
+    expected = fixed_point(partial(superelevated, time=100.0), 0.0, 5.0)
+    assert surface_settlement(result) == pytest.approx(expected, abs=1e-7)
+
+
+def test_a_profile_that_does_not_come_to_rest_is_refused() -> None:
+    """A superelevation that settles by nearly as much as it is high grows on and on."""
+    compliance = 1 / SOFT["cp1"] + log10(1 + END) / SOFT["cs1"]
+    ground = [column((TERRAIN / 20.0 / compliance, SOIL))]
+    option = Superelevation(0.0, 20.0, 20.0, 1e-6)
+    with pytest.raises(WorkerError, match="The profile can't be maintained"):
+        calculated(project(fill(0.001), columns=ground, superelevation=option))
+
+
+@pytest.mark.parametrize("maintained", [False, True])
+def test_what_is_done_is_told_and_never_less_than_before(maintained: bool) -> None:
+    told: list[float] = []
+    option = Superelevation(0.0, 20.0, 20.0, 1e-3) if maintained else None
+    columns = [column((THICKNESS, SOIL), x=x) for x in (-10.0, 10.0)]
+    calculated(project(fill(3.0), columns=columns, superelevation=option), told.append)
+    assert told == sorted(told)
+    assert told[0] > 0.0
+    assert told[-1] <= 1.0
+    assert maintained or told == [0.5, 1.0]
+
+
+def test_a_superelevation_sinks_with_the_loads_below_it() -> None:
+    """Both at once: each repetition of the profile finds its own depth."""
+    option = Superelevation(0.0, 20.0, 21.0, 1e-6)
+
+    def at_rest(height: float) -> float:
+        def settlement(depth: float) -> float:
+            fill = (WET - WATER) * depth + DRY * (3.0 - depth)
+            return virgin(TERRAIN, fill + 20.0 * height, END)
+
+        return fixed_point(settlement, 0.0, 3.0)
+
+    expected = fixed_point(at_rest, 0.0, 3.0)
+    (result,) = calculated(project(fill(3.0), submerging=True, superelevation=option))
+    assert surface_settlement(result) == pytest.approx(expected, abs=1e-6)
