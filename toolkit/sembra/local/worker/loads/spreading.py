@@ -62,5 +62,6 @@ def _boussinesq(angle: Floats) -> Floats:
 
 
 def _buisman(angle: Floats) -> Floats:
-    primitive: Floats = (3 * np.sin(angle) - np.sin(angle) ** 3) / 4
+    sine = np.sin(angle)
+    primitive: Floats = sine * (3 - sine * sine) / 4
     return primitive
