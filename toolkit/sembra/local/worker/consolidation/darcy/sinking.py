@@ -37,6 +37,7 @@ class SinkingLoads:
         loads = [load for load in situations[0].loads if load.time <= last]
         self._initial = [load for load in loads if load.is_initial]
         self._later = [load for load in loads if not load.is_initial]
+        self._soil = [_SinkingSoil(situation) for situation in situations]
         self._wet: dict[int, WetColumns] = {}
         self._reach: dict[int, Reach] = {}
         self._stresses: dict[int, Floats] = {}
@@ -63,7 +64,7 @@ class SinkingLoads:
             *(load for load in self._later if load.time <= time + _ROUNDING),
         ]
         increases = np.concatenate(
-            [_loss_of_soil(s, own) for s, own in zip(self._situations, settlements, strict=True)]
+            [soil.loss(own) for soil, own in zip(self._soil, settlements, strict=True)]
         )
         increases -= self._dry
         heights: dict[int, Floats] = {}
@@ -106,21 +107,39 @@ class SinkingLoads:
         return replace(load, water_levels=load.strips.base + heights[key])
 
 
-def _loss_of_soil(situation: Situation, settlements: Floats) -> Floats:
-    """Return the change of effective stress at the nodes by the soil that comes under water."""
-    column, levels = situation.column, situation.mesh.levels
-    change = np.zeros_like(levels)
-    old = column.phreatic_level
-    if old >= column.surface:
-        return change
-    rise = float(np.interp(-old, -levels, settlements))
-    for layer in column.layers:
-        material = layer.material
-        bottom = np.clip(np.maximum(levels, old), layer.bottom, layer.top)
-        top = np.clip(np.maximum(levels, old + rise), layer.bottom, layer.top)
-        change += (top - bottom) * (
-            material.unit_weight_wet
-            - situation.options.water_unit_weight
+class _SinkingSoil:
+    """The soil of a column, which comes under water from the phreatic level up.
+
+    Args:
+        situation: the column.
+    """
+
+    def __init__(self, situation: Situation) -> None:
+        column = situation.column
+        layers = column.layers[::-1]
+        materials = [layer.material for layer in layers]
+        changes = [
+            (material.unit_weight_wet - situation.options.water_unit_weight)
             - material.unit_weight_dry
-        )
-    return change
+            for material in materials
+        ]
+        heights = [layer.top - layer.bottom for layer in layers]
+        self._borders = np.array([layers[0].bottom, *(layer.top for layer in layers)])
+        self._sums = np.concatenate([[0.0], np.cumsum(np.multiply(heights, changes))])
+        self._is_dry = column.phreatic_level < column.surface
+        self._level = column.phreatic_level
+        self._levels = situation.mesh.levels
+        self._before = self._change_below(self._level)
+
+    def loss(self, settlements: Floats) -> Floats:
+        """Return the change of effective stress at the nodes by what comes under water, in kPa."""
+        if not self._is_dry:
+            return np.zeros_like(self._levels)
+        rise = float(np.interp(-self._level, -self._levels, settlements))
+        return self._change_below(self._level + rise) - self._before
+
+    def _change_below(self, water_level: float) -> Floats:
+        """Return what all soil up to a water level, but not below the nodes, changes once wet."""
+        reached = np.maximum(self._levels, water_level)
+        change: Floats = np.interp(reached, self._borders, self._sums)
+        return change
