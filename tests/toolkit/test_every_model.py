@@ -8,9 +8,9 @@ can say changes from one to the next, so that each of its values meets each of t
 from base64 import b64decode
 from collections.abc import Callable, Iterator
 from io import StringIO
-from itertools import cycle, product
+from itertools import batched, cycle, islice, product, starmap
 from math import isfinite
-from typing import Any, NamedTuple
+from typing import Any, Literal, NamedTuple
 
 import pytest
 from sembra.external.dsettlement import (
@@ -45,9 +45,17 @@ COMPRESSION = (
 CREEP = ({"sec_comp_rate": 0.006}, {"sec_comp_rate": 0.0})
 
 
+HEADS = (("deep", "deep", "water", 99), (99, "deep", "water", 99), ("deep", 0, 0, "deep"))
+"""Pl-lines or codes at top and bottom of the sand, then of the clay."""
+
+END = 10000
+
+
 def drains() -> Iterator[VerticalDrain | None]:
+    """Yield none, and each kind with each schedule; both meet each grid."""
     yield None
-    for kind, schedule in product(DrainType, SCHEDULES):
+    grids = list(DrainGrid)
+    for number, (kind, schedule) in enumerate(product(DrainType, SCHEDULES)):
         yield VerticalDrain(
             kind,
             20.0,
@@ -57,7 +65,7 @@ def drains() -> Iterator[VerticalDrain | None]:
             0.1,
             thickness=0.005,
             position_drain=-4.0,
-            grid=DrainGrid.TRIANGULAR,
+            grid=grids[(number + number // 3) % 3],
             start_of_drainage=5.0,
             phreatic_level_in_drain=-1.5,
             schedule=schedule,
@@ -77,12 +85,24 @@ class Choices(NamedTuple):
     temporary: bool
     dissipation: bool
     times: tuple[int, ...]
+    initial: Literal["none", "kept", "removed"]
+    heads: tuple[str | int, ...]
+    phreatic_level: float | None
+    default_materials: bool
+    profile_time: int
+    removal: int
+    cv: float = 2e-7
+
+
+def turns(length: int, *values: Any) -> Iterator[Any]:
+    """Yield values in turn, beginning anew after each length."""
+    return cycle(islice(cycle(values), length))
 
 
 def choices() -> Iterator[Choices]:
     """Yield choices whose parts go round at lengths without a common factor."""
-    return map(
-        Choices._make,
+    return starmap(
+        Choices,
         zip(
             cycle(PRECONSOLIDATION),
             cycle((*COMPRESSION, *COMPRESSION, COMPRESSION[0])),
@@ -93,7 +113,13 @@ def choices() -> Iterator[Choices]:
             cycle((False,) * 9 + (True,) * 8),
             cycle((False,) * 10 + (True,) * 9),
             cycle((False,) * 12 + (True,) * 11),
-            cycle(((), (100, 1000, 5000), (0,))),
+            turns(53, (), (100, 1000, 5000), (0,)),
+            turns(29, "none", "kept", "removed"),
+            turns(31, *HEADS),
+            turns(37, -1.0, None),
+            turns(41, True, False),
+            turns(43, 50, END),
+            turns(47, 300, END, END + 1000),
             strict=False,
         ),
     )
@@ -101,7 +127,7 @@ def choices() -> Iterator[Choices]:
 
 def material(choice: Choices) -> dict[str, Any]:
     return {
-        "cv": 2e-7,
+        "cv": choice.cv,
         "permeability_ver": 1e-4,
         "permeability_hor_factor": 2.0,
         "permeability_strain_modulus": 0.2,
@@ -131,13 +157,20 @@ def one_dimensional(
     model = Model1D(
         soil_model,
         consolidation,
+        choice.default_materials,
         natural_strain=natural,
         maintain_profile=choice.maintain,
+        end_of_settlement_calculation=END,
         vertical_drain=drain,
     )
     model.create_material("Soft clay", 14.0, 15.0, **material(choice))
     model.create_material("Coarse sand", 18.0, 20.0, **(material(choice) | {"drained": 1}))
-    model.update_geometry(-8.0, [(0.0, "Soft clay"), (-5.0, "Coarse sand")], phreatic_level=-1.0)
+    layers = [(0.0, "Soft clay"), (-5.0, "Coarse sand")]
+    model.update_geometry(-8.0, layers, phreatic_level=choice.phreatic_level)
+    if choice.initial != "none":
+        model.create_uniform_load("Old fill", -1, 18.0, 0.6, 0.0)
+    if choice.initial == "removed":
+        model.create_uniform_load("Removal of the old", 200, -18.0, 0.4, 0.0)
     model.create_uniform_load("Terrain", 0, 18.0, 0.5, 0.0)
     model.create_uniform_load("Sand", 30, 18.0, 2.0, 0.0)
     model.create_uniform_load("Removal", 400, -18.0, 0.5, 0.0)
@@ -156,10 +189,12 @@ def two_dimensional(
         soil_model,
         consolidation,
         [(0.0, -8.0), (100.0, -8.0)],
+        choice.default_materials,
         natural_strain=natural,
         maintain_profile=choice.maintain,
-        profile_time=50,
+        profile_time=choice.profile_time,
         profile_unit_weight_above_phreatic_level=18.0,
+        end_of_settlement_calculation=END,
         stress_distribution_loads=choice.simulate,
         vertical_drain=drain,
     )
@@ -169,7 +204,9 @@ def two_dimensional(
         model.create_pl_line([model.create_point(x, y) for x in (0.0, 100.0)], is_phreatic=phreatic)
         for y, phreatic in ((-1.0, True), (-2.0, False))
     )
-    for top, name, heads in ((-5.0, "Coarse sand", (deep, deep)), (0.0, "Soft clay", (water, 99))):
+    lines: dict[str | int, Any] = {"water": water, "deep": deep, 0: 0, 99: 99}
+    of_sand, of_clay = batched((lines[head] for head in choice.heads), 2)
+    for top, name, heads in ((-5.0, "Coarse sand", of_sand), (0.0, "Soft clay", of_clay)):
         boundary = [model.create_point(x, top) for x in (0.0, 15.0, 55.0, 100.0)]
         model.create_layer(boundary, name, *heads)
     for x in (30.0, 65.0):
@@ -178,8 +215,13 @@ def two_dimensional(
     model.create_non_uniform_load("Dike", outline, 10, 9000, gamma_dry=17.0, gamma_wet=20.0)
     berm = [(25.0, 3.0), (30.0, 5.0), (40.0, 5.0), (45.0, 3.0)]
     model.create_non_uniform_load(
-        "Surcharge", berm, 60, 300, gamma_dry=17.0, temporary=choice.temporary
+        "Surcharge", berm, 60, choice.removal, gamma_dry=17.0, temporary=choice.temporary
     )
+    if choice.initial != "none":
+        old = [(15.0, 0.0), (18.0, 0.6), (52.0, 0.6), (55.0, 0.0)]
+        removed = choice.initial == "removed"
+        model.create_non_uniform_load("Old fill", old, -1, 200, gamma_dry=17.0, temporary=removed)
+        model.create_uniform_load("Old terrain", -1, 10.0, 0.3, 0.0)
     model.create_uniform_load("Terrain", 0, 10.0, 0.5, 0.0)
     model.set_calculation_times(*choice.times)
     return model
@@ -223,15 +265,55 @@ CASES = [
 @pytest.mark.parametrize(("make", "arguments"), CASES)
 def test_is_calculated(make: Callable[..., Model1D | Model2D], arguments: Any) -> None:
     model = make(*arguments)
-    wanted = model.verticals[0] if arguments[-1].dissipation else None
+    for surface in surface_settlements(model, dissipation=arguments[-1].dissipation):
+        assert surface[0] == 0
+        assert all(map(isfinite, surface))
+        assert 0.0 < surface[-1] < 3.0
+
+
+def surface_settlements(
+    model: Model1D | Model2D, *, dissipation: bool = False
+) -> list[list[float]]:
+    """Return the settlement of the surface at each vertical, by time."""
+    wanted = model.verticals[0] if dissipation else None
     text = model.generate_input_file(dissipation_calculation=wanted).getvalue().decode()
     result = run_job(job(text))
     assert result["error"] is None, result["error"]
     results = OutputFileParser(StringIO(b64decode(result["files"][".sld"]).decode()))
     assert len(results.vertical_results) == len(model.verticals)
-    for vertical in results.vertical_results.values():
-        histories = vertical["vertical_data"]
-        surface = [histories[time]["Settlement"][0] for time in sorted(histories)]
-        assert surface[0] == 0
-        assert all(map(isfinite, surface))
-        assert 0.0 < surface[-1] < 3.0
+    return [
+        [histories[time]["Settlement"][0] for time in sorted(histories)]
+        for histories in (one["vertical_data"] for one in results.vertical_results.values())
+    ]
+
+
+AT_ONCE = {"drained": 1}
+SOON = {"drained": 0, "storage": 0, "cv": 1e-4}
+
+
+@pytest.mark.parametrize("make", [one_dimensional, two_dimensional])
+@pytest.mark.parametrize(
+    ("soil_model", "natural"),
+    [*product(CalculationModel, [False]), (CalculationModel.NEN_KOPPEJAN, True)],
+)
+@pytest.mark.parametrize("drainage", [AT_ONCE, SOON], ids=["at-once", "soon"])
+@pytest.mark.parametrize("number", range(2))
+def test_when_the_water_is_out_terzaghi_and_darcy_have_settled_the_same(
+    make: Callable[..., Model1D | Model2D],
+    soil_model: CalculationModel,
+    natural: bool,
+    drainage: dict[str, Any],
+    number: int,
+) -> None:
+    """Kinds of consolidation tell when the ground settles, and only soil models how much."""
+    choice = next(islice(choices(), number, None))._replace(simulate=False, **drainage)
+    by_terzaghi, by_darcy = (
+        [
+            surface[-1]
+            for surface in surface_settlements(
+                make(soil_model, consolidation, natural, None, choice)
+            )
+        ]
+        for consolidation in (ConsolidationModel.TERZAGHI, ConsolidationModel.DARCY)
+    )
+    assert by_darcy == pytest.approx(by_terzaghi, rel=0.01)
