@@ -10,10 +10,11 @@ from functools import partial
 from itertools import pairwise
 from math import log, log10
 
+import numpy as np
 import pytest
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.calculation import calculate
-from sembra.local.worker.column_result import ColumnResult, TerzaghiStresses
+from sembra.local.worker.column_result import ColumnResult, DarcyHistory, TerzaghiStresses
 from sembra.local.worker.consolidation.table import CONSOLIDATIONS
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column
@@ -25,6 +26,7 @@ from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.loads.uniform import UniformLoad
 from sembra.local.worker.options import Superelevation
 from sembra.local.worker.project import Project
+from sembra.local.worker.soil_models.isotache import Isotache
 from sembra.local.worker.soil_models.koppejan import Koppejan
 
 from tests.toolkit.worker.made_column import column
@@ -91,8 +93,11 @@ def surface_settlement(result: ColumnResult) -> float:
 
 def effective_stress(result: ColumnResult) -> Floats:
     """The effective stress at the nodes in the end."""
-    assert isinstance(result.consolidation, TerzaghiStresses)
-    return result.consolidation.final_total - result.consolidation.final_water
+    stresses = result.consolidation
+    if isinstance(stresses, TerzaghiStresses):
+        return stresses.final_total - stresses.final_water
+    last: Floats = stresses.effective[-1]
+    return last
 
 
 def virgin(before: float, pressure: float, duration: float, thickness: float = THICKNESS) -> float:
@@ -195,7 +200,8 @@ def test_each_column_sinks_by_its_own_settlement() -> None:
     assert list(map(surface_settlement, results)) == pytest.approx(expected, abs=2e-7)
 
 
-def test_all_of_a_temporary_load_goes_however_deep_it_has_sunk() -> None:
+@pytest.mark.parametrize("by_darcy", [False, True])
+def test_all_of_a_temporary_load_goes_however_deep_it_has_sunk(by_darcy: bool) -> None:
     """It goes as it came: sunk by what the ground has settled in the end."""
 
     def settlement(depth: float) -> float:
@@ -204,25 +210,52 @@ def test_all_of_a_temporary_load_goes_however_deep_it_has_sunk() -> None:
         after = END - 300.0
         return virgin(TERRAIN, pressure, END) + swelling(TERRAIN + pressure, pressure, after)
 
-    (result,) = calculated(project(fill(3.0, removal=300.0), submerging=True))
+    (result,) = calculated(project(fill(3.0, removal=300.0), submerging=True, by_darcy=by_darcy))
     assert effective_stress(result) == pytest.approx(TERRAIN)
     assert surface_settlement(result) == pytest.approx(fixed_point(settlement, 0, 3), abs=2e-7)
 
 
+@pytest.mark.parametrize("by_darcy", [False, True])
 @pytest.mark.parametrize("submerging", [False, True])
 @pytest.mark.parametrize(("water_level", "weight"), [(0.0, 2 * DRY), (0.5, 1.5 * DRY + 4.5)])
 def test_all_of_an_initial_load_goes_as_it_lay_there(
-    submerging: bool, water_level: float, weight: float
+    by_darcy: bool, submerging: bool, water_level: float, weight: float
 ) -> None:
     """Initial loads keep their weight; what comes and what goes is the same pressure."""
     preload = fill(2.0, time=-1.0, removal=300.0)
-    (result,) = calculated(
-        project(preload, pressures=[plate(48.0)], water_level=water_level, submerging=submerging)
+    stated = project(
+        preload,
+        pressures=[plate(48.0)],
+        water_level=water_level,
+        submerging=submerging,
+        by_darcy=by_darcy,
     )
+    (result,) = calculated(stated)
     assert effective_stress(result) == pytest.approx(TERRAIN + 48)
     before = TERRAIN + weight
     expected = virgin(before, 48, END) + swelling(before + 48, weight, END - 300)
     assert surface_settlement(result) == pytest.approx(expected)
+
+
+@pytest.mark.parametrize("time", [-1.0, 0.0, 20.0])
+def test_nothing_stays_of_a_load_that_sinks_from_one_time_to_the_next(time: float) -> None:
+    """Creep and Darcy: initial loads sink too, and what goes weighs what lies there."""
+    soil = material(dry=WATER, wet=WATER, drained=True, parameters={"a": 0.02, "b": 0.3, "c": 0.01})
+    stated = project(
+        fill(2.0, time=time, removal=300.0),
+        pressures=[plate(48.0)],
+        columns=[column((THICKNESS, soil))],
+        submerging=True,
+        by_darcy=True,
+    )
+    (result,) = calculated(replace(stated, soil_model=Isotache))
+    assert isinstance(result.consolidation, DarcyHistory)
+    (before,) = np.flatnonzero(result.times == 300.0)
+    depth = result.settlements[before - 1, 0]
+    wet = result.consolidation.effective[before, 0] - TERRAIN - 48
+    assert depth > 0.3
+    assert wet == pytest.approx((WET - WATER) * depth + DRY * (2 - depth), rel=1e-2)
+    assert effective_stress(result) == pytest.approx(TERRAIN + 48)
 
 
 # Maintaining the profile
