@@ -12,7 +12,8 @@ void translate_current_exception() noexcept {
   try {
     throw;
   } catch (const ErrorSet&) {
-    return;
+    // Python's look-up in a class swallows the error of an allocation: memory ran out, then.
+    if (PyErr_Occurred() == nullptr) PyErr_NoMemory();
   } catch (const std::bad_alloc&) {
     PyErr_NoMemory();
   } catch (const std::exception& error) {
