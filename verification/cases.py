@@ -67,7 +67,10 @@ def find_cases(folders: Iterable[Path]) -> list[Case]:
     folders = list(folders)
     for folder in folders:
         if not folder.is_dir():
-            raise FileNotFoundError(f"There is no folder {folder}.")
+            raise FileNotFoundError(
+                f"There is no folder {folder}. Name one with pairs of .sli and .sld files: "
+                "make verify CASES=folder"
+            )
         for path in folder.glob("*.sli"):
             case = Case(path)
             if case.result_file.is_file():
