@@ -25,7 +25,7 @@ void DeferredSort::add(host::Handle list, host::Handle entry, double number) {
 
 void DeferredSort::insert(host::Handle list, host::Handle entry, double number) {
   make_room();
-  const auto place = std::upper_bound(numbers_.begin(), numbers_.end(), number);
+  const auto place = std::ranges::upper_bound(numbers_, number);
   host::check(PyList_Insert(list, place - numbers_.begin(), entry));
   numbers_.insert(place, number);
   ++sorted_;
