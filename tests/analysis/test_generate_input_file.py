@@ -1,6 +1,7 @@
 """`generate_input_file`: the call of the template-filling service and its answer."""
 
 import sys
+import traceback
 from collections.abc import Callable
 from io import BytesIO
 from typing import Any
@@ -139,6 +140,28 @@ def test_a_failure_of_the_service_is_told_as_a_plain_exception(
     assert raised.value.args == (NOT_GENERATED,)
     assert raised.value.__cause__ is post.error
     assert raised.value.__suppress_context__ is True
+
+
+def test_the_reasons_noted_by_the_service_are_shown_last(new_model_1d: Factory, post: Any) -> None:
+    post.error = InternalError("refused")
+    post.error.add_note("material 'Clay', cp: input should be a valid number")
+    post.error.add_note("load 'Sand': there is no material of this name")
+    with pytest.raises(Exception, match=NOT_GENERATED) as raised:
+        new_model_1d().generate_input_file()
+    assert raised.value.args == (NOT_GENERATED,)
+    shown = "".join(traceback.format_exception(raised.value)).splitlines()
+    assert shown[-3:] == [f"Exception: {NOT_GENERATED}", *post.error.__notes__]
+
+
+@pytest.mark.parametrize("notes", [None, "ab", [1, 2], property(lambda failure: 1 / 0)])
+def test_a_failure_with_odd_notes_is_a_failure(
+    notes: Any, new_model_1d: Factory, post: Any
+) -> None:
+    post.error = type("OddError", (InternalError,), {"__notes__": notes})()
+    with pytest.raises(Exception, match=NOT_GENERATED) as raised:
+        new_model_1d().generate_input_file()
+    assert type(raised.value) is Exception
+    assert raised.value.__cause__ is post.error
 
 
 def test_any_kind_of_internal_error_is_a_failure_of_the_service(

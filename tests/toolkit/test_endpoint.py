@@ -297,8 +297,9 @@ def test_redirection_is_not_followed(serve: Serve) -> None:
 
 def test_refusal_carries_the_reason(serve: Serve) -> None:
     serve(answering(422, json.dumps({"reason": "soils is missing"}).encode()))
-    with pytest.raises(InternalError, match="refused the document: soils is missing"):
+    with pytest.raises(InternalError, match="refused the document: soils is missing") as refused:
         post()
+    assert refused.value.__notes__ == ["soils is missing"]
 
 
 def cyclic() -> Any:

@@ -40,6 +40,32 @@ constexpr Parameter file_parameters[] = {
     host::keyword_only("dissipation_calculation", "_Vertical", no_object),
     host::keyword_only("as_file", "bool", host::flag(false))};
 
+// Shows with one exception what was noted on another. The two are what they are without it, so that
+// nothing that goes wrong on the way counts.
+void copy_notes(const State::Names& names, Handle from, Handle to) {
+  try {
+    host::for_each(host::get(from, names.notes),
+                   [&](const Ref& note) { host::call_method(to, names.add_note, note); });
+  } catch (const host::ErrorSet&) {
+    PyErr_Clear();
+  }
+}
+
+// The text is the same for all reasons. Of two exceptions in a row many see the last alone, so the
+// reasons that the service gave as notes stand with both.
+[[noreturn]] void raise_not_generated(const State::Names& names, Handle failure) {
+  try {
+    host::raise_from(PyExc_Exception,
+                     Ref::steal(PyUnicode_FromString(
+                         "Input file could not be generated, please check your model")),
+                     failure);
+  } catch (const host::ErrorSet&) {
+    Ref raised = host::take_error();
+    copy_notes(names, failure, raised);
+    host::raise_again(std::move(raised));
+  }
+}
+
 // Only a failure that the service reports is put into other words; whatever else happens on the way
 // reaches the caller as it is.
 Ref post(State& state, Handle body) {
@@ -53,10 +79,7 @@ Ref post(State& state, Handle body) {
     if (!host::is_of_class(failure, state.toolkit.internal_error.now())) {
       host::raise_again(std::move(failure));
     }
-    host::raise_from(PyExc_Exception,
-                     Ref::steal(PyUnicode_FromString(
-                         "Input file could not be generated, please check your model")),
-                     failure);
+    raise_not_generated(names, failure);
   }
 }
 

@@ -52,6 +52,8 @@ struct State {
     host::Name input_file{"input_file"};
     host::Name from_data{"from_data"};
     host::Name encode{"encode"};
+    host::Name notes{"__notes__"};
+    host::Name add_note{"add_note"};
 
     // Analysis job.
     host::Name tool{"dsettlement"};

@@ -1,5 +1,6 @@
 """What no sample of a cross-section shows, from the public interface to the lines of the file."""
 
+import traceback
 from io import BytesIO
 from typing import Any
 
@@ -136,6 +137,7 @@ def test_a_truth_value_is_no_pl_line() -> None:
     with pytest.raises(Exception, match="Input file could not be generated") as refusal:
         model.generate_input_file()
     assert "layer 4 of 'Sand', pl_line_top: input" in str(refusal.value.__cause__)
+    assert "layer 4 of 'Sand', pl_line_top: input" in traceback.format_exception(refusal.value)[-1]
 
 
 def test_loads_initial_temporary_and_on_other_loads() -> None:

@@ -33,7 +33,7 @@ def post(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
     except UnreachableError as error:
         raise InternalError(f"The service at {url} can't be reached: {error}") from error
     if 400 <= status < 500:
-        raise InternalError(f"The service at {url} refused the document: {_reason(answer, status)}")
+        raise _refusal(url, _reason(answer, status))
     if not 200 <= status < 300:
         raise InternalError(f"The service at {url} failed: {_reason(answer, status)}")
     return _decode(url, answer)
@@ -52,6 +52,13 @@ def _service() -> Address:
         raise InternalError(
             f"The setting {URL_SETTING} is not an HTTP address: {without_user(url)!r}"
         ) from None
+
+
+def _refusal(url: str, reason: str) -> InternalError:
+    """Return the error. The reason is a note, too, which the exception that stands for it shows."""
+    error = InternalError(f"The service at {url} refused the document: {reason}")
+    error.add_note(reason)
+    return error
 
 
 def _reason(answer: bytes, status: int) -> str:
