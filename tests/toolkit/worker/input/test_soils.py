@@ -1,11 +1,11 @@
 """Reading materials."""
 
 import pytest
-from sembra.local.worker.errors import InputFileError
+from sembra.local.input_file.errors import InputFileError
+from sembra.local.input_file.sections import read_whole
 from sembra.local.worker.ground.material import Conductivity, Material, StorageType
 from sembra.local.worker.ground.preconsolidation import PreconsolidationType, StatedPreconsolidation
 from sembra.local.worker.input import read_project
-from sembra.local.worker.input.sections import read_whole
 from sembra.local.worker.input.soils import Materials
 from sembra.local.worker.soil_models.isotache import Isotache
 from sembra.local.worker.soil_models.koppejan import Koppejan

@@ -7,6 +7,7 @@ from typing import Any
 
 import numpy as np
 
+from sembra.local.input_file.errors import InputFileError
 from sembra.local.worker.calculation import calculate
 from sembra.local.worker.console import configured_command, run_console
 from sembra.local.worker.errors import (
@@ -45,7 +46,7 @@ def run_job(
     try:
         with np.errstate(over="raise", invalid="raise", divide="raise"):
             files, remarks = _run(content, report)
-    except WorkerError as error:
+    except (InputFileError, WorkerError) as error:
         return _failed(str(error))
     except ArithmeticError:
         return _failed(OUT_OF_RANGE)

@@ -7,9 +7,9 @@ left away, with a remark.
 from collections.abc import Iterator
 from contextlib import contextmanager
 
-from sembra.local.worker.errors import InputFileError, NotCoveredError, WorkerError
-from sembra.local.worker.input.options import Labelled
-from sembra.local.worker.input.sections import Section
+from sembra.local.input_file.labelled import Labelled
+from sembra.local.input_file.sections import Section
+from sembra.local.worker.errors import NotCoveredError, WorkerError
 
 _REFUSED = {
     ("MODEL", "Secondary swelling"): "the separate secondary swelling",
@@ -51,8 +51,6 @@ class Coverage:
         """Keep what stands in the way for later, and go on behind the block."""
         try:
             yield
-        except InputFileError:
-            raise
         except NotCoveredError as error:
             self._gaps.extend(error.gaps)
         except WorkerError as error:

@@ -6,6 +6,8 @@ A second line "Flow type" is the kind of schedule; the rows of a detailed one st
 import itertools
 from enum import IntEnum
 
+from sembra.local.input_file.labelled import Labelled
+from sembra.local.input_file.sections import Cursor, Section
 from sembra.local.worker.consolidation.drains.water import (
     DrainWater,
     PipeWater,
@@ -15,8 +17,6 @@ from sembra.local.worker.consolidation.drains.water import (
     StandingWater,
 )
 from sembra.local.worker.errors import NotCoveredError
-from sembra.local.worker.input.options import Labelled
-from sembra.local.worker.input.sections import Cursor, Section
 
 _SCHEDULE = ": Flow type"
 

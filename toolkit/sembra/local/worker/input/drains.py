@@ -1,5 +1,7 @@
 """The section VERTICAL DRAIN: the drains themselves."""
 
+from sembra.local.input_file.labelled import Labelled
+from sembra.local.input_file.sections import Section
 from sembra.local.worker.consolidation.drains.drains import Drains
 from sembra.local.worker.consolidation.drains.flow import (
     HorizontalFlow,
@@ -8,8 +10,6 @@ from sembra.local.worker.consolidation.drains.flow import (
     strip_diameter,
 )
 from sembra.local.worker.input.drain_water import DrainType, WaterReader
-from sembra.local.worker.input.options import Labelled
-from sembra.local.worker.input.sections import Section
 
 _TYPE = "Flow type"
 _DISTANCE = "Center to center distance"

@@ -7,9 +7,9 @@ level; the bottom level. What follows (probabilistic data of the layers) isn't r
 
 from collections.abc import Mapping
 
+from sembra.local.input_file.sections import Section
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.material import Material
-from sembra.local.worker.input.sections import Section
 
 
 def read_column(whole: Section, materials: Mapping[str, Material]) -> Column:

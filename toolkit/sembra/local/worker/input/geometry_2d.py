@@ -3,10 +3,10 @@
 from collections.abc import Mapping, Sequence
 from dataclasses import dataclass
 
+from sembra.local.input_file.sections import Cursor, Section
 from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.ground.polyline import Polyline
-from sembra.local.worker.input.sections import Cursor, Section
 
 Points = dict[int, tuple[float, float]]
 

@@ -3,13 +3,14 @@
 from collections.abc import Mapping
 from dataclasses import replace
 
+from sembra.local.input_file.labelled import Labelled
+from sembra.local.input_file.sections import Section
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
 from sembra.local.worker.ground.imaginary_surface import make_imaginary_surface
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.input.geometry_1d import read_column
 from sembra.local.worker.input.geometry_2d import read_geometry
-from sembra.local.worker.input.options import Labelled, read_spreading
-from sembra.local.worker.input.sections import Section
+from sembra.local.worker.input.options import read_spreading
 
 
 def read_ground(

@@ -4,8 +4,8 @@ An embankment takes a line with its name, one with its time, unit weights, a
 mark for a temporary load and the time of its removal, and its outline.
 """
 
+from sembra.local.input_file.sections import Cursor, Section
 from sembra.local.worker.ground.polyline import Polyline
-from sembra.local.worker.input.sections import Cursor, Section
 from sembra.local.worker.loads.non_uniform import Embankment
 
 _INITIAL_TIME = -1

@@ -8,10 +8,10 @@ import itertools
 import re
 from collections.abc import Callable, Mapping
 
+from sembra.local.input_file.sections import Cursor, Section
 from sembra.local.worker.errors import NotCoveredError
 from sembra.local.worker.input.loads import check_time
 from sembra.local.worker.input.options import read_spreading
-from sembra.local.worker.input.sections import Cursor, Section
 from sembra.local.worker.loads.circular import CircularLoad
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.rectangular import RectangularLoad

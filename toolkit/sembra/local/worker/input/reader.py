@@ -2,6 +2,8 @@
 
 from collections.abc import Iterator, Sequence
 
+from sembra.local.input_file.labelled import Labelled
+from sembra.local.input_file.sections import Section, read_whole
 from sembra.local.worker.consolidation.table import CONSOLIDATIONS
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
@@ -10,13 +12,11 @@ from sembra.local.worker.input.drains import read_drains
 from sembra.local.worker.input.ground import read_ground
 from sembra.local.worker.input.loads import read_embankments
 from sembra.local.worker.input.options import (
-    Labelled,
     read_options,
     read_residual_times,
     read_spreading,
 )
 from sembra.local.worker.input.other_loads import read_other_loads
-from sembra.local.worker.input.sections import Section, read_whole
 from sembra.local.worker.input.soils import Materials
 from sembra.local.worker.input.water_loads import read_water_loads
 from sembra.local.worker.loads.load import Load

@@ -2,13 +2,13 @@
 
 from collections.abc import Iterable, Iterator, Mapping
 
-from sembra.local.worker.errors import InputFileError
+from sembra.local.input_file.errors import InputFileError
+from sembra.local.input_file.sections import Line, Section, parse_number
 from sembra.local.worker.ground.material import Conductivity, Material, StorageType
 from sembra.local.worker.ground.preconsolidation import (
     PreconsolidationType,
     StatedPreconsolidation,
 )
-from sembra.local.worker.input.sections import Line, Section, parse_number
 from sembra.local.worker.soil_models.soil_model import SoilModel
 
 

@@ -7,12 +7,12 @@ layers, and for each of them, the lowest first, those of the lines at its top an
 from collections.abc import Mapping
 from dataclasses import replace
 
+from sembra.local.input_file.sections import Cursor, Section
 from sembra.local.worker.errors import NotCoveredError
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.input.geometry_2d import read_head, read_pl_line, read_pl_lines
 from sembra.local.worker.input.ground import with_imaginary_surface
-from sembra.local.worker.input.sections import Cursor, Section
 from sembra.local.worker.loads.water_load import WaterLoad, WaterStage, water_loads
 
 

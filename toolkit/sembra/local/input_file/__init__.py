@@ -1,0 +1,1 @@
+"""Reads input files (.sli), for all that work with them."""

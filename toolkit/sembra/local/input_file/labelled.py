@@ -1,0 +1,63 @@
+"""Sections whose lines have a value and a label."""
+
+from collections.abc import Iterable
+
+from sembra.local.input_file.errors import InputFileError
+from sembra.local.input_file.sections import Line, Section, parse_number
+
+
+class Labelled:
+    """A section whose lines read `value : label` or `value = label`."""
+
+    def __init__(self, section: Section) -> None:
+        self._section = section
+        self._lines: dict[str, Line] = {}
+        for line in section.lines:
+            value, _, label = line.text.strip().partition(" ")
+            label = label.strip().lstrip(":=").strip()
+            self._lines.setdefault(label.partition("=")[0].strip(), Line(line.number, value))
+
+    def number(self, label: str) -> float:
+        """The number in front of a label."""
+        line = self._line(label)
+        return parse_number(self._section, line.number, label, line.text)
+
+    def between(self, label: str, least: float, greatest: float) -> float:
+        """The number in front of a label, which lies between two bounds, these included."""
+        value = self.number(label)
+        if not least <= value <= greatest:
+            raise self.error(label, f"{label} should be {least:g} to {greatest:g} and is {value:g}")
+        return value
+
+    def code(self, label: str) -> int:
+        """The whole number in front of a label."""
+        value = self.number(label)
+        if not value.is_integer():
+            raise self.error(label, f"{label} should be a whole number and is {value:g}")
+        return int(value)
+
+    def one_of(self, label: str, known: Iterable[int]) -> int:
+        """The code in front of a label, which is one of the known ones."""
+        code = self.code(label)
+        if code not in known:
+            raise self.error(label, f"{label} {code} is unknown")
+        return code
+
+    def switch(self, label: str, *, absent: bool | None = None) -> bool:
+        """The switch in front of a label; `absent` is its value in files that don't have it."""
+        if absent is not None and label not in self._lines:
+            return absent
+        value = self.number(label)
+        if value not in (0, 1):
+            raise self.error(label, f"{label} should be 0 or 1 and is {value:g}")
+        return value == 1
+
+    def error(self, label: str, problem: str) -> InputFileError:
+        """An error at the line of a label."""
+        return self._section.error(problem, self._line(label).number)
+
+    def _line(self, label: str) -> Line:
+        try:
+            return self._lines[label]
+        except KeyError:
+            raise self._section.error(f'"{label}" is missing') from None
