@@ -36,7 +36,13 @@ def test_the_one_dimensional_model_runs_and_its_files_can_be_kept(
     run_example: Run, tmp_path: Path
 ) -> None:
     before, after = snippets("From a model to its results").split("\n...\n")
-    sections = ("Materials", "One-dimensional geometry", "Loads", "Calculation times")
+    sections = (
+        "Materials",
+        "Soil model and consolidation",
+        "One-dimensional geometry",
+        "Loads",
+        "Calculation times",
+    )
     program = "\n".join(
         [
             f"{PREAMBLE}import os\nos.chdir({str(tmp_path)!r})",
