@@ -13,7 +13,7 @@ UPPER = Embankment("Upper", [(10.0, 3.0), (20.0, 5.0), (30.0, 3.0)], 10, 20, (18
 @pytest.fixture
 def section() -> CrossSection:
     layer = Layer(SURFACE, [(0.0, -5.0), (40.0, -6.0)], "Clay", Color(1, 2, 3), (15, 15))
-    drains = DrainBand("Drains", 10, 30, -7.0)
+    drains = DrainBand("Drains", 10, 30, -7.0, 1.5)
     return CrossSection([layer], [(0.0, -1.0), (40.0, -1.0)], {}, [20.0], [LOWER, UPPER], drains)
 
 

@@ -1,6 +1,7 @@
 """Pictures of cross-sections that are harder than the story's."""
 
 from collections.abc import Sequence
+from dataclasses import replace
 from itertools import combinations, pairwise
 
 import numpy as np
@@ -10,6 +11,7 @@ from sembra.core import Color
 pytest.importorskip("matplotlib", reason="the pictures need matplotlib (dependency group demo)")
 
 import matplotlib.pyplot as plt
+from matplotlib.collections import LineCollection
 from matplotlib.figure import Figure
 from matplotlib.text import Text
 from sembra.local.pictures.cross_section import (
@@ -62,7 +64,7 @@ LONG = CrossSection(
         )
         for number in range(8)
     ],
-    drains=DrainBand("Sand walls", 0, 2000, -3),
+    drains=DrainBand("Sand walls", 0, 2000, -3, 2.5),
 )  # fmt: skip
 SECTIONS = pytest.mark.parametrize(
     "section", [CANAL, COLUMN, LONG], ids=["canal", "column", "long"]
@@ -107,6 +109,22 @@ def test_no_text_covers_another_or_leaves_the_picture(
         assert figure.bbox.y0 <= box.y0 < box.y1 <= figure.bbox.y1, text
     for (one, box), (other, other_box) in combinations(extents, 2):
         assert not box.overlaps(other_box), (one, other)
+
+
+def drawn_drains(section: CrossSection) -> list[float]:
+    """Return the x of each drain that is drawn by itself."""
+    (axes,) = figure_with(section).axes
+    return [
+        float(np.asarray(path.vertices)[0, 0])
+        for lines in axes.findobj(LineCollection)
+        for path in lines.get_paths()
+    ]
+
+
+def test_drains_stand_where_they_are_unless_they_are_too_close() -> None:
+    apart = replace(LONG, drains=DrainBand("Columns", 100, 1900, -3, 600.0))
+    assert drawn_drains(apart) == [100, 700, 1300, 1900]
+    assert drawn_drains(LONG) == []
 
 
 @SECTIONS

@@ -44,12 +44,16 @@ class Embankment:
 
 @dataclass(frozen=True)
 class DrainBand:
-    """Where vertical drains stand: from one x to another, from the surface to a level [m]."""
+    """Where vertical drains stand: from one x to another, from the surface to a level [m].
+
+    The spacing is that of the drains along x [m], the first at the left end.
+    """
 
     label: str
     left: float
     right: float
     bottom: float
+    spacing: float
 
 
 @dataclass(frozen=True)

@@ -1,9 +1,10 @@
 """The picture of a cross-section: layers, pl-lines, loads, drains and verticals."""
 
 from collections.abc import Sequence
-from math import ceil
+from math import ceil, floor
 from typing import Any
 
+import numpy as np
 from matplotlib.axes import Axes
 from matplotlib.patches import Polygon
 from sembra.external.dsettlement import Model2D
@@ -14,7 +15,7 @@ from .labels_above import write_above
 from .scale import Scale, fit
 from .section_legend import draw_legends, draw_one_legend
 from .section_of_model import section_of
-from .section_style import DRAINS, PHREATIC, VERTICAL, pl_line_style
+from .section_style import DRAIN, DRAINS, MANY_DRAINS, PHREATIC, VERTICAL, pl_line_style
 from .style import INK, LOAD, WATER, figure_of, fill_color, look, new_figure
 from .symbols import draw_uniform_load, draw_water_level, told_load
 
@@ -30,6 +31,9 @@ MARGIN_ACROSS, MARGIN_UPWARDS = 0.015, 0.05
 
 WATER_SIGN = 0.4
 """How far the signs of the phreatic line stand from the limits, in inches."""
+
+CLOSEST_DRAINS = 0.05
+"""How far drains must stand apart to be drawn one by one, in inches."""
 
 WIDTH_OF_LABEL = 0.75
 """Room for the label of a vertical, in inches."""
@@ -103,7 +107,7 @@ def draw_section(axes: Axes, section: CrossSection, title: str, room: tuple[floa
     _draw_free_water(axes, section)
     draw_embankments(axes, section, (scale.width / length, scale.height / rise))
     _draw_layers(axes, section)
-    _draw_drains(axes, section)
+    _draw_drains(axes, section, scale.width / length)
     _draw_pl_lines(axes, section)
     _draw_water_levels(axes, section, scale.width)
     _draw_verticals(axes, section, scale.width)
@@ -162,12 +166,25 @@ def _draw_layers(axes: Axes, section: CrossSection) -> None:
         )  # fmt: skip
 
 
-def _draw_drains(axes: Axes, section: CrossSection) -> None:
+def _draw_drains(axes: Axes, section: CrossSection, inches: float) -> None:
+    """Draw where drains stand, and each of them if there is room.
+
+    axes: where to draw.
+    section: what they belong to.
+    inches: length of a metre in the picture.
+    """
     drains = section.drains
-    if drains is not None:
-        top = between(section.surface, drains.left, drains.right)
-        corners = [*top, (drains.right, drains.bottom), (drains.left, drains.bottom)]
-        axes.add_patch(Polygon(corners, zorder=3, **DRAINS))
+    if drains is None:
+        return
+    top = between(section.surface, drains.left, drains.right)
+    corners = [*top, (drains.right, drains.bottom), (drains.left, drains.bottom)]
+    apart = drains.spacing * inches >= CLOSEST_DRAINS
+    axes.add_patch(Polygon(corners, zorder=3, **(DRAINS if apart else MANY_DRAINS)))
+    if apart:
+        # A part of a millionth keeps the last drain at the right end.
+        last = floor((drains.right - drains.left) / drains.spacing + 1e-6)
+        along = drains.left + drains.spacing * np.arange(last + 1)
+        axes.vlines(along, drains.bottom, levels(section.surface, along), zorder=3, **DRAIN)
 
 
 def _draw_pl_lines(axes: Axes, section: CrossSection) -> None:

@@ -9,7 +9,7 @@ from matplotlib.lines import Line2D
 from matplotlib.patches import Patch
 
 from .cross_section import CrossSection, Embankment
-from .section_style import DRAINS, PHREATIC, VERTICAL, load_style, pl_line_style
+from .section_style import MANY_DRAINS, PHREATIC, VERTICAL, load_style, pl_line_style
 from .style import INK, fill_color
 
 Place = Literal["outside lower left", "outside lower center", "outside lower right"]
@@ -92,7 +92,7 @@ def _lines(section: CrossSection) -> list[Artist]:
     for index, label in enumerate(section.pl_lines):
         entries.append(Line2D([], [], label=label, **pl_line_style(index)))
     if section.drains is not None:
-        entries.append(Patch(label=section.drains.label, **DRAINS))
+        entries.append(Patch(label=section.drains.label, **MANY_DRAINS))
     if section.verticals:
         entries.append(Line2D([], [], label="Vertical", **VERTICAL))
     return entries

@@ -84,4 +84,5 @@ def _drains(document: Document) -> DrainBand | None:
         drain["range_from"],
         drain["range_to"],
         drain["bottom_position"],
+        drain["center_to_center"],
     )

@@ -11,8 +11,11 @@ from .style import INK, LOAD, WATER
 
 PHREATIC: dict[str, Any] = {"color": WATER, "linewidth": 1.6, "linestyle": (0, (7, 3))}
 DRAINS: dict[str, Any] = {
-    "facecolor": "none", "edgecolor": INK, "hatch": "||", "linewidth": 0.9, "linestyle": (0, (3, 2))
+    "facecolor": "none", "edgecolor": INK, "linewidth": 0.9, "linestyle": (0, (3, 2))
 }  # fmt: skip
+MANY_DRAINS: dict[str, Any] = {**DRAINS, "hatch": "||"}
+"""The look in a legend, and of drains that stand too close to be drawn one by one."""
+DRAIN: dict[str, Any] = {"color": INK, "linewidth": 0.9}
 VERTICAL: dict[str, Any] = {"color": "#7a1f6b", "linewidth": 1.1, "linestyle": (0, (8, 2, 1, 2))}
 
 _PL_LINES = (
