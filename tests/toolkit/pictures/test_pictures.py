@@ -218,6 +218,27 @@ def test_settlement_along_depth_is_drawn_at_the_nearest_times() -> None:
     }
 
 
+@pytest.mark.parametrize(
+    ("asked", "drawn"),
+    [
+        ([1.0, 1000.0], {"day 1", "day 1000"}),
+        ([1.0, 2.0, 3.0, 4.0, 5.0, 100.0, 1000.0], {"day 1", "day 100", "day 1000"}),
+        (None, {"day 1", "day 100", "day 1000"}),
+        (ValueError("no rows"), {"day 1", "day 100", "day 1000"}),
+    ],
+)
+def test_settlement_along_depth_is_drawn_at_times_that_were_asked_for(
+    asked: list[float] | ValueError | None, drawn: set[str], monkeypatch: pytest.MonkeyPatch
+) -> None:
+    def residual_times(_: ResultFile) -> dict[int, dict[str, list[float]]]:
+        if isinstance(asked, ValueError):
+            raise asked
+        return {1: {"Time": asked}} if asked else {}
+
+    monkeypatch.setattr(ResultFile, "residual_times", property(residual_times))
+    assert curves(pictures.settlement_along_depth(RESULTS)).keys() == drawn
+
+
 def test_dissipation_is_drawn_by_layer() -> None:
     assert curves(pictures.dissipation(RESULTS, names=["Peat"])) == {
         "1, Peat": [(0.0, 0.0), (10.0, 0.5)]

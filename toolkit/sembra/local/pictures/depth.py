@@ -95,7 +95,8 @@ def settlement_along_depth(
         axes: Where to draw; a new figure if None.
         vertical: The number of the vertical.
         times: Times [days]; each is drawn at the nearest time that the results have. None for
-            up to six between the first day and the end, spread as on a logarithmic axis.
+            up to six of the model's calculation times, or of all times if it has none, spread
+            between the first day and the end as on a logarithmic axis.
         title: Stands above the picture; None for one that names the vertical.
 
     Returns:
@@ -113,7 +114,9 @@ def settlement_along_depth(
     }
     if not tables:
         raise ValueError(f"vertical {vertical} has no settlement along depth")
-    shown = _nearest(list(tables), _spread_times(list(tables)) if times is None else times)
+    if times is None:
+        times = _spread(_calculation_times(results, vertical) or list(tables))
+    shown = _nearest(list(tables), times)
     with look():
         axes = _prepared(axes, title or f"Settlement at vertical {vertical}", "Settlement [m]")
         for place, time in enumerate(reversed(shown)):
@@ -141,12 +144,22 @@ def _vertical(results: OutputFileParser, number: int) -> VerticalResult:
     return verticals[number]
 
 
-def _spread_times(times: Sequence[float]) -> list[float]:
-    """Times from day 1 to the end at equal distances of their logarithms."""
+def _calculation_times(results: OutputFileParser, vertical: int) -> Sequence[float]:
+    """Return the times that were asked for."""
+    try:
+        residual = results.residual_times.get(vertical)
+    except ValueError:  # a file of D-Settlement without any, whose block has no rows
+        return ()
+    return residual["Time"] if residual else ()
+
+
+def _spread(times: Sequence[float]) -> Sequence[float]:
+    """Return some of the times, as near as can be to equal distances of their logarithms."""
+    if len(times) <= SHOWN_TIMES:
+        return times
     end = max(times)
-    if end <= 1.0:
-        return [end]
-    return [float(time) for time in np.geomspace(1.0, end, SHOWN_TIMES)]
+    wanted = [end] if end <= 1.0 else np.geomspace(1.0, end, SHOWN_TIMES).tolist()
+    return _nearest(times, wanted)
 
 
 def _nearest(times: Sequence[float], wanted: Sequence[float]) -> list[float]:
