@@ -71,7 +71,7 @@ def _pictures(folder: Path, outcomes: Sequence[tuple[Outcome, Verdict]]) -> Iter
     shown = [(name, caption) for name, caption in TELLING.items() if name in calculated]
     if shown:
         yield from ("## Pictures", "")
-        yield "Points are published, lines are the worker's."
+        yield "Points are published, lines are the worker's; pale ones are without the last loads."
         yield ""
     for name, caption in shown:
         draw(folder / f"{name}.svg", calculated[name])

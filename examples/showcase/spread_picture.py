@@ -26,18 +26,20 @@ def draw_spread(path: Path, rows: Sequence[Row[study.Variant]]) -> None:
         settlement, residual = figure.subplots(1, 2, sharex=True)
         _draw_bands(settlement, rows, study.COLUMNS[1])
         settlement.set_title(f"Settlement on day {study.OPENING}")
-        settlement.set_ylabel("settlement [m]")
+        settlement.set_ylabel("Settlement [m]")
         settlement.invert_yaxis()
         _draw_bands(residual, rows, study.COLUMNS[2])
         residual.set_title("Residual settlement after the opening")
-        residual.set_ylabel("residual settlement [m]")
+        residual.set_ylabel("Residual settlement [m]")
         residual.set_ylim(bottom=0.0)
         residual.axhline(study.ALLOWED, color=LOAD, linewidth=1.2, linestyle="--")
         residual.annotate(
             f"allowed: {study.ALLOWED:.2f} m", (0.01, study.ALLOWED), color=LOAD,
             xycoords=residual.get_yaxis_transform(), ha="left", va="bottom",
         )  # fmt: skip
-        settlement.legend(title="sand, over all stiffnesses", loc="lower right", ncols=2)
+        settlement.legend(
+            title="Sand; bands: all stiffnesses,\nlines: their middle", loc="lower right", ncols=2
+        )
         save(settlement, path)
 
 
@@ -69,5 +71,5 @@ def _draw_bands(axes: Axes, rows: Sequence[Row[study.Variant]], column: str) -> 
             markersize=3,
             label=f"{height:.1f} m",
         )
-    axes.set_xlabel("spacing of the drains [m]")
+    axes.set_xlabel("Spacing of the drains [m]")
     draw_grid(axes)
