@@ -1,13 +1,11 @@
-"""The section VERTICAL DRAIN: the water in the drains, and when it is pumped out.
+"""The section VERTICAL DRAIN: the water in the drains, and when it is pumped out."""
 
-A second line "Flow type" is the kind of schedule; the rows of a detailed one stand behind it.
-"""
-
-import itertools
+from collections.abc import Sequence
 from enum import IntEnum
 
 from sembra.local.input_file.labelled import Labelled
-from sembra.local.input_file.sections import Cursor, Section
+from sembra.local.input_file.sections import Section
+from sembra.local.input_file.vertical_drain import Row, read_schedule
 from sembra.local.worker.consolidation.drains.water import (
     DrainWater,
     PipeWater,
@@ -17,8 +15,6 @@ from sembra.local.worker.consolidation.drains.water import (
     StandingWater,
 )
 from sembra.local.worker.errors import NotCoveredError
-
-_SCHEDULE = ": Flow type"
 
 
 class DrainType(IntEnum):
@@ -49,14 +45,12 @@ class WaterReader:
             InputFileError: the section is malformed, or a value is out of range.
             NotCoveredError: a detailed schedule has no times.
         """
-        cursor = self._schedule()
-        code = cursor.integer("the kind of schedule")
-        if code not in list(ScheduleKind):
-            raise cursor.error(f"the kind {code} of schedule is unknown")
-        kind = ScheduleKind(code)
-        return Schedule(
-            kind, self._detailed(cursor) if kind is ScheduleKind.DETAILED else self._plain(kind)
-        )
+        stated = read_schedule(self._section)
+        if stated.code not in list(ScheduleKind):
+            raise self._section.error(f"the kind {stated.code} of schedule is unknown", stated.line)
+        kind = ScheduleKind(stated.code)
+        stages = self._detailed(stated.rows) if kind is ScheduleKind.DETAILED else self._plain(kind)
+        return Schedule(kind, stages)
 
     def _plain(self, kind: ScheduleKind) -> tuple[Stage, ...]:
         """Water at rest, and dewatering from one time to another after the start of drainage."""
@@ -80,18 +74,18 @@ class WaterReader:
         before = (at_rest,) if begin > start else ()
         return (*before, Stage(begin, pumped), Stage(end, idle))
 
-    def _detailed(self, cursor: Cursor) -> tuple[Stage, ...]:
+    def _detailed(self, rows: Sequence[Row]) -> tuple[Stage, ...]:
         """Dewatering in stages, each until the next; drainage starts with the first."""
         stages: list[Stage] = []
-        for _ in range(cursor.count("the number of times")):
-            time, underpressure, head, pipe_pressure = cursor.numbers(
-                "time, underpressure, water level and tube pressure", 4
-            )
-            if time < 0 or underpressure < 0:
-                raise cursor.error("neither a time nor an underpressure should be negative")
-            stages.append(Stage(time, self._pumped(underpressure, head, pipe_pressure)))
-            if any(a.time >= b.time for a, b in itertools.pairwise(stages[-2:])):
-                raise cursor.error("the times of the schedule should ascend")
+        for row in rows:
+            if row.time < 0 or row.underpressure < 0:
+                raise self._section.error(
+                    "neither a time nor an underpressure should be negative", row.line
+                )
+            if stages and stages[-1].time >= row.time:
+                raise self._section.error("the times of the schedule should ascend", row.line)
+            pumped = self._pumped(row.underpressure, row.water_level, row.tube_pressure)
+            stages.append(Stage(row.time, pumped))
         if not stages:
             raise NotCoveredError("drains with a detailed schedule that has no times")
         return tuple(stages)
@@ -107,11 +101,3 @@ class WaterReader:
         if value < 0:
             raise self._lines.error(label, f"{label} should not be negative and is {value:g}")
         return value
-
-    def _schedule(self) -> Cursor:
-        """A cursor at the kind of schedule."""
-        section = self._section
-        found = [i for i, line in enumerate(section.lines) if _SCHEDULE in line.text]
-        if len(found) < 2:
-            raise section.error("the kind of schedule is missing")
-        return Section(section.name, section.number, section.lines[found[1] :]).cursor()
