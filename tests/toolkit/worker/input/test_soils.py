@@ -1,8 +1,8 @@
 """Reading materials."""
 
 import pytest
-from sembra.local.input_file.errors import InputFileError
-from sembra.local.input_file.sections import read_whole
+from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.sections import read_whole
 from sembra.local.worker.ground.material import Conductivity, Material, StorageType
 from sembra.local.worker.ground.preconsolidation import PreconsolidationType, StatedPreconsolidation
 from sembra.local.worker.input import read_project

@@ -7,7 +7,7 @@ from typing import Any
 
 import numpy as np
 
-from sembra.local.input_file.errors import InputFileError
+from sembra.local.sli.errors import InputFileError
 from sembra.local.worker.calculation import calculate
 from sembra.local.worker.console import configured_command, run_console
 from sembra.local.worker.errors import (

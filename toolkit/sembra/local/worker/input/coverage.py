@@ -7,8 +7,8 @@ left away, with a remark.
 from collections.abc import Iterator
 from contextlib import contextmanager
 
-from sembra.local.input_file.labelled import Labelled
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.labelled import Labelled
+from sembra.local.sli.sections import Section
 from sembra.local.worker.errors import NotCoveredError, WorkerError
 
 _REFUSED = {

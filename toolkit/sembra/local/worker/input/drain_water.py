@@ -3,9 +3,9 @@
 from collections.abc import Sequence
 from enum import IntEnum
 
-from sembra.local.input_file.labelled import Labelled
-from sembra.local.input_file.sections import Section
-from sembra.local.input_file.vertical_drain import Row, read_schedule
+from sembra.local.sli.labelled import Labelled
+from sembra.local.sli.sections import Section
+from sembra.local.sli.vertical_drain import Row, read_schedule
 from sembra.local.worker.consolidation.drains.water import (
     DrainWater,
     PipeWater,

@@ -1,7 +1,7 @@
 """The section VERTICAL DRAIN: the drains themselves."""
 
-from sembra.local.input_file.labelled import Labelled
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.labelled import Labelled
+from sembra.local.sli.sections import Section
 from sembra.local.worker.consolidation.drains.drains import Drains
 from sembra.local.worker.consolidation.drains.flow import (
     HorizontalFlow,

@@ -2,9 +2,9 @@
 
 from collections.abc import Mapping
 
-from sembra.local.input_file.errors import InputFileError
-from sembra.local.input_file.geometry_1d import read_geometry_1d
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.geometry_1d import read_geometry_1d
+from sembra.local.sli.sections import Section
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.material import Material
 

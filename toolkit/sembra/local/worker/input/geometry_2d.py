@@ -2,9 +2,9 @@
 
 from collections.abc import Mapping
 
-from sembra.local.input_file.errors import InputFileError
-from sembra.local.input_file.geometry_2d import Chain, read_geometry_2d
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.geometry_2d import Chain, read_geometry_2d
+from sembra.local.sli.sections import Section
 from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.ground.polyline import Polyline

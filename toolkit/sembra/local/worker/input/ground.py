@@ -3,8 +3,8 @@
 from collections.abc import Mapping
 from dataclasses import replace
 
-from sembra.local.input_file.labelled import Labelled
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.labelled import Labelled
+from sembra.local.sli.sections import Section
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
 from sembra.local.worker.ground.imaginary_surface import make_imaginary_surface
 from sembra.local.worker.ground.material import Material

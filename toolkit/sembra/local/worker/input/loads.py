@@ -1,8 +1,8 @@
 """Embankments, from the non-uniform loads of a file."""
 
-from sembra.local.input_file.errors import InputFileError
-from sembra.local.input_file.non_uniform_loads import NonUniformLoad, read_non_uniform_loads
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.non_uniform_loads import NonUniformLoad, read_non_uniform_loads
+from sembra.local.sli.sections import Section
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import Embankment
 

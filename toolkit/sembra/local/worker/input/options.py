@@ -1,7 +1,7 @@
 """The sections MODEL, CALCULATION OPTIONS, WATER and RESIDUAL TIMES, and what isn't covered."""
 
-from sembra.local.input_file.labelled import Labelled
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.labelled import Labelled
+from sembra.local.sli.sections import Section
 from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
 from sembra.local.worker.loads.spreading import Distribution, Spreading
 from sembra.local.worker.options import Options, Superelevation

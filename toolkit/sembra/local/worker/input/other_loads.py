@@ -2,14 +2,14 @@
 
 from collections.abc import Callable, Mapping
 
-from sembra.local.input_file.other_loads import (
+from sembra.local.sli.other_loads import (
     KindOfLoad,
     OtherLoad,
     UnknownLoad,
     find_unknown_loads,
 )
-from sembra.local.input_file.other_loads import read_other_loads as read_stated_loads
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.other_loads import read_other_loads as read_stated_loads
+from sembra.local.sli.sections import Section
 from sembra.local.worker.errors import NotCoveredError
 from sembra.local.worker.input.options import read_spreading
 from sembra.local.worker.loads.circular import CircularLoad

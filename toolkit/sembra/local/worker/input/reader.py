@@ -2,8 +2,8 @@
 
 from collections.abc import Iterator, Sequence
 
-from sembra.local.input_file.labelled import Labelled
-from sembra.local.input_file.sections import Section, read_whole
+from sembra.local.sli.labelled import Labelled
+from sembra.local.sli.sections import Section, read_whole
 from sembra.local.worker.consolidation.table import CONSOLIDATIONS
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround

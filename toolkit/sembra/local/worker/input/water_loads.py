@@ -2,9 +2,9 @@
 
 from dataclasses import replace
 
-from sembra.local.input_file.sections import Section
-from sembra.local.input_file.water_loads import count_water_loads
-from sembra.local.input_file.water_loads import read_water_loads as read_stated_loads
+from sembra.local.sli.sections import Section
+from sembra.local.sli.water_loads import count_water_loads
+from sembra.local.sli.water_loads import read_water_loads as read_stated_loads
 from sembra.local.worker.errors import NotCoveredError
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
 from sembra.local.worker.input.geometry_2d import read_pl_lines

@@ -1,6 +1,6 @@
 """Times of loads."""
 
-from sembra.local.input_file.sections import Cursor
+from sembra.local.sli.sections import Cursor
 
 INITIAL = -1
 """Stands for the time of loads that are there before the calculation begins."""

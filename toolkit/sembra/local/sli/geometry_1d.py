@@ -7,7 +7,7 @@ bottom level. What follows (probabilistic data of the layers) isn't read.
 
 from dataclasses import dataclass
 
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.sections import Section
 
 
 @dataclass(frozen=True)

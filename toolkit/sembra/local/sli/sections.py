@@ -4,7 +4,7 @@ import math
 from collections.abc import Iterator
 from dataclasses import dataclass
 
-from sembra.local.input_file.errors import InputFileError
+from sembra.local.sli.errors import InputFileError
 
 
 @dataclass(frozen=True)

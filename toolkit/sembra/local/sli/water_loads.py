@@ -7,13 +7,13 @@ layers, and for each of them, the lowest first, those of the lines at its top an
 from collections.abc import Collection
 from dataclasses import dataclass
 
-from sembra.local.input_file.geometry_2d import (
+from sembra.local.sli.geometry_2d import (
     INTERPOLATED,
     NO_PL_LINE,
     check_pl_line,
     read_pl_line,
 )
-from sembra.local.input_file.sections import Cursor, Section
+from sembra.local.sli.sections import Cursor, Section
 
 
 @dataclass(frozen=True)

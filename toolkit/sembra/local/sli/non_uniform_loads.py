@@ -6,9 +6,9 @@ the time of its removal, and its outline.
 
 from dataclasses import dataclass
 
-from sembra.local.input_file.geometry_2d import Point
-from sembra.local.input_file.sections import Cursor, Section
-from sembra.local.input_file.times import check_time
+from sembra.local.sli.geometry_2d import Point
+from sembra.local.sli.sections import Cursor, Section
+from sembra.local.sli.times import check_time
 
 
 @dataclass(frozen=True)

@@ -9,8 +9,8 @@ import re
 from dataclasses import dataclass
 from enum import IntEnum
 
-from sembra.local.input_file.sections import Cursor, Section
-from sembra.local.input_file.times import check_time
+from sembra.local.sli.sections import Cursor, Section
+from sembra.local.sli.times import check_time
 
 _KIND = re.compile(r"\s*(\d+) : (\w+)")
 

@@ -2,8 +2,8 @@
 
 from collections.abc import Iterable
 
-from sembra.local.input_file.errors import InputFileError
-from sembra.local.input_file.sections import Line, Section, parse_number
+from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.sections import Line, Section, parse_number
 
 
 class Labelled:

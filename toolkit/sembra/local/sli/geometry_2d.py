@@ -3,7 +3,7 @@
 from collections.abc import Collection, Mapping, Sequence
 from dataclasses import dataclass
 
-from sembra.local.input_file.sections import Cursor, Section
+from sembra.local.sli.sections import Cursor, Section
 
 NO_PL_LINE = 0
 """Stands in the place of a pl-line where there is no pore pressure."""

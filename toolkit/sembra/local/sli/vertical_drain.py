@@ -6,7 +6,7 @@ whether it is used or not.
 
 from dataclasses import dataclass
 
-from sembra.local.input_file.sections import Section
+from sembra.local.sli.sections import Section
 
 _SCHEDULE = ": Flow type"
 

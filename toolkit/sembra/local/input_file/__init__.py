@@ -1,1 +1,0 @@
-"""Reads input files (.sli), for all that work with them."""
