@@ -11,7 +11,7 @@ TERMS = 20000
 
 
 def kernels(times: Floats, leakages: Floats = LEAKAGES) -> Kernels:
-    return Response(leakages).at(np.tile(times, (len(leakages), 1)))
+    return Response(leakages).at(np.repeat(times[:, None], len(leakages), axis=1))
 
 
 def plain_series(time: float, leakage: float) -> tuple[float, float, float]:
@@ -32,7 +32,7 @@ def test_they_are_the_sums_of_the_series() -> None:
     for row, leakage in enumerate(LEAKAGES):
         for column, time in enumerate(TIMES):
             # The terms that the plain series leaves out add up to 2 / (pi² TERMS) at most.
-            assert values[row, column] == pytest.approx(
+            assert values[:, column, row] == pytest.approx(
                 plain_series(float(time), float(leakage)), abs=1.1e-5
             )
 
@@ -43,7 +43,7 @@ def test_both_ways_of_adding_up_meet() -> None:
 
 
 def test_after_a_long_time_without_leakage() -> None:
-    values = kernels(np.array([100.0]), np.zeros(1)).values[0, 0]
+    values = kernels(np.array([100.0]), np.zeros(1)).values[:, 0, 0]
     assert values == pytest.approx([1 / 3, 1 / 6, 1 / 12])
 
 
@@ -55,7 +55,7 @@ def test_nothing_has_flowed_at_first() -> None:
 def test_what_comes_in_flows_out_leaks_or_stays(time: float) -> None:
     step = 1e-6
     around = kernels(np.array([time - step, time, time + step]))
-    growth = (around.mean[:, 2] - around.mean[:, 0]) / (2 * step)
-    out_of_the_ends = 2 * (around.direct[:, 1] + around.other[:, 1])
-    leaked = 4 * LEAKAGES * around.mean[:, 1]
+    growth = (around.mean[2] - around.mean[0]) / (2 * step)
+    out_of_the_ends = 2 * (around.direct[1] + around.other[1])
+    leaked = 4 * LEAKAGES * around.mean[1]
     assert growth + out_of_the_ends + leaked == pytest.approx(np.ones(len(LEAKAGES)), abs=1e-5)

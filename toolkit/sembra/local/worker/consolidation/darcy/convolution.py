@@ -51,9 +51,9 @@ class Convolution:
         steps = len(times) - 1
         self._times = times
         self._step = 0
-        self._diffusivities = np.zeros((count, steps))
-        self._sources = np.zeros((2, count, steps))
-        self._changes = np.zeros((2, count, steps))
+        self._diffusivities = np.zeros((steps, count))
+        self._sources = np.zeros((steps, 2, count))
+        self._changes = np.zeros((steps, 2, count))
         self._still = Response(np.zeros(count))
         self._leakages = np.zeros(count)
         self._leaking = self._still
@@ -65,20 +65,20 @@ class Convolution:
             diffusivity: g of the elements in this step, in 1/day.
             leakages: l of the elements.
         """
-        self._diffusivities[:, self._step] = diffusivity
+        self._diffusivities[self._step] = diffusivity
         count = self._step + 1
         since = self._times[count] - self._times[:count]
-        ages = self._diffusivities[:, :count] * since
-        young = np.flatnonzero(ages.min(axis=0) < FORGOTTEN)
+        ages = self._diffusivities[:count] * since[:, None]
+        young = np.flatnonzero(ages.min(axis=1) < FORGOTTEN)
         first = max(int(young[0]) - 1, 0) if len(young) else count - 1
-        ages = ages[:, first:]
+        ages = ages[first:]
         for_source = for_change = _means_over_steps(self._still, ages)
         if leakages.any():
             for_source = _means_over_steps(self._response(leakages), ages)
-            for_change = for_change * np.exp(-4 * leakages[:, None] * ages)[..., None]
+            for_change = for_change * np.exp(-4 * leakages * ages)
         past = slice(first, self._step)
-        flow, inside = _left(Kernels(for_source[:, :-1]), self._sources[..., past])
-        held_back, missing = _left(Kernels(for_change[:, :-1]), self._changes[..., past])
+        flow, inside = _left(Kernels(for_source[:, :-1]), self._sources[past])
+        held_back, missing = _left(Kernels(for_change[:, :-1]), self._changes[past])
         return (
             Factors(Kernels(for_source[:, -1]), Kernels(for_change[:, -1])),
             Remembered(flow - held_back, inside - missing),
@@ -92,30 +92,30 @@ class Convolution:
 
     def end(self, sources: Floats, changes: Floats) -> None:
         """End the step with its sources and changes of pressure, shape (2, elements), in kPa."""
-        self._sources[..., self._step] = sources
-        self._changes[..., self._step] = changes
+        self._sources[self._step] = sources
+        self._changes[self._step] = changes
         self._step += 1
 
 
 def _means_over_steps(response: Response, ages: Floats) -> Floats:
-    """Return dD, dO and dP of all steps, shape (elements, steps, 3)."""
+    """Return dD, dO and dP of all steps, shape (3, steps, elements)."""
     values = response.at(ages).values
     later = np.zeros_like(values)
     later[:, :-1] = values[:, 1:]
     spans = ages.copy()
-    spans[:, :-1] -= ages[:, 1:]
+    spans[:-1] -= ages[1:]
     close = np.abs(spans) < _CLOSE * ages
     if close.any():
-        later[close] = response.at(ages * (1 - _APART)).values[close]
+        later[:, close] = response.at(ages * (1 - _APART)).values[:, close]
         spans[close] = _APART * ages[close]
     values -= later
-    values /= spans[..., None]
+    values /= spans
     return values
 
 
 def _left(kernels: Kernels, ends: Floats) -> tuple[Floats, Floats]:
     """Return what flows at the ends and what pressure is inside, by sources or changes at them."""
-    flow: Floats = np.einsum("ej,iej->ie", kernels.direct, ends)
-    flow += np.einsum("ej,iej->ie", kernels.other, ends[::-1])
-    inside: Floats = np.einsum("ej,iej->e", kernels.mean, ends) / 2
+    flow: Floats = np.einsum("je,jie->ie", kernels.direct, ends)
+    flow += np.einsum("je,jie->ie", kernels.other, ends[:, ::-1])
+    inside: Floats = np.einsum("je,jie->e", kernels.mean, ends) / 2
     return flow, inside

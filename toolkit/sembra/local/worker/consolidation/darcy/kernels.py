@@ -29,7 +29,7 @@ _ORDERS = np.arange(1, _TERMS + 1)
 _SIGNS = np.where(_ORDERS % 2 == 0, 1.0, -1.0)
 _WAVES = (np.pi * _ORDERS) ** 2
 # What each term is multiplied by in D, O and P, besides 1 / Q.
-_SHARES = np.stack([np.full(_TERMS, 2.0), -2 * _SIGNS, np.where(_SIGNS < 0, 8 / _WAVES, 0)], axis=1)
+_SHARES = np.stack([np.full(_TERMS, 2.0), -2 * _SIGNS, np.where(_SIGNS < 0, 8 / _WAVES, 0)])
 _NO_LEAKAGE = 1e-9
 # exp(-pi² 4) is 1e-17: by then an element has forgotten.
 FORGOTTEN = 4.0
@@ -42,24 +42,27 @@ _erf = np.vectorize(math.erf, otypes=[np.float64])
 
 @dataclass(frozen=True)
 class Kernels:
-    """D, O and P of elements, at one time or at several: the last axis of `values`."""
+    """D, O and P of elements, at one time or at several: the first axis of `values`."""
 
     values: Floats
 
     @property
     def direct(self) -> Floats:
         """D."""
-        return self.values[..., 0]
+        direct: Floats = self.values[0]
+        return direct
 
     @property
     def other(self) -> Floats:
         """O."""
-        return self.values[..., 1]
+        other: Floats = self.values[1]
+        return other
 
     @property
     def mean(self) -> Floats:
         """P."""
-        return self.values[..., 2]
+        mean: Floats = self.values[2]
+        return mean
 
 
 class Response:
@@ -73,30 +76,34 @@ class Response:
         self._leakages = leakages
         self._leaks = bool(leakages.any())
         self._rates = _WAVES[:, None] + 4 * leakages
-        self._limits = np.stack(_limits(leakages), axis=1)[:, None, :]
+        self._limits = np.stack(_limits(leakages))[:, None, :]
 
     def at(self, times: Floats) -> Kernels:
-        """Return the kernels at times of shape (elements, times)."""
+        """Return the kernels at times of shape (times, elements)."""
         values = self._limits - self._held(times)
         early = times < _EARLY
         if early.any():
-            leakages = np.broadcast_to(self._leakages[:, None], times.shape)[early]
-            values[early] = np.stack(_of_half_spaces(times[early], leakages), axis=1)
+            leakages = np.broadcast_to(self._leakages, times.shape)[early]
+            values[:, early] = _of_half_spaces(times[early], leakages)
         return Kernels(values)
 
     def _held(self, times: Floats) -> Floats:
         """Return the terms with exponentials, by which the kernels are below their limits."""
         ages = times.ravel()
-        held = np.zeros((ages.size, 3))
+        held = np.zeros((3, ages.size))
         early, late = ages < _FEW_TERMS_FROM, ages < FORGOTTEN
         for count, there in ((_TERMS, early), (_FEW_TERMS, late & ~early)):
-            rows = np.flatnonzero(there)
-            element = rows // times.shape[1]
-            terms = _exponentials(ages[rows], count) / self._rates[:count, element]
-            held[rows] = terms.T @ _SHARES[:count]
+            places = np.flatnonzero(there)
+            terms = _exponentials(ages[places], count)
+            if self._leaks:
+                terms /= self._rates[:count, places % times.shape[1]]
+                held[:, places] = _SHARES[:, :count] @ terms
+            else:
+                held[:, places] = (_SHARES / _WAVES)[:, :count] @ terms
+        held = held.reshape(3, *times.shape)
         if self._leaks:
-            held *= np.exp(-4 * self._leakages[:, None] * times).reshape(-1, 1)
-        return held.reshape(*times.shape, 3)
+            held *= np.exp(-4 * self._leakages * times)
+        return held
 
 
 def _exponentials(times: Floats, count: int) -> Floats:
