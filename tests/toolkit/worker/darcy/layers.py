@@ -78,5 +78,5 @@ def loaded(
 ) -> Course:
     """What a load in kPa at time 0 makes of a column."""
     at_nodes = np.full(len(column.levels), load)
-    (course,) = DarcyRun([column], model, given, times).run(lambda _step, _settlements: [at_nodes])
+    (course,) = DarcyRun([column], model, given, times).run(lambda _step, _settlements: at_nodes)
     return course

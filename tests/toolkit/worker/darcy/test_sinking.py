@@ -53,8 +53,9 @@ def increase(
     loads: list[Load], settlement: float, time: float = 0.0, phreatic_level: float = 5.0
 ) -> Floats:
     """The increase in a column whose nodes settle by the same; without loss of soil."""
-    sinking = SinkingLoads([situation(loads, phreatic_level=phreatic_level)], 100.0)
-    return sinking.increases(time, [np.full(5, settlement)])[0]
+    sinking = SinkingLoads([situation(loads, phreatic_level=phreatic_level)], [100.0])
+    (increase,) = sinking.increases(time, np.full((1, 5), settlement))
+    return np.asarray(increase)
 
 
 def test_a_load_loses_weight_as_far_as_it_is_wet() -> None:
@@ -75,21 +76,21 @@ def test_loads_that_have_not_come_yet_do_not_count() -> None:
 
 
 def test_soil_between_the_phreatic_level_and_the_surface_comes_under_water() -> None:
-    sinking = SinkingLoads([situation([])], 100.0)
+    sinking = SinkingLoads([situation([])], [100.0])
     # The level rises to the surface, and no further: 18 - 10 - 15 kN/m³ for 0.3 m at most.
-    assert sinking.increases(0.0, [np.full(5, 0.1)])[0][BELOW] == pytest.approx(-0.7)
-    assert sinking.increases(0.0, [np.full(5, 0.5)])[0] == pytest.approx(
+    assert sinking.increases(0.0, np.full((1, 5), 0.1))[0][BELOW] == pytest.approx(-0.7)
+    assert sinking.increases(0.0, np.full((1, 5), 0.5))[0] == pytest.approx(
         [0, -1.4, -2.1, -2.1, -2.1]
     )
 
 
 def test_the_phreatic_level_rises_by_the_settlement_where_it_is() -> None:
-    sinking = SinkingLoads([situation([])], 100.0)
-    settlements = np.array([0.4, 0.4, 0.1, 0.0, 0.0])
+    sinking = SinkingLoads([situation([])], [100.0])
+    settlements = np.array([[0.4, 0.4, 0.1, 0.0, 0.0]])
     # 0.3 m lies a third of the way from 0.2 to 0.5 m.
-    assert sinking.increases(0.0, [settlements])[0][BELOW] == pytest.approx(-7 * 0.3)
-    sinking = SinkingLoads([situation([], phreatic_level=-1.0)], 100.0)
-    assert sinking.increases(0.0, [settlements])[0][3:] == pytest.approx(-7 * 0.08)
+    assert sinking.increases(0.0, settlements)[0][BELOW] == pytest.approx(-7 * 0.3)
+    sinking = SinkingLoads([situation([], phreatic_level=-1.0)], [100.0])
+    assert sinking.increases(0.0, settlements)[0][3:] == pytest.approx(-7 * 0.08)
 
 
 def test_free_water_keeps_the_weight_of_the_soil() -> None:
@@ -103,7 +104,7 @@ def test_between_columns_the_surface_is_straight() -> None:
     # The settlement at x = 6 m is 0.6 of the way from 0.1 to 0.5 m, whatever order they come in.
     for places, settlements in (([0.0, 10.0], [0.1, 0.5]), ([10.0, 0.0], [0.5, 0.1])):
         columns = [situation([load], x, phreatic_level=5.0) for x in places]
-        sinking = SinkingLoads(columns, 100.0)
-        found = sinking.increases(0.0, [np.full(5, one) for one in settlements])
+        sinking = SinkingLoads(columns, [100.0])
+        found = np.split(sinking.increases(0.0, np.repeat([settlements], 5, axis=1))[0], 2)
         expected = load.submerged(lambda x: np.full_like(x, 0.34)).stress(0.0, 0.0, LEVELS)
         assert found[places.index(0.0)] == pytest.approx(expected)

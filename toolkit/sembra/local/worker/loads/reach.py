@@ -5,7 +5,7 @@ of a column only what of the column lies above the point acts, and nothing acts 
 the load.
 """
 
-from collections.abc import Callable, Sequence
+from collections.abc import Sequence
 
 import numpy as np
 
@@ -24,26 +24,34 @@ class Reach:
     """
 
     def __init__(self, strips: Strips, points: Sequence[tuple[float, Floats]]) -> None:
-        self._strips = strips
-        self._shares = np.concatenate([strips.shares(x, levels) for x, levels in points])
+        shares = np.concatenate([strips.shares(x, levels) for x, levels in points])
         levels = np.concatenate([levels for _, levels in points])
-        high = levels > strips.base.min(initial=np.inf)
-        self._high = np.flatnonzero(high)
+        high = np.flatnonzero(levels > strips.base.min(initial=np.inf))
         level = levels[high, np.newaxis]
         bases = np.stack([strips.bases_at(x) for x, _ in points])
         line = np.repeat(np.arange(len(points)), [len(levels) for _, levels in points])[high]
         inside = level > np.minimum(bases[line], strips.tops) + _LEVEL_TOLERANCE
-        self._bases = np.maximum(strips.base, level)
-        self._shares_high = np.where(inside, 0.0, self._shares[high])
+        shares[high] = np.where(inside, 0.0, shares[high])
+        # Few columns reach points above their bases, so these pairs stand apart.
+        place, self._columns = np.nonzero((level > strips.base) & (shares[high] != 0))
+        self._points = high[place]
+        self._cut_off = levels[self._points] - strips.base[self._columns]
+        self._shares_of_parts = shares[self._points, self._columns]
+        shares[self._points, self._columns] = 0.0
+        self._shares = shares.T
 
-    def stress(self, pressures: Callable[[Floats], Floats]) -> Floats:
-        """Return the vertical stress at all points, line by line, in kPa.
+    def stress(self, heights: Floats) -> Floats:
+        """Return the vertical stress at all points, line by line, for a unit weight of 1 kN/m³.
 
         Args:
-            pressures: tells the pressures of the columns by what of them stands above levels, one
-                for each column along the last axis.
+            heights: heights that columns of this weight have above their bases in metres, shape
+                (..., columns).
+
+        Returns:
+            Stress in kPa, shape (..., points).
         """
-        stress: Floats = self._shares @ pressures(self._strips.base)
-        if len(self._high):
-            stress[self._high] = (self._shares_high * pressures(self._bases)).sum(axis=1)
+        stress: Floats = heights @ self._shares
+        if len(self._points):
+            parts = np.maximum(heights[..., self._columns] - self._cut_off, 0.0)
+            np.add.at(stress.T, self._points, (parts * self._shares_of_parts).T)
         return stress

@@ -23,12 +23,14 @@ class Fill:
     wet: float
     water: float
 
-    def pressure(self, base: Floats, top: Floats, water_level: Floats) -> Floats:
-        """Return the pressure by what stands between a base and a top, in kPa."""
-        height = np.maximum(top - base, 0.0)
-        wet = np.clip(water_level - base, 0.0, height)
-        under_water = self.wet - (-self.water if self.wet < 0 else self.water)
-        return self.dry * (height - wet) + under_water * wet
+    @property
+    def change_under_water(self) -> float:
+        """What is added to the unit weight of what comes under water, in kN/m³."""
+        return self.wet - (-self.water if self.wet < 0 else self.water) - self.dry
+
+    def pressure(self, height: Floats, wet: Floats) -> Floats:
+        """Return the pressure by heights in metres that are wet in part, in kPa."""
+        return self.dry * height + self.change_under_water * wet
 
 
 @dataclass(frozen=True)
@@ -67,15 +69,19 @@ class StripLoad:
     @property
     def pressures(self) -> Floats:
         """Pressure of each column on its base, in kPa, negative for a load that goes."""
-        return self.pressures_above(self.strips.base)
+        return self.sign * self.fill.pressure(self.strips.height, self.wet_heights)
 
-    def pressures_above(self, levels: Floats) -> Floats:
-        """Pressure by what of each column stands above levels, one for each or rows of them."""
-        return self.sign * self.fill.pressure(levels, self.strips.tops, self.water_levels)
+    @property
+    def wet_heights(self) -> Floats:
+        """How high each column stands in water, in metres."""
+        return np.clip(self.water_levels - self.strips.base, 0.0, self.strips.height)
 
     def stress(self, x: float, _z: float, levels: Floats, /) -> Floats:
         """Vertical stress at x and some levels."""
-        return Reach(self.strips, [(x, levels)]).stress(self.pressures_above)
+        reach = Reach(self.strips, [(x, levels)])
+        return self.sign * self.fill.pressure(
+            reach.stress(self.strips.height), reach.stress(self.wet_heights)
+        )
 
     def submerged(self, settlement: SurfaceSettlement, /) -> Self:
         """The load after the ground below it has settled, with more of it under water."""

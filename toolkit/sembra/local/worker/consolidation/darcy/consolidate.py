@@ -19,10 +19,10 @@ _ROUNDING = 1e-6
 
 
 class _Loads(Protocol):
-    """What increases the stress in columns."""
+    """What increases the stress in columns, in several runs."""
 
-    def increases(self, time: float, settlements: Sequence[Floats], /) -> Sequence[Floats]:
-        """Return the increase at the nodes of each column from a time on, by their settlements."""
+    def increases(self, time: float, settlements: Floats, /) -> Floats:
+        """Return the increase at the nodes from a time on by their settlements, in each run."""
 
 
 class Darcy(Consolidation):
@@ -42,7 +42,8 @@ class Darcy(Consolidation):
 
 
 def _consolidate(
-    situations: Sequence[Situation], loads_until: Callable[[Sequence[Situation], float], _Loads]
+    situations: Sequence[Situation],
+    loads_until: Callable[[Sequence[Situation], Sequence[float]], _Loads],
 ) -> list[Consolidated]:
     """Consolidate columns together, in one row for each load step that is wanted to be the last."""
     s = situations[0]
@@ -57,17 +58,12 @@ def _consolidate(
         for number, step in enumerate(steps)
         if number == last or (s.options.each_step_alone and not step.is_own_weight)
     ]
-    loads = [loads_until(situations, steps[number].time) for number in wanted]
+    loads = loads_until(situations, [steps[number].time for number in wanted])
     size = len(situations)
 
-    def loading(step: int, settlements: Sequence[Floats]) -> list[Floats]:
-        return [
-            increase
-            for number, some in enumerate(loads)
-            for increase in some.increases(
-                float(times[step]), settlements[number * size : (number + 1) * size]
-            )
-        ]
+    def loading(step: int, settlements: Floats) -> Floats:
+        by_run = settlements.reshape(len(wanted), -1)
+        return loads.increases(float(times[step]), by_run).ravel()
 
     courses = DarcyRun(profiles * len(wanted), type(s.model), s.options, times).run(loading)
     settlements = np.zeros((size, len(times), len(steps)))
@@ -90,26 +86,28 @@ class _FixedLoads:
 
     Args:
         situations: the columns.
-        last: the time in days after which no further loads count.
+        lasts: for each run, the time in days after which no further loads count.
     """
 
-    def __init__(self, situations: Sequence[Situation], last: float) -> None:
-        self._none = [np.zeros_like(s.initial) for s in situations]
+    def __init__(self, situations: Sequence[Situation], lasts: Sequence[float]) -> None:
+        self._lasts = lasts
+        by_column = [load_steps(s.column, s.mesh, s.initial, s.loads) for s in situations]
+        initial = np.concatenate([s.initial for s in situations])
         self._steps = [
-            [
-                (step.time, step.effective - s.initial)
-                for step in load_steps(s.column, s.mesh, s.initial, s.loads)
-                if step.time <= last
-            ]
-            for s in situations
+            (steps[0].time, np.concatenate([step.effective for step in steps]) - initial)
+            for steps in zip(*by_column, strict=True)
         ]
+        self._none = np.zeros_like(initial)
 
-    def increases(self, time: float, _settlements: Sequence[Floats], /) -> list[Floats]:
+    def increases(self, time: float, _settlements: Floats, /) -> Floats:
         """Return the increase by the last load step at or before a time in days."""
-        return [
-            [none, *(increase for when, increase in steps if when <= time + _ROUNDING)][-1]
-            for none, steps in zip(self._none, self._steps, strict=True)
-        ]
+        now = np.minimum(self._lasts, time + _ROUNDING)
+        return np.array(
+            [
+                [self._none, *(increase for when, increase in self._steps if when <= until)][-1]
+                for until in now
+            ]
+        )
 
 
 def _profile(s: Situation) -> Profile:

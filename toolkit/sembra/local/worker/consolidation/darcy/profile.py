@@ -61,6 +61,7 @@ class Row:
         counts = [len(profile.levels) for profile in profiles]
         self._ends = list(accumulate(counts))
         starts = [0, *self._ends[:-1]]
+        self._bottoms = np.repeat(self._ends, counts)
         upper = np.concatenate(
             [start + np.arange(count - 1) for start, count in zip(starts, counts, strict=True)]
         )
@@ -89,13 +90,10 @@ class Row:
         mean: Floats = (at_nodes[..., upper] + at_nodes[..., lower]) / 2
         return mean
 
-    def settlements(self, strain: Floats) -> list[Floats]:
-        """Return the settlement of the nodes of each profile by the strain of the elements."""
+    def settlements(self, strain: Floats) -> Floats:
+        """Return the settlement of the nodes by the strain of the elements."""
         compression = np.zeros(len(self.free))
         compression[self.nodes[0]] = strain * self.heights
         from_below = np.append(np.cumsum(compression[::-1])[::-1], 0.0)
-        starts = [0, *self._ends[:-1]]
-        return [
-            from_below[start:end] - from_below[end]
-            for start, end in zip(starts, self._ends, strict=True)
-        ]
+        settlements: Floats = from_below[:-1] - from_below[self._bottoms]
+        return settlements

@@ -22,11 +22,11 @@ from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS
 from sembra.local.worker.options import Options
 from sembra.local.worker.soil_models.soil_model import Elements, SoilModel
 
-type Loading = Callable[[int, Sequence[Floats]], Sequence[Floats]]
-"""Tells the increase of the total stress at the nodes of each profile, in kPa.
+type Loading = Callable[[int, Floats], Floats]
+"""Tells the increase of the total stress at the nodes of all profiles, one after another, in kPa.
 
 It is asked once for each step, by the position of the time that the step begins at, with the
-settlements of the nodes of each profile at that time, in metres.
+settlements of the nodes at that time, in metres.
 """
 
 
@@ -105,7 +105,7 @@ class DarcyRun:
         """
         self._diffusivity[0] = self._diffusivity_at(self._strain[0])
         for step in range(len(self._times) - 1):
-            self._go(step, np.concatenate(loading(step, self._row.settlements(self._strain[step]))))
+            self._go(step, loading(step, self._row.settlements(self._strain[step])))
         part = self._row.part
         return [
             Course(

@@ -5,8 +5,8 @@ columns. So does the soil: the phreatic level rises, as it stands to the soil, b
 the point where it is. Both weigh less by it.
 """
 
+import itertools
 from collections.abc import Sequence
-from dataclasses import replace
 
 import numpy as np
 
@@ -14,7 +14,7 @@ from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.consolidation.darcy.wet_columns import WetColumns
 from sembra.local.worker.ground.stresses import load_stress
-from sembra.local.worker.loads.load import Load, SurfaceSettlement
+from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.reach import Reach
 from sembra.local.worker.loads.strip_load import StripLoad
 
@@ -22,89 +22,98 @@ _ROUNDING = 1e-6
 
 
 class SinkingLoads:
-    """The loads on columns that settle together.
+    """The loads on columns that settle together, in several runs.
 
     Args:
         situations: the columns, with the same loads.
-        last: the time in days after which no further loads count.
+        lasts: for each run, the time in days after which no further loads count.
     """
 
-    def __init__(self, situations: Sequence[Situation], last: float) -> None:
-        self._situations = situations
-        places = np.array([situation.column.x for situation in situations])
-        self._order = np.argsort(places, kind="stable")
-        self._places = places[self._order]
-        loads = [load for load in situations[0].loads if load.time <= last]
-        self._initial = [load for load in loads if load.is_initial]
-        self._later = [load for load in loads if not load.is_initial]
+    def __init__(self, situations: Sequence[Situation], lasts: Sequence[float]) -> None:
+        self._lasts = np.array(lasts)
+        borders = np.cumsum([0, *(len(s.mesh.levels) for s in situations)])
+        self._surfaces = borders[:-1]
+        self._parts = [slice(*ends) for ends in itertools.pairwise(borders)]
         self._soil = [_SinkingSoil(situation) for situation in situations]
-        self._wet: dict[int, WetColumns] = {}
-        self._reach: dict[int, Reach] = {}
-        self._stresses: dict[int, Floats] = {}
-        self._borders = np.cumsum([len(s.mesh.levels) for s in situations])[:-1]
-        self._dry = np.concatenate(
-            [load_stress(self._initial, s.column, s.mesh.levels) for s in situations]
-        )
+        loads = situations[0].loads
+        # A load and its removal have the same columns.
+        steps: dict[int, list[StripLoad]] = {}
+        for load in loads:
+            if isinstance(load, StripLoad):
+                steps.setdefault(id(load.strips), []).append(load)
+        self._strips = [_SinkingStrips(some, situations, len(lasts)) for some in steps.values()]
+        self._pressures = [
+            (load.time, _stress([load], situations))
+            for load in loads
+            if not isinstance(load, StripLoad)
+        ]
+        self._at_first = _stress([load for load in loads if load.is_initial], situations)
 
-    def increases(self, time: float, settlements: Sequence[Floats]) -> list[Floats]:
-        """Return the increase of stress at the nodes of each column.
+    def increases(self, time: float, settlements: Floats, /) -> Floats:
+        """Return the increase of stress at the nodes of all columns in each run.
 
         Args:
             time: in days; loads that come at it are there.
-            settlements: settlement of the nodes of each column, in metres.
+            settlements: settlement of the nodes in metres, shape (runs, nodes).
         """
-        surface = np.array([settlement[0] for settlement in settlements])[self._order]
-
-        def sunk(x: Floats) -> Floats:
-            settlement: Floats = np.interp(x, self._places, surface)
-            return settlement
-
-        there: list[Load] = [
-            *self._initial,
-            *(load for load in self._later if load.time <= time + _ROUNDING),
-        ]
+        now = np.minimum(self._lasts, time + _ROUNDING)
+        surface = settlements[:, self._surfaces]
         increases = np.concatenate(
-            [soil.loss(own) for soil, own in zip(self._soil, settlements, strict=True)]
+            [
+                soil.loss(settlements[:, part])
+                for soil, part in zip(self._soil, self._parts, strict=True)
+            ],
+            axis=1,
         )
-        increases -= self._dry
-        heights: dict[int, Floats] = {}
-        for load in there:
-            if isinstance(load, StripLoad):
-                increases += self._of_strips(self._submerged(load, sunk, heights))
-            else:
-                increases += self._of_pressure(load)
-        return np.split(increases, self._borders)
+        increases -= self._at_first
+        for load_time, stress in self._pressures:
+            increases[load_time <= now] += stress
+        for strips in self._strips:
+            increases += strips.stress(now, surface)
+        return increases
 
-    def _of_strips(self, load: StripLoad) -> Floats:
-        """Return the stress by a load at the nodes of all columns, one after another."""
-        key = id(load.strips)
-        if key not in self._reach:
-            points = [(s.column.x, s.mesh.levels) for s in self._situations]
-            self._reach[key] = Reach(load.strips, points)
-        return self._reach[key].stress(load.pressures_above)
 
-    def _of_pressure(self, load: Load) -> Floats:
-        """Return the same by a load without a height that could come under water: it stays."""
-        key = id(load)
-        if key not in self._stresses:
-            self._stresses[key] = np.concatenate(
-                [load_stress([load], s.column, s.mesh.levels) for s in self._situations]
-            )
-        return self._stresses[key]
+def _stress(loads: Sequence[Load], situations: Sequence[Situation]) -> Floats:
+    """Return the stress by loads at the nodes of columns, one after another."""
+    return np.concatenate([load_stress(loads, s.column, s.mesh.levels) for s in situations])
 
-    def _submerged(
-        self, load: StripLoad, sunk: SurfaceSettlement, heights: dict[int, Floats]
-    ) -> StripLoad:
-        """Return a load after the ground has settled.
 
-        A load and its removal have the same columns, whose heights in water are kept in `heights`.
+class _SinkingStrips:
+    """The columns of a load, which goes again if it is removed.
+
+    Args:
+        steps: the load, and its removal.
+        situations: the columns of ground.
+        runs: the number of runs.
+    """
+
+    def __init__(
+        self, steps: Sequence[StripLoad], situations: Sequence[Situation], runs: int
+    ) -> None:
+        self._steps = steps
+        self._fill, strips = steps[0].fill, steps[0].strips
+        self._wet = WetColumns(steps[0], runs)
+        self._reach = Reach(strips, [(s.column.x, s.mesh.levels) for s in situations])
+        self._dry_heights = self._reach.stress(strips.height)
+        places = np.array([s.column.x for s in situations])
+        order = np.argsort(places, kind="stable")
+        # What the settlement of each column of ground adds to that below each column of the load.
+        self._below = np.array(
+            [np.interp(strips.middles, places[order], one[order]) for one in np.eye(len(places))]
+        )
+
+    def stress(self, now: Floats, surface: Floats) -> Floats:
+        """Return the stress at the nodes of the columns of ground.
+
+        Args:
+            now: for each run, the time in days up to which loads have come or gone.
+            surface: settlement of the surface of the columns in metres, shape (runs, columns).
         """
-        key = id(load.strips)
-        if key not in heights:
-            if key not in self._wet:
-                self._wet[key] = WetColumns(load)
-            heights[key] = self._wet[key].heights(sunk(load.strips.middles))
-        return replace(load, water_levels=load.strips.base + heights[key])
+        signs = np.sum([(step.time <= now) * step.sign for step in self._steps], axis=0)
+        if self._steps[0].time > now.max():
+            return np.zeros((len(now), len(self._dry_heights)))
+        wet = self._reach.stress(self._wet.heights(surface @ self._below))
+        return signs[:, None] * self._fill.pressure(self._dry_heights, wet)
 
 
 class _SinkingSoil:
@@ -129,16 +138,24 @@ class _SinkingSoil:
         self._is_dry = column.phreatic_level < column.surface
         self._level = column.phreatic_level
         self._levels = situation.mesh.levels
+        # What the settlement of each node adds to that at the phreatic level.
+        self._at_level = np.array(
+            [np.interp(-self._level, -self._levels, one) for one in np.eye(len(self._levels))]
+        )
         self._before = self._change_below(self._level)
 
     def loss(self, settlements: Floats) -> Floats:
-        """Return the change of effective stress at the nodes by what comes under water, in kPa."""
-        if not self._is_dry:
-            return np.zeros_like(self._levels)
-        rise = float(np.interp(-self._level, -self._levels, settlements))
-        return self._change_below(self._level + rise) - self._before
+        """Return the change of effective stress at the nodes by what comes under water, in kPa.
 
-    def _change_below(self, water_level: float) -> Floats:
+        Args:
+            settlements: settlement of the nodes in metres, shape (runs, nodes).
+        """
+        if not self._is_dry:
+            return np.zeros_like(settlements)
+        rise = settlements @ self._at_level
+        return self._change_below(self._level + rise[:, None]) - self._before
+
+    def _change_below(self, water_level: Floats | float) -> Floats:
         """Return what all soil up to a water level, but not below the nodes, changes once wet."""
         reached = np.maximum(self._levels, water_level)
         change: Floats = np.interp(reached, self._borders, self._sums)

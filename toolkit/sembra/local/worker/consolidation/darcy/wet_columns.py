@@ -16,27 +16,29 @@ _ROUNDING = 1e-9
 
 
 class WetColumns:
-    """The columns of a load, from the time step on in which it comes.
+    """The columns of a load in several runs, from the time step on in which it comes.
 
     Args:
         load: the load.
+        runs: the number of runs, in each of which the columns settle in their own way.
     """
 
-    def __init__(self, load: StripLoad) -> None:
-        self._base, self._height = load.strips.ends
-        self._water_levels = load.water_levels
+    def __init__(self, load: StripLoad, runs: int) -> None:
+        base, height = load.strips.ends
+        # Of shape (2, 1, columns): for the two ends of each column, the same in all runs.
+        self._above_water, self._height = (base - load.water_levels)[:, None], height[:, None]
         self._sunk: Floats | None = None
-        self._lead = np.full_like(load.water_levels, np.nan)
+        self._lead = np.full((runs, len(load.water_levels)), np.nan)
 
     def heights(self, settlement: Floats) -> Floats:
         """Return how high the columns are wet.
 
         Args:
-            settlement: settlement of the ground below each column in metres, one step after that of
-                the call before.
+            settlement: settlement of the ground below each column in metres, shape (runs,
+                columns), one step after that of the call before.
         """
-        depths = np.minimum(self._water_levels + settlement - self._base, self._height)
-        ahead, behind = depths.max(axis=0), depths.min(axis=0)
+        depths = np.minimum(settlement - self._above_water, self._height)
+        ahead, behind = np.maximum(*depths), np.minimum(*depths)
         lead = ahead - behind
         limit = lead if self._sunk is None else np.maximum(settlement - self._sunk, 0.0)
         allowed = np.where(np.isnan(self._lead), np.minimum(lead, limit), self._lead)
