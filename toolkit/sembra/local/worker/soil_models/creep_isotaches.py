@@ -125,6 +125,7 @@ class _Creep:
     def __init__(self, model: CreepIsotaches) -> None:
         elements = model.elements
         self._creeps = model.c > 0
+        self._all_creep = bool(self._creeps.all())
         self._c = np.where(self._creeps, model.c, 1.0)
         self._difference = model.b - model.a
         self._slope = self._difference / self._c
@@ -156,8 +157,11 @@ class _Creep:
     def growth_at(self, stress: Floats, duration: float) -> tuple[Floats, Floats]:
         """Return what a step with a stress adds to the creep, and its derivative by ln(stress)."""
         log_ratio = np.log(duration) - self._log_time_at(stress)
-        creep = self._c * np.logaddexp(0.0, log_ratio)
-        creep_slope = self._difference * np.exp(-np.logaddexp(0.0, -log_ratio))
+        log_growth = np.logaddexp(0.0, log_ratio)
+        creep = self._c * log_growth
+        creep_slope = self._difference * np.exp(log_ratio - log_growth)
+        if self._all_creep:
+            return creep, creep_slope
         virgin = self._virgin(np.maximum(self._highest, stress)) - self._virgin(self._highest)
         virgin_slope = np.where(stress > self._highest, self._difference, 0.0)
         return (

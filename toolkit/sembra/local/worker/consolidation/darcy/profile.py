@@ -50,6 +50,7 @@ class Row:
         drained_bottom: whether water leaves through the bottom of the columns.
 
     Attributes:
+        profile: all of them as one, with the values of one after the other.
         nodes: the upper and the lower node of each element, shape (2, elements).
         heights: initial height of the elements, in metres.
         drained: which elements don't hold back their water.
@@ -66,11 +67,10 @@ class Row:
             [start + np.arange(count - 1) for start, count in zip(starts, counts, strict=True)]
         )
         self.nodes: NDArray[np.intp] = np.stack([upper, upper + 1])
-        levels = np.concatenate([profile.levels for profile in profiles])
-        self.heights: Floats = levels[self.nodes[0]] - levels[self.nodes[1]]
-        self.materials = [material for profile in profiles for material in profile.materials]
-        self.drained = np.array([material.drained for material in self.materials])
-        self.free = np.ones(len(levels), dtype=np.bool_)
+        self.profile = _joined(profiles)
+        self.heights: Floats = self.profile.levels[upper] - self.profile.levels[upper + 1]
+        self.drained = np.array([material.drained for material in self.profile.materials])
+        self.free = np.ones(self._ends[-1], dtype=np.bool_)
         self.free[starts] = False
         self.free[self.nodes[:, self.drained]] = False
         if drained_bottom:
@@ -97,3 +97,19 @@ class Row:
         from_below = np.append(np.cumsum(compression[::-1])[::-1], 0.0)
         settlements: Floats = from_below[:-1] - from_below[self._bottoms]
         return settlements
+
+
+def _joined(profiles: Sequence[Profile]) -> Profile:
+    leakages = [profile.leakage for profile in profiles]
+    return Profile(
+        levels=np.concatenate([profile.levels for profile in profiles]),
+        materials=[material for profile in profiles for material in profile.materials],
+        effective=np.concatenate([profile.effective for profile in profiles]),
+        pore_pressure=np.concatenate([profile.pore_pressure for profile in profiles]),
+        preconsolidation=np.concatenate([profile.preconsolidation for profile in profiles]),
+        leakage=Leakage(
+            factors=np.concatenate([leakage.factors for leakage in leakages]),
+            stated=np.concatenate([leakage.stated for leakage in leakages]),
+            schedule=leakages[0].schedule,
+        ),
+    )

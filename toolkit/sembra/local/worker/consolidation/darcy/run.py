@@ -72,30 +72,31 @@ class DarcyRun:
         options: Options,
         times: Floats,
     ) -> None:
-        self._profiles = profiles
+        self._count = len(profiles)
         self._options = options
         self._times = times
         self._row = row = Row(profiles, options.drained_bottom)
         self._held = held = ~row.drained
-        self._initial = row.means(np.concatenate([profile.effective for profile in profiles]))
-        preconsolidation = np.concatenate([profile.preconsolidation for profile in profiles])
-        model = soil_model(Elements(row.materials, self._initial, preconsolidation), options)
+        self._profile = joined = row.profile
+        self._initial = row.means(joined.effective)
+        elements = Elements(joined.materials, self._initial, joined.preconsolidation)
+        model = soil_model(elements, options)
         self._storage = model.storage
         self._permeability = Permeability(
-            [material.conductivity for material in row.materials], model
+            [material.conductivity for material in joined.materials], model
         )
         self._check_permeability()
         self._history = model.begin()
         self._nodes = row.nodes[:, held]
         self._equation = StorageEquation(self._nodes, row.free, self._creep_excess)
         self._convolution = Convolution(times, int(held.sum()))
-        count, elements = len(times), len(row.heights)
+        count, size = len(times), len(row.heights)
         self._stress = self._initial
-        self._strain = np.zeros((count, elements))
+        self._strain = np.zeros((count, size))
         self._excess = np.zeros((count, len(row.free)))
         self._loading = np.zeros((count, len(row.free)))
-        self._sources = np.zeros((count, 2, elements))
-        self._diffusivity = np.zeros((count, elements))
+        self._sources = np.zeros((count, 2, size))
+        self._diffusivity = np.zeros((count, size))
 
     def run(self, loading: Loading) -> list[Course]:
         """Go from the first time to the last, and return the courses of the profiles.
@@ -115,7 +116,7 @@ class DarcyRun:
                 sources=part(number, self._sources, of_elements=True),
                 diffusivity=part(number, self._diffusivity, of_elements=True),
             )
-            for number in range(len(self._profiles))
+            for number in range(self._count)
         ]
 
     def _go(self, step: int, load: Floats) -> None:
@@ -135,7 +136,7 @@ class DarcyRun:
         """Return the effective stress of the elements that hold back water, after a step."""
         after, held, nodes = step + 1, self._held, self._nodes
         time, duration = self._times[step], self._times[after] - self._times[step]
-        leakages = self._leakages(time)[held]
+        leakages = self._profile.leakage.factors_at(time)[held]
         diffusivity = self._diffusivity[step, held]
         height = self._heights(self._strain[step])[held]
         factors, remembered = self._convolution.begin(diffusivity, leakages)
@@ -148,7 +149,7 @@ class DarcyRun:
                 before=self._excess[step, nodes],
                 load=(self._loading[after] - self._loading[step])[nodes],
                 leak=4 * diffusivity * leakages * duration,
-                in_drains=self._pressure_in_drains(time)[nodes],
+                in_drains=self._in_drains(time)[nodes],
                 total=total,
                 stress=self._stress[held],
             )
@@ -174,20 +175,14 @@ class DarcyRun:
         diffusivity = self._permeability.at(strain) / (self._storage * height**2)
         return np.where(self._held, diffusivity, 0.0)
 
-    def _leakages(self, time: float) -> Floats:
-        return np.concatenate([profile.leakage.factors_at(time) for profile in self._profiles])
-
-    def _pressure_in_drains(self, time: float) -> Floats:
+    def _in_drains(self, time: float) -> Floats:
         """Return the pressure in the drains against the initial pore pressure, at the nodes."""
-        unit_weight = self._options.water_unit_weight
-        return np.concatenate(
-            [profile.pressure_in_drains(time, unit_weight) for profile in self._profiles]
-        )
+        return self._profile.pressure_in_drains(time, self._options.water_unit_weight)
 
     def _check_permeability(self) -> None:
         permeability = self._permeability.at(np.zeros_like(self._initial))
         for number in np.flatnonzero(self._held & ~(permeability > 0)):
-            name = self._row.materials[number].name
+            name = self._profile.materials[number].name
             raise WorkerError(
                 f"The material {name} needs a permeability or a coefficient of consolidation "
                 "greater than zero."

@@ -41,7 +41,7 @@ class SinkingLoads:
         for load in loads:
             if isinstance(load, StripLoad):
                 steps.setdefault(id(load.strips), []).append(load)
-        self._strips = [_SinkingStrips(some, situations, len(lasts)) for some in steps.values()]
+        self._strips = [_SinkingStrips(some, situations, self._lasts) for some in steps.values()]
         self._pressures = [
             (load.time, _stress([load], situations))
             for load in loads
@@ -69,7 +69,9 @@ class SinkingLoads:
         for load_time, stress in self._pressures:
             increases[load_time <= now] += stress
         for strips in self._strips:
-            increases += strips.stress(now, surface)
+            if strips.time <= time + _ROUNDING:
+                runs = strips.runs
+                increases[runs] += strips.stress(now[runs], surface[runs])
         return increases
 
 
@@ -84,36 +86,43 @@ class _SinkingStrips:
     Args:
         steps: the load, and its removal.
         situations: the columns of ground.
-        runs: the number of runs.
+        lasts: for each run, the time in days after which no further loads count.
+
+    Attributes:
+        time: when the load comes, in days.
+        runs: in which of the runs the load comes.
     """
 
     def __init__(
-        self, steps: Sequence[StripLoad], situations: Sequence[Situation], runs: int
+        self, steps: Sequence[StripLoad], situations: Sequence[Situation], lasts: Floats
     ) -> None:
-        self._steps = steps
-        self._fill, strips = steps[0].fill, steps[0].strips
-        self._wet = WetColumns(steps[0], runs)
-        self._reach = Reach(strips, [(s.column.x, s.mesh.levels) for s in situations])
-        self._dry_heights = self._reach.stress(strips.height)
+        load, self._steps = steps[0], steps
+        self.time = load.time
+        self.runs = load.time <= lasts
+        self._fill = load.fill
+        self._wet = WetColumns(load, int(self.runs.sum()))
+        self._reach = Reach(load.strips, [(s.column.x, s.mesh.levels) for s in situations])
+        self._dry = self._reach.stress(load.strips.height)
         places = np.array([s.column.x for s in situations])
         order = np.argsort(places, kind="stable")
         # What the settlement of each column of ground adds to that below each column of the load.
         self._below = np.array(
-            [np.interp(strips.middles, places[order], one[order]) for one in np.eye(len(places))]
+            [
+                np.interp(load.strips.middles, places[order], one[order])
+                for one in np.eye(len(places))
+            ]
         )
 
     def stress(self, now: Floats, surface: Floats) -> Floats:
-        """Return the stress at the nodes of the columns of ground.
+        """Return the stress at the nodes of the columns of ground, from when the load comes on.
 
         Args:
-            now: for each run, the time in days up to which loads have come or gone.
+            now: for each run in which it comes, the time in days up to which loads count.
             surface: settlement of the surface of the columns in metres, shape (runs, columns).
         """
         signs = np.sum([(step.time <= now) * step.sign for step in self._steps], axis=0)
-        if self._steps[0].time > now.max():
-            return np.zeros((len(now), len(self._dry_heights)))
         wet = self._reach.stress(self._wet.heights(surface @ self._below))
-        return signs[:, None] * self._fill.pressure(self._dry_heights, wet)
+        return signs[:, None] * self._fill.pressure(self._dry, wet)
 
 
 class _SinkingSoil:

@@ -117,6 +117,8 @@ class StorageEquation:
         same = 1 + source.direct * now.leak + change.direct
         cross = -1 + source.other * now.leak + change.other
         by_creep = source.direct + source.other
+        creeps = by_creep > 0
+        tolerance = _TOLERANCE * (1 + np.abs(now.total))
         stress = now.stress
         excess, slope = self._creep_excess(stress, now.duration)
         for _ in range(_ITERATIONS):
@@ -137,8 +139,8 @@ class StorageEquation:
             )
             excess, slope = self._creep_excess(stress, now.duration)
             wanted = np.maximum(wanted, LEAST_EFFECTIVE_STRESS)
-            error = np.abs(stress - wanted) + np.abs(excess - linear) * (by_creep > 0)
-            if np.all(error <= _TOLERANCE * (1 + np.abs(now.total))):
+            error = np.abs(stress - wanted) + np.abs(excess - linear) * creeps
+            if np.all(error <= tolerance):
                 return Balance(pressure, wanted, given + excess - now.leak * ends)
         raise WorkerError("The consolidation by Darcy's law doesn't converge.")
 
