@@ -2,8 +2,9 @@
 
 from collections.abc import Iterable
 
+from sembra.local.sli.entries import Entry, entries
 from sembra.local.sli.errors import InputFileError
-from sembra.local.sli.sections import Line, Section, parse_number
+from sembra.local.sli.sections import Section, parse_number
 
 
 class Labelled:
@@ -11,16 +12,25 @@ class Labelled:
 
     def __init__(self, section: Section) -> None:
         self._section = section
-        self._lines: dict[str, Line] = {}
-        for line in section.lines:
-            value, _, label = line.text.strip().partition(" ")
-            label = label.strip().lstrip(":=").strip()
-            self._lines.setdefault(label.partition("=")[0].strip(), Line(line.number, value))
+        self._entries: dict[str, Entry] = {}
+        for entry in entries(section):
+            self._entries.setdefault(entry.label, entry)
+
+    def entry(self, label: str) -> Entry:
+        """The line of a label.
+
+        Raises:
+            InputFileError: there is none.
+        """
+        try:
+            return self._entries[label]
+        except KeyError:
+            raise self._section.error(f'"{label}" is missing') from None
 
     def number(self, label: str) -> float:
         """The number in front of a label."""
-        line = self._line(label)
-        return parse_number(self._section, line.number, label, line.text)
+        entry = self.entry(label)
+        return parse_number(self._section, entry.line, label, entry.value)
 
     def between(self, label: str, least: float, greatest: float) -> float:
         """The number in front of a label, which lies between two bounds, these included."""
@@ -45,7 +55,7 @@ class Labelled:
 
     def switch(self, label: str, *, absent: bool | None = None) -> bool:
         """The switch in front of a label; `absent` is its value in files that don't have it."""
-        if absent is not None and label not in self._lines:
+        if absent is not None and label not in self._entries:
             return absent
         value = self.number(label)
         if value not in (0, 1):
@@ -54,10 +64,4 @@ class Labelled:
 
     def error(self, label: str, problem: str) -> InputFileError:
         """An error at the line of a label."""
-        return self._section.error(problem, self._line(label).number)
-
-    def _line(self, label: str) -> Line:
-        try:
-            return self._lines[label]
-        except KeyError:
-            raise self._section.error(f'"{label}" is missing') from None
+        return self._section.error(problem, self.entry(label).line)

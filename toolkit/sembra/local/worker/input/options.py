@@ -1,7 +1,10 @@
 """The sections MODEL, CALCULATION OPTIONS, WATER and RESIDUAL TIMES, and what isn't covered."""
 
+from sembra.local.sli.errors import InputFileError
 from sembra.local.sli.labelled import Labelled
 from sembra.local.sli.sections import Section
+from sembra.local.sli.times import read_residual_times
+from sembra.local.sli.water import read_water_unit_weight
 from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
 from sembra.local.worker.loads.spreading import Distribution, Spreading
 from sembra.local.worker.options import Options, Superelevation
@@ -39,7 +42,7 @@ def read_options(whole: Section) -> Options:
         dissipation_x=(
             options.number("X co-ordinate dissipation") if options.switch("Dissipation") else None
         ),
-        water_unit_weight=_read_water_unit_weight(whole),
+        water_unit_weight=read_water_unit_weight(whole),
         each_step_alone=options.switch(
             "Predict settlements omitting additional loadsteps", absent=False
         ),
@@ -86,24 +89,18 @@ def _read_width(options: Labelled, of: str) -> float:
     return width
 
 
-def read_residual_times(whole: Section, end: float) -> tuple[float, ...]:
+def read_times(whole: Section, end: float) -> tuple[float, ...]:
     """The times, in days, for which the file wants residual settlements.
 
     Raises:
         InputFileError: the section is malformed, or a time lies outside 0 to `end`.
     """
-    cursor = whole.section("RESIDUAL TIMES").cursor()
-    times = []
-    for _ in range(cursor.count("the number of times")):
-        times.append(cursor.number("a time"))
-        if not 0 <= times[-1] <= end:
-            raise cursor.error(f"the time {times[-1]:g} lies outside the calculation")
-    return tuple(times)
-
-
-def _read_water_unit_weight(whole: Section) -> float:
-    cursor = whole.section("WATER").cursor()
-    value = cursor.number("the unit weight of water")
-    if value <= 0:
-        raise cursor.error("the unit weight of water should be greater than zero")
-    return value
+    times = read_residual_times(whole)
+    for time in times:
+        if not 0 <= time.days <= end:
+            raise InputFileError(
+                "RESIDUAL TIMES",
+                time.line,
+                f"the time {time.days:g} lies outside the calculation",
+            )
+    return tuple(time.days for time in times)

@@ -4,8 +4,8 @@ from collections.abc import Iterator, Sequence
 
 from sembra.local.sli.labelled import Labelled
 from sembra.local.sli.sections import Section, read_whole
+from sembra.local.sli.verticals import read_verticals
 from sembra.local.worker.consolidation.table import CONSOLIDATIONS
-from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
 from sembra.local.worker.input.coverage import Coverage
 from sembra.local.worker.input.drains import read_drains
@@ -13,8 +13,8 @@ from sembra.local.worker.input.ground import read_ground
 from sembra.local.worker.input.loads import read_embankments
 from sembra.local.worker.input.options import (
     read_options,
-    read_residual_times,
     read_spreading,
+    read_times,
 )
 from sembra.local.worker.input.other_loads import read_other_loads
 from sembra.local.worker.input.soils import Materials
@@ -72,20 +72,16 @@ def read_project(text: str) -> Project:
     late = [load.name for load in loads if load.time >= options.end]
     if options.superelevation and options.superelevation.time >= options.end:
         late.append(NAME)
-    columns: list[Column] = []
-    cursor = whole.section("VERTICALS").cursor()
-    for number in range(1, cursor.count("the number of verticals") + 1):
-        x, z = cursor.numbers(f"X and Z of vertical {number}", 2)
-        columns.append(ground.column(x, z))
+    columns = tuple(ground.column(vertical.x, vertical.z) for vertical in read_verticals(whole))
     if not columns:
-        raise cursor.error("there are no verticals")
+        raise whole.section("VERTICALS").error("there are no verticals")
     return Project(
         soil_model=soil_model,
         consolidation=CONSOLIDATIONS[model.one_of("Calculation type", CONSOLIDATIONS)],
-        columns=tuple(columns),
+        columns=columns,
         loads=tuple(load for load in loads if load.time < options.end),
         options=options,
-        residual_times=read_residual_times(whole, options.end),
+        residual_times=read_times(whole, options.end),
         load_areas=tuple(load.area for load in embankments),
         drains=drains,
         profile=profile,

@@ -1,0 +1,90 @@
+"""The section SOIL COLLECTION: materials with their parameters."""
+
+from collections.abc import Iterable, Mapping
+from dataclasses import dataclass
+
+from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.sections import Line, Section, parse_number
+
+
+@dataclass(frozen=True)
+class StatedMaterial:
+    """A material.
+
+    Args:
+        section: its section of the file.
+        name: its name.
+        values: its values by what the file calls them, such as "SoilGamDry".
+    """
+
+    section: Section
+    name: str
+    values: Mapping[str, Line]
+
+    def number(self, key: str) -> float:
+        """Value of a key, as a number.
+
+        Raises:
+            InputFileError: it is missing, or no finite number.
+        """
+        line = self.line(key)
+        return parse_number(self.section, line.number, key, line.text)
+
+    def positive(self, key: str) -> float:
+        """Value of a key that something is divided by."""
+        value = self.number(key)
+        if value <= 0:
+            raise self.error(key, f"{key} should be greater than zero and is {value:g}")
+        return value
+
+    def not_negative(self, key: str) -> float:
+        """Value of a key that can't be below zero."""
+        value = self.number(key)
+        if value < 0:
+            raise self.error(key, f"{key} should not be negative and is {value:g}")
+        return value
+
+    def flag(self, key: str) -> bool:
+        """Value of a switch, 0 or 1."""
+        value = self.number(key)
+        if value not in (0, 1):
+            raise self.error(key, f"{key} should be 0 or 1 and is {value:g}")
+        return value == 1
+
+    def code(self, key: str, known: Iterable[int]) -> int:
+        """Value of a key that is one of some known codes."""
+        value = self.number(key)
+        for code in known:
+            if code == value:
+                return code
+        raise self.error(key, f"{key} {value:g} is unknown")
+
+    def error(self, key: str, problem: str) -> InputFileError:
+        """An error at the line of a key."""
+        return self.section.error(problem, self.line(key).number)
+
+    def line(self, key: str) -> Line:
+        """Value of a key, as a text with its line.
+
+        Raises:
+            InputFileError: it is missing.
+        """
+        try:
+            return self.values[key]
+        except KeyError:
+            raise self.section.error(f"{key} is missing") from None
+
+
+def read_materials(whole: Section) -> dict[str, StatedMaterial]:
+    """The materials of a file by name.
+
+    Raises:
+        InputFileError: the section is malformed, or a name stands twice.
+    """
+    materials: dict[str, StatedMaterial] = {}
+    for section in whole.section("SOIL COLLECTION").sections("SOIL"):
+        name = section.cursor().name("the name of the material")
+        if name in materials:
+            raise section.error(f'the material "{name}" stands twice')
+        materials[name] = StatedMaterial(section, name, section.values())
+    return materials
