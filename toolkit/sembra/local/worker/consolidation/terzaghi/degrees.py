@@ -52,6 +52,11 @@ class TerzaghiColumn:
         )
 
     @property
+    def layer_count(self) -> int:
+        """How many layers the column has."""
+        return len(self._column.layers)
+
+    @property
     def clusters(self) -> Sequence[Cluster]:
         """The clusters, from top to bottom."""
         return self._clusters
@@ -65,7 +70,7 @@ class TerzaghiColumn:
             load_time: when the load comes, in days.
         """
         since = times - load_time
-        degrees = np.tile(np.where(since > 0, 1.0, 0.0), (len(self._column.layers), 1))
+        degrees = np.tile(np.where(since > 0, 1.0, 0.0), (self.layer_count, 1))
         for cluster in self._clusters:
             factor = since / (self.reference_time * cluster.length**2)
             excess = (1 - mean_degree(factor)) * self.left_by_drains(cluster, times, load_time)

@@ -2,6 +2,9 @@
 
 It is the mean over each layer of what is local in its cluster, while settlements are calculated
 with the mean over the cluster.
+
+The tool takes the depth within a cluster from the top where only one side is drained. Where that is
+the bottom, theory would take it from there: the dissipation is that of the column upside down.
 """
 
 import itertools
@@ -18,15 +21,14 @@ def dissipation(consolidation: TerzaghiColumn, times: Floats) -> Floats:
 
     Args:
         consolidation: how the column consolidates.
-        times: times since the load, in days.
+        times: times since the load, in days, from 0 on.
     """
-    degrees = consolidation.degrees(times, 0.0)
+    degrees = np.ones((consolidation.layer_count, len(times)))
     for cluster in consolidation.clusters:
-        borders = cluster.borders if cluster.drained_top else 1 - cluster.borders
-        relative = borders / cluster.sides
+        relative = cluster.borders / cluster.sides
         factor = times / (consolidation.reference_time * cluster.length**2)
         left = consolidation.left_by_drains(cluster, times, 0.0)
-        for offset, (one, other) in enumerate(itertools.pairwise(relative)):
-            local = local_degree(factor, min(one, other), max(one, other))
-            degrees[cluster.first + offset] = np.where(times > 0, 1 - (1 - local) * left, 0.0)
+        for offset, (upper, lower) in enumerate(itertools.pairwise(relative)):
+            local = local_degree(factor, upper, lower)
+            degrees[cluster.first + offset] = 1 - (1 - local) * left
     return degrees
