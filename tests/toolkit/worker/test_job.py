@@ -136,15 +136,16 @@ def test_a_superelevation_after_the_end_never_comes() -> None:
     )
 
 
-def test_dissipation_without_a_coefficient_is_left_away() -> None:
-    soil = {"SoilDrained": 0, "SoilCv": 0.0, "SoilStorageType": 1}
+def test_dissipation_of_soil_that_would_float_without_initial_loads_is_left_away() -> None:
     text = input_text(
-        soils={"Clay": soil}, model={"Calculation type": 0}, options={"Dissipation": 1}
+        phreatic_level=0.0,
+        soils={"Clay": {"SoilDrained": 0, "SoilGamWet": 8.0}},
+        loads=[("weight", -1, 50.0, 1.0, 0.0), ("Fill", 0, 20.0, 1.0, 0.0)],
+        model={"Calculation type": 0},
+        options={"Dissipation": 1},
     )
-    assert run_job(job(text))["remarks"] == [
-        "The dissipation is left away. The material Clay needs a coefficient of consolidation "
-        "greater than zero."
-    ]
+    (remark,) = run_job(job(text))["remarks"]
+    assert remark.startswith("The dissipation is left away. The effective stress at ")
     assert "[Dissipation in Layers]" not in calculated(text)
 
 

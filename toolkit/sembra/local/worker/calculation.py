@@ -14,6 +14,7 @@ from functools import partial
 import numpy as np
 
 from sembra.local.worker.column_result import ColumnResult
+from sembra.local.worker.dissipation import dissipation
 from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
@@ -39,19 +40,38 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
             submerge don't come to rest, the profile can't be maintained, or a result is no finite
             number.
     """
-    if project.profile is None:
-        return _settle(project, project.loads, report)
-    return _maintain(project, project.profile, report)
+    results = (
+        _settle(project, project.loads, report)
+        if project.profile is None
+        else _maintain(project, project.profile, report)
+    )
+    return [_with_dissipation(result, project) for result in results]
+
+
+def _with_dissipation(result: ColumnResult, project: Project) -> ColumnResult:
+    """Return a result with the dissipation, if it is that of the column that it is wanted for."""
+    if result.column is not project.dissipation_column:
+        return result
+    found, remarks = dissipation(project, result.column, sinking=_sinks_by_steps(project))
+    return replace(result, dissipation=found, remarks=(*result.remarks, *remarks))
+
+
+def _sinks_by_steps(project: Project) -> bool:
+    """Whether loads and soil come under water from one time to the next."""
+    return (
+        project.options.submerging
+        and project.consolidation.goes_by_steps
+        and project.soil_model.creeps
+    )
 
 
 def _settle(
     project: Project, loads: Sequence[Load], report: Callable[[float], None]
 ) -> list[ColumnResult]:
     by_steps = project.consolidation.goes_by_steps
-    submerging = project.options.submerging
-    sinking = submerging and by_steps and project.soil_model.creeps
+    sinking = _sinks_by_steps(project)
     results: list[ColumnResult] = []
-    repeats = submerging and not sinking
+    repeats = project.options.submerging and not sinking
     # What goes by steps is quicker together, and has to be where loads sink between the columns.
     together = by_steps and not repeats
     for group in [project.columns] if together else [(column,) for column in project.columns]:

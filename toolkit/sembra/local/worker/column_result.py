@@ -76,7 +76,8 @@ class Dissipation:
 
     Attributes:
         times: shape (dissipation times,).
-        degrees: from 0 to 1, shape (layers, dissipation times).
+        degrees: 1 when all excess pressure is gone, shape (layers, dissipation times). By Darcy
+            they can fall, as creep makes new excess, and pass 1, where drains draw pressure down.
     """
 
     times: Floats
@@ -110,6 +111,6 @@ class ColumnResult:
     consolidation: TerzaghiStresses | DarcyHistory
     load_settlements: Floats | None
     layer_settlements: tuple[LayerSettlement, ...] | None
-    dissipation: Dissipation | None
+    dissipation: Dissipation | None = None
     remarks: tuple[str, ...] = ()
     superelevation: float | None = None

@@ -5,13 +5,8 @@ from collections.abc import Sequence
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.column_result import ColumnResult, Dissipation
+from sembra.local.worker.column_result import ColumnResult
 from sembra.local.worker.consolidation.consolidation import Consolidated, Situation
-from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
-from sembra.local.worker.consolidation.terzaghi.dissipation import (
-    dissipation as degrees_of_dissipation,
-)
-from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh, make_mesh
 from sembra.local.worker.ground.preconsolidation import preconsolidation_pressure
@@ -22,9 +17,9 @@ from sembra.local.worker.ground.stresses import (
 )
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.load_steps import element_stress, load_steps
+from sembra.local.worker.options import Options
 from sembra.local.worker.project import Project
 from sembra.local.worker.soil_models.soil_model import Elements
-from sembra.local.worker.timesteps import calculation_times
 
 
 def calculate_columns(
@@ -41,29 +36,33 @@ def calculate_columns(
     Raises:
         WorkerError: an effective stress isn't positive, or a layer can't consolidate.
     """
-    situations = [_situation(column, project, loads) for column in columns]
+    situations = [make_situation(column, project, loads) for column in columns]
     consolidated = project.consolidation.consolidate(situations, sinking=sinking)
     return [
-        _result(situation, one, project)
-        for situation, one in zip(situations, consolidated, strict=True)
+        _result(situation, one) for situation, one in zip(situations, consolidated, strict=True)
     ]
 
 
-def _situation(column: Column, project: Project, loads: Sequence[Load]) -> Situation:
+def make_situation(column: Column, project: Project, loads: Sequence[Load]) -> Situation:
     """Return a column before the first load, and what is going to happen to it.
+
+    Args:
+        column: the column.
+        project: the input.
+        loads: all loads, initial ones too, which need not be those of the input.
 
     Raises:
         WorkerError: an effective stress isn't positive.
     """
     options = project.options
     mesh = make_mesh(column)
-    initial = initial_effective_stress(column, mesh, project.loads, options.water_unit_weight)
+    initial = initial_effective_stress(column, mesh, loads, options.water_unit_weight)
     return Situation(
         column=column,
         mesh=mesh,
         initial=initial,
         water=pore_pressures(column, mesh, options.water_unit_weight),
-        model=project.soil_model(_elements(column, mesh, initial, project), options),
+        model=project.soil_model(_elements(column, mesh, initial, loads, options), options),
         loads=loads,
         drains=project.drains,
         options=options,
@@ -71,12 +70,10 @@ def _situation(column: Column, project: Project, loads: Sequence[Load]) -> Situa
     )
 
 
-def _result(situation: Situation, consolidated: Consolidated, project: Project) -> ColumnResult:
+def _result(situation: Situation, consolidated: Consolidated) -> ColumnResult:
     """Return what a result file shows of a column that has consolidated."""
     column, mesh = situation.column, situation.mesh
     stresses = _drained_stresses(situation)
-    wanted = column is project.dissipation_column
-    lost, dissipation = _dissipation(situation) if wanted else ([], None)
     return ColumnResult(
         column=column,
         mesh=mesh,
@@ -87,21 +84,22 @@ def _result(situation: Situation, consolidated: Consolidated, project: Project) 
         layer_settlements=situation.model.layer_settlements(
             stresses, mesh.thicknesses, mesh.element_layers
         ),
-        dissipation=dissipation,
-        remarks=(*situation.model.remarks(stresses), *_too_soft(situation, consolidated), *lost),
+        remarks=(*situation.model.remarks(stresses), *_too_soft(situation, consolidated)),
     )
 
 
-def _elements(column: Column, mesh: Mesh, initial: Floats, project: Project) -> Elements:
+def _elements(
+    column: Column, mesh: Mesh, initial: Floats, loads: Sequence[Load], options: Options
+) -> Elements:
     """Return the elements of a column in their initial state."""
     materials = [column.layers[layer].material for layer in mesh.element_layers]
     stress = element_stress(mesh, initial)
-    at_middle = middle_effective_stress(column, project.loads, project.options.water_unit_weight)
+    at_middle = middle_effective_stress(column, loads, options.water_unit_weight)
     pressure = preconsolidation_pressure(
         [material.preconsolidation for material in materials],
         stress,
         at_middle[mesh.element_layers],
-        project.options.preconsolidation,
+        options.preconsolidation,
     )
     return Elements(materials, stress, pressure)
 
@@ -122,21 +120,6 @@ def _drained_stresses(s: Situation) -> Sequence[Floats]:
     """Effective stress of the elements after each load step, once all water is out."""
     steps = load_steps(s.column, s.mesh, s.initial, s.loads)
     return [element_stress(s.mesh, step.effective) for step in steps]
-
-
-def _dissipation(s: Situation) -> tuple[list[str], Dissipation | None]:
-    """Return the dissipation at the times that one load at time 0 would have.
-
-    It is counted by Terzaghi's theory, whatever the settlements are. Where that lacks something
-    there is none, and a sentence says so.
-    """
-    profile = s.options.superelevation
-    times = calculation_times([profile.time] if profile else [], s.options.end, s.wanted_times)
-    try:
-        column = TerzaghiColumn(s.column, s.mesh, s.options, s.drains)
-    except WorkerError as error:
-        return [f"The dissipation is left away. {error}"], None
-    return [], Dissipation(times, degrees_of_dissipation(column, times))
 
 
 def _from_bottom(compressions: Floats) -> Floats:

@@ -80,3 +80,20 @@ class Consolidation(ABC):
         Raises:
             WorkerError: an effective stress isn't positive, or a layer can't consolidate.
         """
+
+    @abstractmethod
+    def dissipation(
+        self, unloaded: Situation, load: Floats, times: Floats, *, sinking: bool = False
+    ) -> Floats:
+        """Return the degree of consolidation of each layer, shape (layers, times).
+
+        Args:
+            unloaded: a column without any loads, initial ones included.
+            load: increase of the effective stress at the nodes by all loads in the end, in kPa.
+                It comes at time 0.
+            times: times in days, from 0 on.
+            sinking: as for `consolidate`.
+
+        Raises:
+            WorkerError: a layer can't consolidate.
+        """

@@ -8,8 +8,8 @@ import numpy as np
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import DarcyHistory
 from sembra.local.worker.consolidation.consolidation import Consolidated, Consolidation, Situation
-from sembra.local.worker.consolidation.darcy.leakage import leakage
-from sembra.local.worker.consolidation.darcy.profile import Profile
+from sembra.local.worker.consolidation.darcy.dissipation import dissipation
+from sembra.local.worker.consolidation.darcy.profile import Profile, make_profile
 from sembra.local.worker.consolidation.darcy.run import Course, DarcyRun
 from sembra.local.worker.consolidation.darcy.sinking import SinkingLoads
 from sembra.local.worker.loads.load_steps import load_steps
@@ -40,6 +40,12 @@ class Darcy(Consolidation):
         """Return the strains of columns that go from each time to the next together."""
         return _consolidate(situations, SinkingLoads if sinking else _FixedLoads)
 
+    def dissipation(
+        self, unloaded: Situation, load: Floats, times: Floats, *, sinking: bool = False
+    ) -> Floats:
+        """Return the degree of consolidation of each layer, of a run with one load at time 0."""
+        return dissipation(unloaded, load, times, sinking=sinking)
+
 
 def _consolidate(
     situations: Sequence[Situation],
@@ -48,7 +54,7 @@ def _consolidate(
     """Consolidate columns together, in one row for each load step that is wanted to be the last."""
     s = situations[0]
     steps = load_steps(s.column, s.mesh, s.initial, s.loads)
-    profiles = [_profile(situation) for situation in situations]
+    profiles = [make_profile(situation) for situation in situations]
     starts = [*(step.time for step in steps), *profiles[0].leakage.changes]
     times = calculation_times(starts, s.options.end, s.wanted_times)
     # Result files have 0 for the soil's own weight, although its creep is in all other columns.
@@ -108,18 +114,6 @@ class _FixedLoads:
                 for until in now
             ]
         )
-
-
-def _profile(s: Situation) -> Profile:
-    elements = s.model.elements
-    return Profile(
-        levels=s.mesh.levels,
-        materials=elements.materials,
-        effective=s.initial,
-        pore_pressure=s.water,
-        preconsolidation=elements.preconsolidation,
-        leakage=leakage(s.drains, s.column.x, s.mesh.levels, elements.materials),
-    )
 
 
 def _history(profile: Profile, course: Course, water_unit_weight: float) -> DarcyHistory:

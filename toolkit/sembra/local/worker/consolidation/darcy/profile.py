@@ -12,7 +12,8 @@ import numpy as np
 from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.darcy.leakage import Leakage
+from sembra.local.worker.consolidation.consolidation import Situation
+from sembra.local.worker.consolidation.darcy.leakage import Leakage, leakage
 from sembra.local.worker.ground.material import Material
 
 
@@ -40,6 +41,19 @@ class Profile:
         """Return the pressure in the drains at the nodes against the initial pore pressure."""
         in_drains = self.leakage.pressure_at(time, self.levels, water_unit_weight)
         return in_drains - self.pore_pressure
+
+
+def make_profile(s: Situation) -> Profile:
+    """Return the profile of a column before the first load."""
+    elements = s.model.elements
+    return Profile(
+        levels=s.mesh.levels,
+        materials=elements.materials,
+        effective=s.initial,
+        pore_pressure=s.water,
+        preconsolidation=elements.preconsolidation,
+        leakage=leakage(s.drains, s.column.x, s.mesh.levels, elements.materials),
+    )
 
 
 class Row:

@@ -37,6 +37,7 @@ class Course:
     Attributes:
         strain: linear strain of the elements, shape (times, elements).
         excess: excess pore pressure at the nodes in kPa, shape (times, nodes).
+        mean_excess: its mean over the height of each element in kPa, shape (times, elements).
         loading: increase of the total stress at the nodes by what came before each time in kPa,
             shape (times, nodes).
         sources: amplitude of the convolution at the ends of the elements, of the step that ends at
@@ -47,6 +48,7 @@ class Course:
 
     strain: Floats
     excess: Floats
+    mean_excess: Floats
     loading: Floats
     sources: Floats
     diffusivity: Floats
@@ -94,6 +96,7 @@ class DarcyRun:
         self._stress = self._initial
         self._strain = np.zeros((count, size))
         self._excess = np.zeros((count, len(row.free)))
+        self._mean_excess = np.zeros((count, elements))
         self._loading = np.zeros((count, len(row.free)))
         self._sources = np.zeros((count, 2, size))
         self._diffusivity = np.zeros((count, size))
@@ -112,6 +115,7 @@ class DarcyRun:
             Course(
                 strain=part(number, self._strain, of_elements=True),
                 excess=part(number, self._excess),
+                mean_excess=part(number, self._mean_excess, of_elements=True),
                 loading=part(number, self._loading),
                 sources=part(number, self._sources, of_elements=True),
                 diffusivity=part(number, self._diffusivity, of_elements=True),
@@ -129,6 +133,7 @@ class DarcyRun:
         if self._held.any():
             stress[self._held] = self._balance(step, total[self._held])
         self._stress = stress
+        self._mean_excess[after] = total - stress
         self._strain[after] = self._history.advance(stress, duration)
         self._diffusivity[after] = self._diffusivity_at(self._strain[after])
 

@@ -34,7 +34,7 @@ class SinkingLoads:
         borders = np.cumsum([0, *(len(s.mesh.levels) for s in situations)])
         self._surfaces = borders[:-1]
         self._parts = [slice(*ends) for ends in itertools.pairwise(borders)]
-        self._soil = [_SinkingSoil(situation) for situation in situations]
+        self._soil = [SinkingSoil(situation) for situation in situations]
         loads = situations[0].loads
         # A load and its removal have the same columns.
         steps: dict[int, list[StripLoad]] = {}
@@ -125,7 +125,7 @@ class _SinkingStrips:
         return signs[:, None] * self._fill.pressure(self._dry, wet)
 
 
-class _SinkingSoil:
+class SinkingSoil:
     """The soil of a column, which comes under water from the phreatic level up.
 
     Args:

@@ -13,6 +13,7 @@ from sembra.local.worker.consolidation.consolidation import (
 )
 from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
 from sembra.local.worker.consolidation.terzaghi.dewatering import Drawdown, drawdowns
+from sembra.local.worker.consolidation.terzaghi.dissipation import dissipation
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS, pore_pressures
 from sembra.local.worker.loads.load_steps import LoadStep, element_stress, load_steps
@@ -32,6 +33,14 @@ class Terzaghi(Consolidation):
         """Return the strains of columns by their load steps; no load sinks by steps."""
         assert not sinking
         return [_consolidate(situation) for situation in situations]
+
+    def dissipation(
+        self, unloaded: Situation, _load: Floats, times: Floats, *, sinking: bool = False
+    ) -> Floats:
+        """Return the degree of consolidation of each layer, which is the same by any load."""
+        assert not sinking
+        s = unloaded
+        return dissipation(TerzaghiColumn(s.column, s.mesh, s.options, s.drains), times)
 
 
 def _consolidate(situation: Situation) -> Consolidated:

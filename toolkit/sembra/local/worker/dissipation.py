@@ -1,0 +1,43 @@
+"""Dissipation of the column that the input file wants it for."""
+
+import numpy as np
+
+from sembra.local.worker.column_result import Dissipation
+from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
+from sembra.local.worker.ground.column import Column
+from sembra.local.worker.ground.stresses import load_stress
+from sembra.local.worker.project import Project
+from sembra.local.worker.settlement import make_situation
+from sembra.local.worker.timesteps import calculation_times
+
+_LEFT_AWAY = "The dissipation is left away. "
+
+
+def dissipation(
+    project: Project, column: Column, *, sinking: bool
+) -> tuple[Dissipation | None, tuple[str, ...]]:
+    """Return the dissipation at the times that one load at time 0 would have, and remarks on it.
+
+    It stands beside the settlements: where it lacks something there is none, and a sentence says
+    so.
+
+    Args:
+        project: the input.
+        column: the column that it is wanted for.
+        sinking: whether the ground sinks into the water from one time to the next.
+    """
+    profile = project.options.superelevation
+    times = calculation_times(
+        [profile.time] if profile else [], project.options.end, project.residual_times
+    )
+    try:
+        situation = make_situation(column, project, [])
+        load = load_stress(project.loads, column, situation.mesh.levels)
+        degrees = project.consolidation.dissipation(situation, load, times, sinking=sinking)
+    except WorkerError as error:
+        return None, (f"{_LEFT_AWAY}{error}",)
+    except ArithmeticError:
+        return None, (f"{_LEFT_AWAY}{OUT_OF_RANGE}",)
+    if not np.all(np.isfinite(degrees)):
+        return None, (f"{_LEFT_AWAY}{OUT_OF_RANGE}",)
+    return Dissipation(times, degrees), ()
