@@ -3,7 +3,8 @@
 from collections.abc import Callable, Iterator
 from io import StringIO
 from pathlib import Path
-from typing import Any
+from types import SimpleNamespace
+from typing import Any, cast
 
 import matplotlib.pyplot as plt
 import numpy as np
@@ -243,6 +244,12 @@ def test_dissipation_is_drawn_by_layer() -> None:
     assert curves(pictures.dissipation(RESULTS, names=["Peat"])) == {
         "1, Peat": [(0.0, 0.0), (10.0, 0.5)]
     }
+
+
+def test_a_degree_beyond_1_is_in_the_picture() -> None:
+    beyond = SimpleNamespace(dissipation={1: {"time": [0.0, 10.0], "degree": [0.0, 1.3]}})
+    lower, upper = pictures.dissipation(cast("ResultFile", beyond)).get_ylim()
+    assert (lower, upper) == pytest.approx((1.32, -0.02))
 
 
 @pytest.mark.parametrize(

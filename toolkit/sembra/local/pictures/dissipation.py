@@ -56,7 +56,8 @@ def dissipation(
         axes.set_xlim(FIRST_TIME, max(max(layer["time"]) for layer in layers.values()))
         axes.xaxis.set_major_formatter(FuncFormatter(lambda time, _: f"{time:g}"))
         axes.xaxis.set_minor_formatter(NullFormatter())
-        axes.set_ylim(1.02, -0.02)
+        degrees = [degree for layer in layers.values() for degree in layer["degree"]]
+        axes.set_ylim(max([1.0, *degrees]) + 0.02, min([0.0, *degrees]) - 0.02)
         axes.yaxis.set_major_formatter(PercentFormatter(1.0))
         axes.set_xlabel("Time since loading [days]")
         axes.set_ylabel("Degree of consolidation")

@@ -14,7 +14,8 @@ _LAYER: Final = re.compile(
 class LayerDissipation(TypedDict):
     """How far the excess pore pressure in a layer has gone.
 
-    `time` is in days since a load comes; `degree` is the degree of consolidation, from 0 to 1.
+    `time` is in days since a load comes; `degree` is the degree of consolidation, which is 1 when
+    all of it has gone. By Darcy it passes 1 where drains draw the pressure below the initial one.
     """
 
     time: list[float]

@@ -77,8 +77,9 @@ class ResultFile(OutputFileParser):
     def dissipation(self) -> dict[int, LayerDissipation]:
         """How far the excess pore pressure has gone in each layer, by number from the lowest.
 
-        Each has `time`, in days since a load comes, and `degree`, the degree of consolidation from
-        0 to 1. Empty for a file without dissipation: ask for it by `generate_input_file(...,
+        Each has `time`, in days since a load comes, and `degree`, the degree of consolidation: 1
+        when all has gone, and beyond where drains draw the pressure down by Darcy. Empty for
+        a file without dissipation: ask for it by `generate_input_file(...,
         dissipation_calculation=...)`.
 
         Raises:
