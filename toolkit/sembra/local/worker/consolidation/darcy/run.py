@@ -96,7 +96,7 @@ class DarcyRun:
         self._stress = self._initial
         self._strain = np.zeros((count, size))
         self._excess = np.zeros((count, len(row.free)))
-        self._mean_excess = np.zeros((count, elements))
+        self._mean_excess = np.zeros((count, size))
         self._loading = np.zeros((count, len(row.free)))
         self._sources = np.zeros((count, 2, size))
         self._diffusivity = np.zeros((count, size))
