@@ -124,6 +124,17 @@ def test_importing_the_toolkit_loads_no_heavy_module() -> None:
     assert _run(code).stdout == "[]\n"
 
 
+def test_first_post_to_the_own_service_loads_only_what_it_needs() -> None:
+    code = """if True:
+        import json, sys
+        from sembra.core import _post_on_addon_endpoint as post
+        post("filldsettlementtemplate/v1/jobs/", {"input": json.load(sys.stdin)})
+        needless = {"urllib.request", "starlette", "numpy", "rich", "concurrent.futures.process"}
+        print(sorted(needless & set(sys.modules)))
+    """
+    assert _run(code, json.dumps(document_1d())).stdout == "[]\n"
+
+
 def _run(code: str, text: str = "", **environment: str) -> subprocess.CompletedProcess[str]:
     return subprocess.run(
         [sys.executable, "-c", code],

@@ -3,11 +3,15 @@
 import copy
 import json
 from collections.abc import Callable, Iterator
+from concurrent.futures import ThreadPoolExecutor
+from threading import Event
 from typing import Any
 
 import httpx
 import pytest
+from sembra.local.service.app import SMALL
 from sembra.local.service.background import local_service_url
+from sembra.local.service.frame import Frame
 
 from tests.toolkit.conftest import PATH
 from tests.toolkit.documents import document_1d, document_2d, drain, soil
@@ -201,8 +205,48 @@ def test_body_of_another_shape(client: httpx.Client, body: Any) -> None:
 
 
 def test_other_paths_and_methods_have_a_reason_too(client: httpx.Client) -> None:
-    assert client.get(PATH).status_code == 405
+    wrong_method = client.get(PATH)
+    assert (wrong_method.status_code, wrong_method.headers["allow"]) == (405, "POST")
+    assert wrong_method.json() == {"reason": f"Method Not Allowed: GET /{PATH}"}
     assert client.post("/nowhere").json() == {"reason": "Not Found: POST /nowhere"}
+
+
+def test_fault_of_the_service_has_a_reason(
+    client: httpx.Client, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    def fail(_: object) -> str:
+        raise LookupError("no template")
+
+    monkeypatch.setattr("sembra.local.service.app.fill", fail)
+    response = client.post(PATH, json={"input": document_1d()})
+    assert response.status_code == 500
+    assert response.json()["reason"] == "the template can't be filled (LookupError: no template)"
+    monkeypatch.undo()
+    assert client.post(PATH, json={"input": document_1d()}).status_code == 200
+
+
+def test_small_document_does_not_wait_for_a_large_one(
+    client: httpx.Client, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    taken, going_on = Event(), Event()
+
+    def wait(document: Frame) -> str:
+        if document.company != "small":
+            taken.set()
+            assert going_on.wait(30)
+        return "text"
+
+    monkeypatch.setattr("sembra.local.service.app.fill", wait)
+    with ThreadPoolExecutor(1) as threads:
+        large = document_1d(company="x" * SMALL)
+        answer = threads.submit(client.post, PATH, json={"input": large})
+        try:
+            assert taken.wait(30)
+            small = client.post(PATH, json={"input": document_1d(company="small")})
+            assert not answer.done()
+        finally:
+            going_on.set()
+        assert (small.status_code, answer.result().status_code) == (200, 200)
 
 
 def test_integers_stand_for_numbers_and_whole_numbers_for_integers(client: httpx.Client) -> None:

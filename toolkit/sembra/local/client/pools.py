@@ -5,7 +5,6 @@ import ssl
 import threading
 from functools import cache
 from urllib.parse import unquote, urlsplit
-from urllib.request import getproxies, proxy_bypass
 
 import httpcore
 
@@ -64,6 +63,9 @@ def _make_pool(encrypted: bool, proxy: str | None) -> httpcore.ConnectionPool:
 
 
 def _proxy_for(address: Address) -> str | None:
+    # Loaded here: a service on this machine doesn't need it.
+    from urllib.request import getproxies, proxy_bypass
+
     if proxy_bypass(address.host):
         return None
     proxies = getproxies()

@@ -21,7 +21,9 @@ def main() -> None:
     )
     arguments = parser.parse_args()
     names = LOOPBACK | {arguments.host, *(name.lower() for name in arguments.name)}
-    uvicorn.run(make_app(names), host=arguments.host, port=arguments.port, lifespan="off")
+    uvicorn.run(
+        make_app(names), host=arguments.host, port=arguments.port, ws="none", lifespan="off"
+    )
 
 
 if __name__ == "__main__":

@@ -10,7 +10,7 @@ import time
 import uvicorn
 
 from sembra.errors import InternalError
-from sembra.local.service.app import app
+from sembra.local.service.app import make_app
 
 START_LIMIT = 15.0
 """Time that the service may take to start, in seconds."""
@@ -38,7 +38,7 @@ class BackgroundService:
             raise InternalError(f"No loopback port for the local service: {error}") from error
         self._server = uvicorn.Server(
             uvicorn.Config(
-                app,
+                make_app(),
                 loop="asyncio",
                 http="h11",
                 ws="none",

@@ -5,7 +5,7 @@ from jinja2 import Environment, PackageLoader, StrictUndefined
 from sembra.local.service.frame import Frame
 from sembra.local.service.geometry_1d import Document1D
 from sembra.local.service.numbers import exponent, fixed
-from sembra.local.service.soil import soil_lines
+from sembra.local.service.soil import soil_text
 
 NUMBERS_PER_LINE = 10
 """How many numbers of points or curves stand on one line."""
@@ -63,7 +63,7 @@ def _make_environment() -> Environment:
         "state": _state,
         "right": _right,
     }
-    environment.globals |= {"soil_lines": soil_lines, "number_lines": _number_lines}
+    environment.globals |= {"soil_text": soil_text, "number_lines": _number_lines}
     return environment
 
 

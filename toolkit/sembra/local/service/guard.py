@@ -6,10 +6,9 @@ machine (DNS rebinding).
 """
 
 import os
-from collections.abc import Collection
+from collections.abc import Awaitable, Callable, Collection, Mapping
+from typing import Any
 from urllib.parse import urlsplit
-
-from starlette.requests import Request
 
 from sembra.local.service.document import RefusalError
 
@@ -25,40 +24,53 @@ DRAINED = 8
 """How many times the limit is taken in and thrown away, so that whoever sends reads the answer."""
 
 
-def check_headers(request: Request, names: Collection[str]) -> None:
+class CallerGoneError(Exception):
+    """Whoever sent the request doesn't wait for an answer any more."""
+
+
+def check_headers(scope: Mapping[str, Any], names: Collection[str]) -> None:
     """Refuse a request that doesn't come from a program that knows the service by its name.
 
     Args:
-        request: The request.
+        scope: What the server tells about the request.
         names: What the service may be called, beside the number that it was reached by.
 
     Raises:
         RefusalError: Its host, origin or content type is a foreign one.
     """
-    headers = request.headers
-    reached, _ = request.scope.get("server") or (None, None)
-    host = _host(headers.get("host", ""))
+    called = _header(scope, b"host") or ""
+    reached, _ = scope.get("server") or (None, None)
+    host = _host(called)
     if host is None or host not in {*names, reached}:
         raise RefusalError(403, "the service doesn't have the name that it was called by (Host)")
-    origin = headers.get("origin")
-    if origin is not None and origin != f"{request.url.scheme}://{headers['host']}":
+    origin = _header(scope, b"origin")
+    if origin is not None and origin != f"{scope['scheme']}://{called}":
         raise RefusalError(403, "the service doesn't answer the pages of other hosts (Origin)")
-    kind = headers.get("content-type", "").partition(";")[0].strip().lower()
+    kind = (_header(scope, b"content-type") or "").partition(";")[0].strip().lower()
     if kind != "application/json":
         raise RefusalError(415, "the document must come as application/json (Content-Type)")
 
 
-async def read_body(request: Request) -> bytes:
+async def read_body(receive: Callable[[], Awaitable[Mapping[str, Any]]]) -> bytes:
     """Return the body of a request.
+
+    Args:
+        receive: Gives the server's next message about the request.
 
     Raises:
         RefusalError: It is too large.
-        ClientDisconnect: Whoever sent it went away.
+        CallerGoneError: Whoever sent it went away.
     """
     limit = body_limit()
     parts: list[bytes] = []
     size = 0
-    async for part in request.stream():
+    more = True
+    while more:
+        message = await receive()
+        if message["type"] == "http.disconnect":
+            raise CallerGoneError
+        more = message.get("more_body", False)
+        part = message.get("body", b"")
         size += len(part)
         if size <= limit:
             parts.append(part)
@@ -89,6 +101,11 @@ def body_limit() -> int:
     if limit <= 0:
         raise RefusalError(500, f"{LIMIT_SETTING} must be a number above 0 ({setting!r})")
     return limit
+
+
+def _header(scope: Mapping[str, Any], name: bytes) -> str | None:
+    """Return the first header of a name, which is in lower case."""
+    return next((text.decode("latin-1") for key, text in scope["headers"] if key == name), None)
 
 
 def _host(header: str) -> str | None:

@@ -1,13 +1,17 @@
 """The soil vocabulary: what a material's keys are called in the file, and how they are written."""
 
-from collections.abc import Iterator
 from dataclasses import dataclass
+from functools import lru_cache
+from operator import attrgetter
 from typing import TYPE_CHECKING, Any
 
 from pydantic import create_model
 
 from sembra.local.service.numbers import exponent, fixed
 from sembra.local.service.types import Number, OwnLine, Strict, Whole
+
+KEPT = 500
+"""How many materials' lines are kept: those of the default materials are the same in every file."""
 
 
 @dataclass(frozen=True, slots=True)
@@ -179,11 +183,19 @@ else:
     Soil = create_model("Soil", __base__=Strict, **_FIELDS)
 
 
-def soil_lines(soil: Soil) -> Iterator[str]:
-    """Yield the lines of a material, its name first."""
-    yield soil.name
-    for line in LINES:
-        if isinstance(line, Constant):
-            yield f"{line.label}={line.text}"
-        else:
-            yield line.write(getattr(soil, line.key))
+_parameters = attrgetter(*(line.key for line in LINES if isinstance(line, Parameter)))
+
+
+def soil_text(soil: Soil) -> str:
+    """Return the lines of a material, its name first."""
+    return f"{soil.name}\n{_lines(_parameters(soil))}"
+
+
+@lru_cache(KEPT)
+def _lines(parameters: tuple[float, ...]) -> str:
+    """Return the lines behind the name, for the values of the keys in their order."""
+    values = iter(parameters)
+    return "\n".join(
+        f"{line.label}={line.text}" if isinstance(line, Constant) else line.write(next(values))
+        for line in LINES
+    )
