@@ -20,7 +20,7 @@ from rich.table import Table
 
 from benchmarks.side_by_side import Row
 
-SUBJECTS = ("imports", "materials", "reader", "geometry", "variants")
+SUBJECTS = ("imports", "materials", "reader", "geometry", "posting", "variants")
 
 
 def bound(row: Row) -> str:
