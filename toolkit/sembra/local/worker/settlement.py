@@ -16,7 +16,7 @@ from sembra.local.worker.ground.stresses import (
     pore_pressures,
 )
 from sembra.local.worker.loads.load import Load
-from sembra.local.worker.loads.load_steps import element_stress, load_steps
+from sembra.local.worker.loads.load_steps import element_stress
 from sembra.local.worker.options import Options
 from sembra.local.worker.project import Project
 from sembra.local.worker.soil_models.soil_model import Elements
@@ -73,7 +73,6 @@ def make_situation(column: Column, project: Project, loads: Sequence[Load]) -> S
 def _result(situation: Situation, consolidated: Consolidated) -> ColumnResult:
     """Return what a result file shows of a column that has consolidated."""
     column, mesh = situation.column, situation.mesh
-    stresses = _drained_stresses(situation)
     return ColumnResult(
         column=column,
         mesh=mesh,
@@ -82,9 +81,12 @@ def _result(situation: Situation, consolidated: Consolidated) -> ColumnResult:
         consolidation=consolidated.stresses,
         load_settlements=consolidated.load_settlements,
         layer_settlements=situation.model.layer_settlements(
-            stresses, mesh.thicknesses, mesh.element_layers
+            consolidated.drained, mesh.thicknesses, mesh.element_layers
         ),
-        remarks=(*situation.model.remarks(stresses), *_too_soft(situation, consolidated)),
+        remarks=(
+            *situation.model.remarks(consolidated.drained),
+            *_too_soft(situation, consolidated),
+        ),
     )
 
 
@@ -114,12 +116,6 @@ def _too_soft(s: Situation, consolidated: Consolidated) -> list[str]:
         "and the loads are as they are meant."
         for name in s.model.elements.names_where(compressed[s.mesh.element_layers])
     ]
-
-
-def _drained_stresses(s: Situation) -> Sequence[Floats]:
-    """Effective stress of the elements after each load step, once all water is out."""
-    steps = load_steps(s.column, s.mesh, s.initial, s.loads)
-    return [element_stress(s.mesh, step.effective) for step in steps]
 
 
 def _from_bottom(compressions: Floats) -> Floats:

@@ -15,6 +15,7 @@ from sembra.external.dsettlement import (
 
 from tests.toolkit.worker.drain_section import SIMPLE, with_drains
 from tests.toolkit.worker.input_file import calculated, input_text
+from tests.toolkit.worker.published_results import KOPPEJAN
 from tests.toolkit.worker.result_file import verticals
 from tests.toolkit.worker.test_geometry import two_dimensional
 
@@ -85,6 +86,28 @@ def test_dewatering_is_a_load_that_comes_and_goes() -> None:
     # Afterwards the soil swells, along a stiffer line than it was compressed.
     gain = [at(text, time) - at(idle, time) for time in (2000.0, 5000.0)]
     assert 0 < gain[1] < gain[0]
+
+
+def by_kind(text: str) -> list[float]:
+    """Return settlement by kind of the one layer: primary and secular swelling, below, above."""
+    (rows,) = KOPPEJAN.findall(calculated(text))
+    return [float(value) for value in rows.split()[1:]]
+
+
+def test_kinds_of_settlement_count_dewatering() -> None:
+    heavy = input_text(soils=CLAY, phreatic_level=-0.5, end=5000, loads=[("Fill", 0, 20, 5.0, 0.0)])
+    for_good = with_drains(heavy, SIMPLE, START, HEAD, DEEP, ("  90.000 = End", "9999.000 = End"))
+    _, _, below, below_later, above, above_later = by_kind(with_drains(heavy, START, DEEP))
+    lowered = by_kind(for_good)
+    assert lowered[:4] == pytest.approx([0, 0, below, below_later], abs=1e-7)
+    primary, secular = lowered[4] - above, lowered[5] - above_later
+    # All stresses are beyond the preconsolidation pressure then: Cp' = 12.5 and Cs' = 75.
+    assert primary > 0.01
+    assert primary / secular == pytest.approx(75 / 12.5, rel=1e-4)
+    # When the water comes back, the soil swells by as much of ln(s), with Ap = 40 and As = 250.
+    there_and_back = by_kind(with_drains(heavy, SIMPLE, START, HEAD, DEEP))
+    swelling = [-primary * 12.5 / 40, -secular * 75 / 250]
+    assert there_and_back == pytest.approx([*swelling, *lowered[2:]], abs=2e-7)
 
 
 def test_stresses_with_dewatering() -> None:

@@ -52,12 +52,15 @@ class Consolidated:
         load_settlements: settlement of the surface by the first load step, by the first two, and
             so on, shape (times, load steps), or None if the tool doesn't give it.
         stresses: the stresses, as the kind of consolidation has them.
+        drained: effective stress of the elements after each step of loads or dewatering, in kPa,
+            once all water is out that it presses out.
     """
 
     times: Floats
     strain: Floats
     load_settlements: Floats | None
     stresses: TerzaghiStresses | DarcyHistory
+    drained: Sequence[Floats]
 
 
 class Consolidation(ABC):

@@ -12,7 +12,7 @@ from sembra.local.worker.consolidation.darcy.dissipation import dissipation
 from sembra.local.worker.consolidation.darcy.profile import Profile, make_profile
 from sembra.local.worker.consolidation.darcy.run import Course, DarcyRun
 from sembra.local.worker.consolidation.darcy.sinking import SinkingLoads
-from sembra.local.worker.loads.load_steps import load_steps
+from sembra.local.worker.loads.load_steps import element_stress, load_steps
 from sembra.local.worker.timesteps import calculation_times
 
 _ROUNDING = 1e-6
@@ -82,8 +82,11 @@ def _consolidate(
             strain=course.strain,
             load_settlements=by_step if s.options.each_step_alone else None,
             stresses=_history(profile, course, s.options.water_unit_weight),
+            drained=_drained(situation),
         )
-        for profile, course, by_step in zip(profiles, courses[-size:], settlements, strict=True)
+        for situation, profile, course, by_step in zip(
+            situations, profiles, courses[-size:], settlements, strict=True
+        )
     ]
 
 
@@ -114,6 +117,12 @@ class _FixedLoads:
                 for until in now
             ]
         )
+
+
+def _drained(s: Situation) -> list[Floats]:
+    """Return the effective stress of the elements after each load step, once all water is out."""
+    steps = load_steps(s.column, s.mesh, s.initial, s.loads)
+    return [element_stress(s.mesh, step.effective) for step in steps]
 
 
 def _history(profile: Profile, course: Course, water_unit_weight: float) -> DarcyHistory:

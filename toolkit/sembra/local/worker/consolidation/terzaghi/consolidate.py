@@ -63,11 +63,16 @@ def _consolidate(situation: Situation) -> Consolidated:
     steps = _with_dewatering(s, loads, lowered)
     starts = [step.time for step in steps] + ([s.drains.start] if s.drains else [])
     times = calculation_times(starts, options.end, s.wanted_times)
+    drained = [element_stress(mesh, step.effective) for step in steps]
     changes = [step for step in steps if not step.is_own_weight]
     strains = np.zeros((len(steps), len(times), len(mesh.thicknesses)))
     if changes:
         strains[len(steps) - len(changes) :] = s.model.strains(
-            [StressStep(step.time, element_stress(mesh, step.effective)) for step in changes],
+            [
+                StressStep(step.time, stress)
+                for step, stress in zip(steps, drained, strict=True)
+                if not step.is_own_weight
+            ],
             times,
             np.array([column.degrees(times, step.time)[mesh.element_layers].T for step in changes]),
         )
@@ -76,6 +81,7 @@ def _consolidate(situation: Situation) -> Consolidated:
         strain=strains[-1],
         load_settlements=(strains @ mesh.thicknesses).T,
         stresses=_stresses(s, times, loads, strains[-1, -1] * mesh.thicknesses, lowered),
+        drained=drained,
     )
 
 
