@@ -14,13 +14,13 @@ from functools import partial
 import numpy as np
 
 from sembra.local.worker.column_result import ColumnResult
+from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.dissipation import dissipation
 from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
-from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.project import Project
-from sembra.local.worker.settlement import calculate_columns
+from sembra.local.worker.settlement import calculate_columns, make_situation
 
 _AT_REST = 1e-7
 """Settlements of two repetitions, in metres, that count as the same."""
@@ -40,10 +40,11 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
             submerge don't come to rest, the profile can't be maintained, or a result is no finite
             number.
     """
+    situations = [make_situation(column, project, project.loads) for column in project.columns]
     results = (
-        _settle(project, project.loads, report)
+        _settle(situations, project, project.loads, report)
         if project.profile is None
-        else _maintain(project, project.profile, report)
+        else _maintain(situations, project, project.profile, report)
     )
     return [_with_dissipation(result, project) for result in results]
 
@@ -66,7 +67,10 @@ def _sinks_by_steps(project: Project) -> bool:
 
 
 def _settle(
-    project: Project, loads: Sequence[Load], report: Callable[[float], None]
+    situations: Sequence[Situation],
+    project: Project,
+    loads: Sequence[Load],
+    report: Callable[[float], None],
 ) -> list[ColumnResult]:
     by_steps = project.consolidation.goes_by_steps
     sinking = _sinks_by_steps(project)
@@ -74,12 +78,12 @@ def _settle(
     repeats = project.options.submerging and not sinking
     # What goes by steps is quicker together, and has to be where loads sink between the columns.
     together = by_steps and not repeats
-    for group in [project.columns] if together else [(column,) for column in project.columns]:
+    for group in [situations] if together else [(one,) for one in situations]:
         if repeats:
             results.append(_submerging(group[0], project, loads))
         else:
             results.extend(calculate_columns(group, project, loads, sinking=sinking))
-        report(len(results) / len(project.columns))
+        report(len(results) / len(situations))
     for result in results:
         if not (
             np.all(np.isfinite(result.settlements))
@@ -90,7 +94,10 @@ def _settle(
 
 
 def _maintain(
-    project: Project, profile: MaintainedProfile, report: Callable[[float], None]
+    situations: Sequence[Situation],
+    project: Project,
+    profile: MaintainedProfile,
+    report: Callable[[float], None],
 ) -> list[ColumnResult]:
     """Return the results below loads whose profile is maintained.
 
@@ -105,7 +112,7 @@ def _maintain(
         superelevation = profile.load(places, heights)
         loads = (*project.loads, superelevation)
         run = project if is_last else _draft(project)
-        results = _settle(run, loads, partial(_report_half, report, 0.5**done))
+        results = _settle(situations, run, loads, partial(_report_half, report, 0.5**done))
         if is_last:
             return [replace(result, superelevation=superelevation.area) for result in results]
         settled = np.array([result.settlements[-1, 0] for result in results])
@@ -130,7 +137,7 @@ def _report_half(report: Callable[[float], None], left: float, fraction: float) 
     report(1 - left * (1 - fraction / 2))
 
 
-def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> ColumnResult:
+def _submerging(situation: Situation, project: Project, loads: Sequence[Load]) -> ColumnResult:
     """Return the result of a column whose loads have sunk by its own final settlement.
 
     The depth is sought by the secant method: settlement less depth comes to zero.
@@ -139,13 +146,13 @@ def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> Colu
     depth, earlier = 0.0, None
     for _ in range(_MOST_REPETITIONS):
         sunk = _sunk(loads, depth)
-        (result,) = calculate_columns((column,), draft, sunk)
+        (result,) = calculate_columns((situation,), draft, sunk)
         rest = float(result.settlements[-1, 0]) - depth
         if abs(rest) < _AT_REST:
             return (
                 result
                 if draft.options == project.options
-                else calculate_columns((column,), project, sunk)[0]
+                else calculate_columns((situation,), project, sunk)[0]
             )
         step = rest
         if earlier is not None and earlier[1] != rest:
@@ -153,7 +160,7 @@ def _submerging(column: Column, project: Project, loads: Sequence[Load]) -> Colu
         earlier = depth, rest
         depth += step
     raise WorkerError(
-        f"The loads at x = {column.x:g} m don't come to rest as they sink into the water."
+        f"The loads at x = {situation.column.x:g} m don't come to rest as they sink into the water."
     )
 
 

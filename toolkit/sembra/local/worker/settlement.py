@@ -1,6 +1,7 @@
 """Settlement of columns: from the ground and the loads to what a result file shows."""
 
 from collections.abc import Sequence
+from dataclasses import replace
 
 import numpy as np
 
@@ -23,24 +24,26 @@ from sembra.local.worker.soil_models.soil_model import Elements
 
 
 def calculate_columns(
-    columns: Sequence[Column], project: Project, loads: Sequence[Load], *, sinking: bool = False
+    situations: Sequence[Situation],
+    project: Project,
+    loads: Sequence[Load],
+    *,
+    sinking: bool = False,
 ) -> list[ColumnResult]:
     """Return the stresses and settlements of columns below some loads.
 
     Args:
-        columns: the columns.
+        situations: the columns before the first load.
         project: the input.
-        loads: the loads.
+        loads: the loads, in place of those of the project.
         sinking: whether the loads sink into the water with the columns, from one time to the next.
 
     Raises:
         WorkerError: an effective stress isn't positive, or a layer can't consolidate.
     """
-    situations = [make_situation(column, project, loads) for column in columns]
-    consolidated = project.consolidation.consolidate(situations, sinking=sinking)
-    return [
-        _result(situation, one) for situation, one in zip(situations, consolidated, strict=True)
-    ]
+    loaded = [replace(one, loads=loads, options=project.options) for one in situations]
+    consolidated = project.consolidation.consolidate(loaded, sinking=sinking)
+    return [_result(situation, one) for situation, one in zip(loaded, consolidated, strict=True)]
 
 
 def make_situation(column: Column, project: Project, loads: Sequence[Load]) -> Situation:
