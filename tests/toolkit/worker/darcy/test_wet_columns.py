@@ -26,12 +26,16 @@ def wet_column(
         distribution=Distribution.BOUSSINESQ,
         top_slope=top_slope * one,
     )
-    return WetColumns(StripLoad("Fill", 0.0, strips, Fill(16.0, 18.0, 10.0), water_level * one), 1)
+    load = StripLoad("Fill", 0.0, strips, Fill(16.0, 18.0, 10.0), water_level * one)
+    return WetColumns([load], 1)
 
 
 def heights(column: WetColumns, *settlements: float) -> list[float]:
     """Heights in water after settlements, one for each step."""
-    return [float(column.heights(np.array([[settlement]]))[0, 0]) for settlement in settlements]
+    there = np.ones((1, 1), dtype=np.bool_)
+    return [
+        float(column.heights(np.array([[settlement]]), there)[0, 0]) for settlement in settlements
+    ]
 
 
 def test_a_level_column_is_wet_as_far_as_it_has_sunk() -> None:

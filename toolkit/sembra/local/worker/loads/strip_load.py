@@ -28,10 +28,6 @@ class Fill:
         """What is added to the unit weight of what comes under water, in kN/m³."""
         return self.wet - (-self.water if self.wet < 0 else self.water) - self.dry
 
-    def pressure(self, height: Floats, wet: Floats) -> Floats:
-        """Return the pressure by heights in metres that are wet in part, in kPa."""
-        return self.dry * height + self.change_under_water * wet
-
 
 @dataclass(frozen=True)
 class StripLoad:
@@ -69,7 +65,11 @@ class StripLoad:
     @property
     def pressures(self) -> Floats:
         """Pressure of each column on its base, in kPa, negative for a load that goes."""
-        return self.sign * self.fill.pressure(self.strips.height, self.wet_heights)
+        dry, wet = (
+            self.fill.dry * self.strips.height,
+            self.fill.change_under_water * self.wet_heights,
+        )
+        return self.sign * (dry + wet)
 
     @property
     def wet_heights(self) -> Floats:
@@ -78,10 +78,9 @@ class StripLoad:
 
     def stress(self, x: float, _z: float, levels: Floats, /) -> Floats:
         """Vertical stress at x and some levels."""
-        reach = Reach(self.strips, [(x, levels)])
-        return self.sign * self.fill.pressure(
-            reach.stress(self.strips.height), reach.stress(self.wet_heights)
-        )
+        reach = Reach([self.strips], [(x, levels)])
+        dry = reach.stress(self.strips.height, self.fill.dry)
+        return self.sign * (dry + reach.stress(self.wet_heights, self.fill.change_under_water))
 
     def submerged(self, settlement: SurfaceSettlement, /) -> Self:
         """The load after the ground below it has settled, with more of it under water."""

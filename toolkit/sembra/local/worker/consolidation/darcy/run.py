@@ -187,7 +187,7 @@ class DarcyRun:
     def _check_permeability(self) -> None:
         permeability = self._permeability.at(np.zeros_like(self._initial))
         for number in np.flatnonzero(self._held & ~(permeability > 0)):
-            name = self._profile.materials[number].name
+            name = self._profile.materials[int(number)].name
             raise WorkerError(
                 f"The material {name} needs a permeability or a coefficient of consolidation "
                 "greater than zero."

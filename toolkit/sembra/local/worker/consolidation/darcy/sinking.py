@@ -36,12 +36,8 @@ class SinkingLoads:
         self._parts = [slice(*ends) for ends in itertools.pairwise(borders)]
         self._soil = [SinkingSoil(situation) for situation in situations]
         loads = situations[0].loads
-        # A load and its removal have the same columns.
-        steps: dict[int, list[StripLoad]] = {}
-        for load in loads:
-            if isinstance(load, StripLoad):
-                steps.setdefault(id(load.strips), []).append(load)
-        self._strips = [_SinkingStrips(some, situations, self._lasts) for some in steps.values()]
+        strips = [load for load in loads if isinstance(load, StripLoad)]
+        self._strips = _SinkingStrips(strips, situations, len(lasts)) if strips else None
         self._pressures = [
             (load.time, _stress([load], situations))
             for load in loads
@@ -68,10 +64,8 @@ class SinkingLoads:
         increases -= self._at_first
         for load_time, stress in self._pressures:
             increases[load_time <= now] += stress
-        for strips in self._strips:
-            if strips.time <= time + _ROUNDING:
-                runs = strips.runs
-                increases[runs] += strips.stress(now[runs], surface[runs])
+        if self._strips:
+            increases += self._strips.stress(now, surface)
         return increases
 
 
@@ -81,48 +75,55 @@ def _stress(loads: Sequence[Load], situations: Sequence[Situation]) -> Floats:
 
 
 class _SinkingStrips:
-    """The columns of a load, which goes again if it is removed.
+    """The columns of all loads that have some, side by side.
 
     Args:
-        steps: the load, and its removal.
+        steps: the loads and their removals, at least one; both have the same columns.
         situations: the columns of ground.
-        lasts: for each run, the time in days after which no further loads count.
-
-    Attributes:
-        time: when the load comes, in days.
-        runs: in which of the runs the load comes.
+        runs: the number of runs.
     """
 
     def __init__(
-        self, steps: Sequence[StripLoad], situations: Sequence[Situation], lasts: Floats
+        self, steps: Sequence[StripLoad], situations: Sequence[Situation], runs: int
     ) -> None:
-        load, self._steps = steps[0], steps
-        self.time = load.time
-        self.runs = load.time <= lasts
-        self._fill = load.fill
-        self._wet = WetColumns(load, int(self.runs.sum()))
-        self._reach = Reach(load.strips, [(s.column.x, s.mesh.levels) for s in situations])
-        self._dry = self._reach.stress(load.strips.height)
+        with_removal: dict[int, list[StripLoad]] = {}
+        for step in steps:
+            with_removal.setdefault(id(step.strips), []).append(step)
+        self._steps = list(with_removal.values())
+        loads = [load for load, *_ in self._steps]
+        strips = [load.strips for load in loads]
+        numbers = np.arange(len(loads))
+        self._owners = np.repeat(numbers, [len(one.base) for one in strips])
+        self._wet = WetColumns(loads, runs)
+        self._reach = Reach(strips, [(s.column.x, s.mesh.levels) for s in situations])
+        dry = np.array([load.fill.dry for load in loads])
+        self._dry_stress = self._reach.stress(
+            np.concatenate([one.height for one in strips]),
+            np.where(self._owners == numbers[:, None], dry[self._owners], 0.0),
+        )
+        self._change = np.array([load.fill.change_under_water for load in loads])[self._owners]
+        middles = np.concatenate([one.middles for one in strips])
         places = np.array([s.column.x for s in situations])
         order = np.argsort(places, kind="stable")
-        # What the settlement of each column of ground adds to that below each column of the load.
+        # What the settlement of each column of ground adds to that below each column of the loads.
         self._below = np.array(
-            [
-                np.interp(load.strips.middles, places[order], one[order])
-                for one in np.eye(len(places))
-            ]
+            [np.interp(middles, places[order], one[order]) for one in np.eye(len(places))]
         )
 
     def stress(self, now: Floats, surface: Floats) -> Floats:
-        """Return the stress at the nodes of the columns of ground, from when the load comes on.
+        """Return the stress at the nodes of the columns of ground.
 
         Args:
-            now: for each run in which it comes, the time in days up to which loads count.
+            now: for each run, the time in days up to which loads have come and gone.
             surface: settlement of the surface of the columns in metres, shape (runs, columns).
         """
-        signs = np.sum([(step.time <= now) * step.sign for step in self._steps], axis=0)
-        wet = self._reach.stress(self._wet.heights(surface @ self._below))
-        return signs[:, None] * self._fill.pressure(self._dry, wet)
+        there = np.array([load.time <= now for load, *_ in self._steps]).T
+        signs = np.array(
+            [sum((step.time <= now) * step.sign for step in steps) for steps in self._steps]
+        ).T
+        heights = self._wet.heights(surface @ self._below, there[:, self._owners])
+        wet_stress = self._reach.stress(heights, signs[:, self._owners] * self._change)
+        return signs @ self._dry_stress + wet_stress
 
 
 class SinkingSoil:

@@ -7,7 +7,10 @@ was cut off first stays for good. No theory says so: it is what published result
 digit printed.
 """
 
+from collections.abc import Sequence
+
 import numpy as np
+from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.loads.strip_load import StripLoad
@@ -16,36 +19,38 @@ _ROUNDING = 1e-9
 
 
 class WetColumns:
-    """The columns of a load in several runs, from the time step on in which it comes.
+    """The columns of loads in several runs, from the time step on in which they come.
 
     Args:
-        load: the load.
+        loads: the loads, whose columns stand side by side in arrays.
         runs: the number of runs, in each of which the columns settle in their own way.
     """
 
-    def __init__(self, load: StripLoad, runs: int) -> None:
-        base, height = load.strips.ends
+    def __init__(self, loads: Sequence[StripLoad], runs: int) -> None:
+        water_levels = np.concatenate([load.water_levels for load in loads])
+        base, height = np.concatenate([load.strips.ends for load in loads], axis=-1)
         # Of shape (2, 1, columns): for the two ends of each column, the same in all runs.
-        self._above_water, self._height = (base - load.water_levels)[:, None], height[:, None]
-        self._sunk: Floats | None = None
-        self._lead = np.full((runs, len(load.water_levels)), np.nan)
+        self._above_water, self._height = (base - water_levels)[:, None], height[:, None]
+        self._sunk = np.full((runs, len(water_levels)), np.nan)
+        self._lead = np.full_like(self._sunk, np.nan)
 
-    def heights(self, settlement: Floats) -> Floats:
+    def heights(self, settlement: Floats, there: NDArray[np.bool_]) -> Floats:
         """Return how high the columns are wet.
 
         Args:
             settlement: settlement of the ground below each column in metres, shape (runs,
                 columns), one step after that of the call before.
+            there: whether the column has come by now, in the same shape.
         """
         depths = np.minimum(settlement - self._above_water, self._height)
         ahead, behind = np.maximum(*depths), np.minimum(*depths)
         lead = ahead - behind
-        limit = lead if self._sunk is None else np.maximum(settlement - self._sunk, 0.0)
+        is_first = np.isnan(self._sunk)
+        limit = np.where(is_first, lead, np.maximum(settlement - self._sunk, 0.0))
         allowed = np.where(np.isnan(self._lead), np.minimum(lead, limit), self._lead)
         wet = np.maximum(np.minimum(ahead, behind + allowed), 0.0) + np.maximum(behind, 0.0)
-        is_first = self._sunk is None
-        cut_off = (lead > _ROUNDING) if is_first else (lead > limit + _ROUNDING)
-        self._lead = np.where(cut_off & (wet > 0), allowed, self._lead)
-        self._sunk = settlement
+        cut_off = there & (wet > 0) & (lead > np.where(is_first, 0.0, limit) + _ROUNDING)
+        self._lead = np.where(cut_off, allowed, self._lead)
+        self._sunk = np.where(there, settlement, np.nan)
         heights: Floats = wet / 2
         return heights
