@@ -44,6 +44,7 @@ class BackgroundService:
                 ws="none",
                 lifespan="off",
                 log_config=None,
+                log_level=logging.WARNING,
                 access_log=False,
                 proxy_headers=False,
             )
