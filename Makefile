@@ -71,12 +71,12 @@ sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the int
 mutants: $(BUILT) $(STAMPS)/test  ## put small faults into the C++ code and tell which the tests miss; hours
 	$(BIN)/python -m mutants
 
-docs: $(STAMPS)/docs  ## build the documentation into site/
-	$(BIN)/python -m mkdocs build --quiet
-	@test -f site/index.html && echo "Open site/index.html"
+docs: $(BUILT) $(STAMPS)/docs  ## build the documentation into site/
+	$(BIN)/python -m sphinx --quiet --fail-on-warning --keep-going -d build/docs docs site
+	@echo "Open site/index.html"
 
 clean:  ## remove all that the other targets made
-	rm -rf $(VENV) build demo site fuzz-findings .hypothesis .mypy_cache .pytest_cache .ruff_cache
+	rm -rf $(VENV) build demo site docs/examples fuzz-findings .hypothesis .mypy_cache .pytest_cache .ruff_cache
 	find . -name __pycache__ -prune -exec rm -rf {} +
 
 $(ENVIRONMENT): scripts/find-python

@@ -1,5 +1,7 @@
 """Many variants of a model, calculated side by side and written to a table as they come.
 
+For example::
+
     from sembra.local.study import run_study
 
     rows = run_study(

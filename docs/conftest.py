@@ -1,0 +1,63 @@
+"""The Python code of the documentation, run page by page as tests."""
+
+import os
+from io import StringIO
+from pathlib import Path
+from tempfile import TemporaryDirectory
+from typing import Any
+
+import sembra.external.dsettlement as ds
+from sybil import Sybil
+from sybil.parsers.myst import PythonCodeBlockParser
+
+PAGES = (
+    "tutorials/*.md",
+    "how-to/soil-models.md",
+    "how-to/drains.md",
+    "how-to/staged-loads.md",
+    "how-to/testing.md",
+    "reference/*.md",
+)
+"""Pages that stand alone."""
+
+AFTERWARDS = ("how-to/results.md", "how-to/data-frames.md")
+"""Pages that go on from a calculation that has been done."""
+
+HERE = Path.cwd()
+FOLDERS: list[TemporaryDirectory[str]] = []
+
+
+def enter(namespace: dict[str, Any]) -> None:
+    """Let a page write its files into a folder of its own."""
+    FOLDERS.append(TemporaryDirectory())
+    namespace["DOCS"] = Path(__file__).parent
+    os.chdir(FOLDERS[-1].name)
+
+
+def leave(_: dict[str, Any]) -> None:
+    """Take the folder away."""
+    os.chdir(HERE)
+    FOLDERS.pop().cleanup()
+
+
+def calculate(namespace: dict[str, Any]) -> None:
+    """Let a page find what a calculation leaves: model, input file, analysis, files on the disk."""
+    enter(namespace)
+    model = ds.Model1D(ds.CalculationModel.NEN_KOPPEJAN, ds.ConsolidationModel.TERZAGHI)
+    model.create_material("Clay", 14.5, 14.5, cp=30.0, cp1=9.0, cs=270.0, cs1=80.0, cv=1e-7)
+    model.update_geometry(-5.0, [(0.0, "Clay")], phreatic_level=-1.0)
+    model.create_uniform_load("Sand", 0, 18.0, 1.5, 0.0)
+    model.set_calculation_times(10, 100, 1000)
+    input_file = model.generate_input_file(dissipation_calculation=model.verticals[0])
+    analysis = ds.DSettlementAnalysis(input_file)
+    analysis.execute(timeout=60)
+    result: StringIO = analysis.get_sld_file()
+    Path("road.sld").write_text(result.getvalue(), newline="")
+    namespace |= {"ds": ds, "model": model, "input_file": input_file, "analysis": analysis}
+
+
+PARSERS = [PythonCodeBlockParser()]
+pytest_collect_file = (
+    Sybil(PARSERS, patterns=PAGES, setup=enter, teardown=leave)
+    + Sybil(PARSERS, patterns=AFTERWARDS, setup=calculate, teardown=leave)
+).pytest()
