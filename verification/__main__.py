@@ -28,7 +28,7 @@ from .table import terminal_table
 
 _PAGE = ROOT / "docs" / "verification.md"
 _PAGE_ELSEWHERE = ROOT / "build" / "verification" / "verification.md"
-_WIDTH = 175
+_WIDTH = 195
 
 
 def main() -> int:

@@ -2,7 +2,8 @@
 
 Differences of settlement are per cent of the vertical's published final settlement, or of that of
 the vertical that settles most where it settles less than 2 % of that. Differences of stress are per
-cent of the vertical's largest published stress of their kind.
+cent of the vertical's largest published stress of their kind, those of dissipation per cent of full
+consolidation.
 """
 
 from __future__ import annotations
@@ -32,10 +33,12 @@ class Difference:
     loads: float = float("nan")
     depth: float = float("nan")
     residual: float = float("nan")
+    kinds: float = float("nan")
     initial_stress: float = float("nan")
     final_stress: float = float("nan")
     stresses: float = float("nan")
     preconsolidation: float = float("nan")
+    dissipation: float = float("nan")
     same_times: bool = True
     same_nodes: bool = True
     missing: list[str] = field(default_factory=list)
@@ -47,10 +50,12 @@ MEASURES = (
     "loads",
     "depth",
     "residual",
+    "kinds",
     "initial_stress",
     "final_stress",
     "stresses",
     "preconsolidation",
+    "dissipation",
 )
 
 
@@ -116,12 +121,31 @@ def _compare(theirs: Vertical, ours: Vertical, largest: float) -> Difference:
     elif len(theirs.residual):
         result.residual = _largest((theirs.residual - ours.residual)[:, 1:], scale)
 
+    if pair := _pair(theirs.kinds, ours.kinds, "settlement by kind", result):
+        if len(pair[0]) == len(pair[1]):
+            result.kinds = _largest(pair[0] - pair[1], scale)
+        else:
+            result.missing.append(f"kinds of {len(pair[1])} layers instead of {len(pair[0])}")
+    if pair := _pair(theirs.dissipation, ours.dissipation, "dissipation", result):
+        layers, our_layers = (part.shape[1] - 1 for part in pair)
+        if layers == our_layers:
+            result.dissipation = _dissipation(*pair)
+        else:
+            result.missing.append(f"dissipation of {our_layers} layers instead of {layers}")
+
     for name in ("initial_stress", "final_stress", "preconsolidation"):
         if pair := _pair(getattr(theirs, name), getattr(ours, name), _words(name), result):
             stress, our_stress = pair
             difference = stress - at_depths(our_stress)
             setattr(result, name, _largest(difference, float(np.abs(stress).max()) or 1.0))
     return result
+
+
+def _dissipation(theirs: Floats, ours: Floats) -> float:
+    """The largest difference of any layer, at the published times."""
+    times, our_times = theirs[:, 0], ours[:, 0]
+    at_times = _at(times, our_times, _same(times, our_times, _SAME_TIME))
+    return _largest(theirs[:, 1:] - at_times(ours[:, 1:]), 1.0)
 
 
 def _pair(

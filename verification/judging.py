@@ -25,6 +25,9 @@ LARGEST_CURVE = 0.5
 LARGEST_STRESS = 0.5
 """Largest difference of any stress, in per cent of the largest of its kind at the vertical."""
 
+LARGEST_DISSIPATION = 0.5
+"""Largest difference of any degree of consolidation, in per cent of the full one."""
+
 LIST = Path(__file__).with_name("known.toml")
 
 
@@ -91,7 +94,13 @@ def is_off(
         return True
     if missing_is_off and difference.missing:
         return True
-    curves = (difference.curve, difference.loads, difference.depth, difference.residual)
+    curves = (
+        difference.curve,
+        difference.loads,
+        difference.depth,
+        difference.residual,
+        difference.kinds,
+    )
     stresses = (
         difference.initial_stress,
         difference.final_stress,
@@ -102,6 +111,7 @@ def is_off(
         difference.final > final
         or any(value > curve for value in curves)
         or any(value > LARGEST_STRESS for value in stresses)
+        or difference.dissipation > LARGEST_DISSIPATION
     )
 
 
@@ -113,8 +123,11 @@ def needed(outcome: Outcome, verdict: Verdict) -> str:
     if worst is None:
         return f"{name} is not calculated: {outcome.error}"
     off = f"final {worst.final:.3g} %, curve {worst.curve:.3g} %, loads {worst.loads:.3g} %"
-    off += f", depth {worst.depth:.3g} %, residual {worst.residual:.3g} %"
+    off += (
+        f", depth {worst.depth:.3g} %, residual {worst.residual:.3g} %, kinds {worst.kinds:.3g} %"
+    )
     off += f", stresses {max(worst.final_stress, worst.stresses):.3g} %"
+    off += f", dissipation {worst.dissipation:.3g} %"
     missing = f"; {'; '.join(worst.missing)}" if worst.missing else ""
     listed = " than listed" if verdict is Verdict.WORSE else ""
     return f"{name} is {'further off' if listed else 'off'}{listed}: {off}{missing}."

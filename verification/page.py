@@ -6,7 +6,14 @@ from collections.abc import Iterator, Mapping, Sequence
 from pathlib import Path
 
 from .calculating import Outcome
-from .judging import LARGEST_CURVE, LARGEST_FINAL, Entry, Verdict
+from .judging import (
+    LARGEST_CURVE,
+    LARGEST_DISSIPATION,
+    LARGEST_FINAL,
+    LARGEST_STRESS,
+    Entry,
+    Verdict,
+)
 from .pictures import TELLING, draw
 from .table import markdown_table
 
@@ -22,14 +29,17 @@ figures are the largest differences of a case, in per cent:
 
 - of the vertical's final settlement, or of the largest one for a vertical that settles less than
   2 % of that: the final settlement, the settlement at every time (curve), by every load step
-  (loads), at every node and time (depth), and at the residual times;
+  (loads), at every node and time (depth), at the residual times, and of each layer by the kinds of
+  NEN-Koppejan (kinds);
 - of the vertical's largest stress: the effective stresses at the beginning (stress 0), in the end
-  (stress end) and at every time (stresses), and the preconsolidation pressure (precon.).
+  (stress end) and at every time (stresses), and the preconsolidation pressure (precon.);
+- of full consolidation: the degree of every layer at every time, where a file has the dissipation
+  (dissip.).
 
-A case is *good*
-if its final settlement is within {LARGEST_FINAL} % and every point of every curve within
-{LARGEST_CURVE} %. Cases that are *known* to be off are told about below the table. Where times or
-nodes differ, the worker's results are interpolated.
+A case is *good* if its final settlement is within {LARGEST_FINAL} %, every point of every curve
+within {LARGEST_CURVE} %, every stress within {LARGEST_STRESS} % and every degree of consolidation
+within {LARGEST_DISSIPATION} %. Cases that are *known* to be off are told about below the table.
+Where times or nodes differ, the worker's results are interpolated.
 """
 
 

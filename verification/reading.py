@@ -2,16 +2,20 @@
 
 from __future__ import annotations
 
+import re
 from collections.abc import Mapping, Sequence
 from dataclasses import dataclass
 from io import StringIO
-from typing import Any
+from itertools import zip_longest
+from typing import Any, Final
 
 import numpy as np
 from numpy.typing import NDArray
-from sembra.local.results import ResultFile
+from sembra.local.results import LayerDissipation, ResultFile
 
 Floats = NDArray[np.float64]
+
+_KINDS: Final = re.compile(r"Layer seperation count *\n(.*?)\[End of Koppejan", re.DOTALL)
 
 
 @dataclass(frozen=True)
@@ -22,7 +26,10 @@ class Vertical:
     `loads` (times, load steps), the other stresses (nodes,). `stresses` are effective: by Terzaghi
     those after consolidation under the loads of the time, by Darcy those of the time. A block that
     the file doesn't have is None; `residual` then has no rows. Its columns are time, settlement and
-    residual settlement.
+    residual settlement. `kinds` are the settlements of each layer by kind, shape (layers, 6), for
+    NEN-Koppejan. A file has the dissipation of one vertical and doesn't tell which: `dissipation`,
+    times in the first column and the degree of each layer from the lowest in the others, stands
+    with its first.
     """
 
     x: float
@@ -35,6 +42,8 @@ class Vertical:
     final_stress: Floats | None
     preconsolidation: Floats | None
     residual: Floats
+    kinds: Floats | None
+    dissipation: Floats | None
 
     @property
     def curve(self) -> Floats:
@@ -52,17 +61,26 @@ def read_verticals(text: str) -> list[Vertical]:
     """The verticals of a result file, in its order.
 
     Raises:
-        ValueError: a vertical has no settlements.
+        ValueError: a vertical has no settlements, or a row is none of numbers.
     """
     results = ResultFile(StringIO(text, newline=""))
     residual = results.residual_times
+    kinds = [_numbers(rows)[:, 1:] for rows in _KINDS.findall(text.replace("\r\n", "\n"))]
+    dissipation = _dissipation(results.dissipation)
     return [
-        _vertical(vertical, residual.get(number, {}))
-        for number, vertical in results.vertical_results.items()
+        _vertical(vertical, residual.get(number, {}), kind, dissipation if number == 1 else None)
+        for (number, vertical), kind in zip_longest(
+            results.vertical_results.items(), kinds[: len(results.vertical_results)]
+        )
     ]
 
 
-def _vertical(results: Mapping[str, Any], residual: Mapping[str, list[float]]) -> Vertical:
+def _vertical(
+    results: Mapping[str, Any],
+    residual: Mapping[str, list[float]],
+    kinds: Floats | None,
+    dissipation: Floats | None,
+) -> Vertical:
     history = results["vertical_data"]
     if not history:
         raise ValueError("A vertical has no settlements.")
@@ -80,7 +98,20 @@ def _vertical(results: Mapping[str, Any], residual: Mapping[str, list[float]]) -
         final_stress=final,
         preconsolidation=_array(results["stresses"].get("Final pre consolidation stress")),
         residual=_columns(residual, ("Time", "Settlement", "Residual settlement")),
+        kinds=kinds,
+        dissipation=dissipation,
     )
+
+
+def _dissipation(layers: Mapping[int, LayerDissipation]) -> Floats | None:
+    if not layers:
+        return None
+    times = layers[min(layers)]["time"]
+    return np.column_stack([times, *(layers[number]["degree"] for number in sorted(layers))])
+
+
+def _numbers(rows: str) -> Floats:
+    return np.array([row.split() for row in rows.splitlines()], dtype=np.float64)
 
 
 def _stresses_at(columns: Mapping[str, list[float]]) -> list[float]:

@@ -17,10 +17,12 @@ HEADERS = (
     "loads",
     "depth",
     "residual",
+    "kinds",
     "stress 0",
     "stress end",
     "stresses",
     "precon.",
+    "dissip.",
 )
 _COLORS = {
     Verdict.GOOD: "green",

@@ -19,6 +19,8 @@ def vertical(scale: float = 1.0, **changes: Any) -> Vertical:
         "initial_stress": np.array([0.0, 20.0]),
         "final_stress": np.array([50.0, 70.0]),
         "preconsolidation": np.array([10.0, 0.0]),
+        "kinds": scale * np.array([[0.0, 0.0, 0.3, 0.1, 0.5, 0.1]]),
+        "dissipation": np.array([[0.0, 0.0, 0.0], [1.0, 0.3, 0.4], [10.0, 0.9, 1.0]]),
         "residual": scale * np.array([[1.0, 0.5, 0.5]]),
     }
     return Vertical(**values | changes)

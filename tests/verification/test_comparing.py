@@ -51,6 +51,31 @@ def test_stresses_count_by_the_largest_of_their_kind() -> None:
     assert difference.preconsolidation == 0.0
 
 
+def test_kinds_of_settlement_count_by_the_final_one() -> None:
+    (difference,) = compare([vertical(2.0)], [vertical(2.0, kinds=vertical(2.02).kinds)])
+    assert difference.kinds == pytest.approx(0.5)
+    assert difference.final == 0.0
+    more = np.zeros((2, 6))
+    (difference,) = compare([vertical()], [vertical(kinds=more)])
+    assert difference.missing == ["kinds of 2 layers instead of 1"]
+
+
+def test_dissipation_counts_by_full_consolidation() -> None:
+    degrees = vertical().dissipation
+    assert degrees is not None
+    wrong = degrees.copy()
+    wrong[1, 2] += 0.007
+    (difference,) = compare([vertical()], [vertical(dissipation=wrong)])
+    assert difference.dissipation == pytest.approx(0.7)
+    (difference,) = compare([vertical()], [vertical(dissipation=degrees[[0, 2]])])
+    # Without the row of one day, a tenth of 0.9 and of 1 stands there, instead of 0.3 and 0.4.
+    assert difference.dissipation == pytest.approx(30.0)
+    (difference,) = compare([vertical()], [vertical(dissipation=degrees[:, :2])])
+    assert difference.missing == ["dissipation of 1 layers instead of 2"]
+    (difference,) = compare([vertical()], [vertical(dissipation=None)])
+    assert difference.missing == ["no dissipation"]
+
+
 def test_stresses_of_every_time_are_compared() -> None:
     stresses = vertical().stresses.copy()
     stresses[1, 0] += 0.7

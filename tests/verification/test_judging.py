@@ -2,6 +2,7 @@
 
 from pathlib import Path
 
+import numpy as np
 import pytest
 
 from tests.verification.made_verticals import vertical
@@ -53,6 +54,18 @@ def test_any_curve_can_be_off() -> None:
     wrong[2, 0] += 0.006
     assert judge(outcome(vertical(loads=wrong)), {}) is Verdict.OFF
     assert judge(outcome(vertical(residual=vertical().residual + 0.006)), {}) is Verdict.OFF
+
+
+def test_kinds_and_dissipation_can_be_off() -> None:
+    kinds, dissipation = vertical().kinds, vertical().dissipation
+    assert kinds is not None
+    assert dissipation is not None
+    for part, verdict in ((0.004, Verdict.GOOD), (0.006, Verdict.OFF)):
+        assert judge(outcome(vertical(kinds=kinds + part)), {}) is verdict
+        assert (
+            judge(outcome(vertical(dissipation=dissipation + np.array([0, part, 0]))), {})
+            is verdict
+        )
 
 
 @pytest.mark.parametrize("kind", ["initial_stress", "final_stress", "stresses", "preconsolidation"])
