@@ -12,13 +12,14 @@ from typing import Any
 
 import pytest
 from sembra.local.jobs import dask_engine
+from sembra.local.jobs.callers import end_jobs_of
 from sembra.local.jobs.engine import chosen_engine
 from sembra.local.jobs.running import JobError, run
 from sembra.local.study import run_study
 
 from examples import parametric_study as study
 from tests.toolkit import fake_jobs
-from tests.toolkit.processes import await_that, is_alive, sleeping_processes
+from tests.toolkit.processes import application, await_that, is_alive, sleeping_processes
 
 CONTENT = {"name": "x", "version": 1, "body": "abc"}
 
@@ -101,6 +102,52 @@ def test_time_out_ends_the_process(entry: Any, tmp_path: Path) -> None:
         run(CONTENT | {"body": str(note)}, 5)
     pids = sleeping_processes(note)
     assert await_that(lambda: not any(map(is_alive, pids)))
+
+
+EXECUTE = """
+from sembra.local.jobs import running
+from tests.toolkit import fake_jobs
+running.ENTRY = fake_jobs.sleep_long
+running.run({{"name": "x", "version": 1, "body": {note!r}}}, 60)
+"""
+
+
+@pytest.mark.usefixtures("cluster")
+@pytest.mark.parametrize("number", [signal.SIGINT, signal.SIGKILL])
+def test_nothing_outlives_the_application(tmp_path: Path, number: signal.Signals) -> None:
+    note = tmp_path / "pids"
+    with application(EXECUTE.format(note=str(note)), tmp_path) as program:
+        pids = sleeping_processes(note)
+        program.send_signal(number)
+        program.communicate(timeout=60)
+    # Far less than the minute that the job would take.
+    assert await_that(lambda: not any(map(is_alive, pids)), 10)
+
+
+@pytest.mark.usefixtures("cluster")
+def test_study_that_is_interrupted_ends_its_jobs(entry: Any, tmp_path: Path) -> None:
+    entry(fake_jobs.sleep_long)
+    note = tmp_path / "pids"
+    caller = threading.Thread(target=lambda: suppress_job_error(note), daemon=True)
+    caller.start()
+    pids = sleeping_processes(note)
+    end_jobs_of([caller])
+    caller.join(10)
+    assert not caller.is_alive()
+    assert await_that(lambda: not any(map(is_alive, pids)), 10)
+
+
+def suppress_job_error(note: Path) -> None:
+    with suppress(JobError):
+        run(CONTENT | {"body": str(note)}, 60)
+
+
+@pytest.mark.usefixtures("cluster")
+def test_job_that_has_ended_is_not_ended_again(entry: Any, monkeypatch: pytest.MonkeyPatch) -> None:
+    distributed = pytest.importorskip("distributed")
+    monkeypatch.setattr(distributed.Future, "cancel", lambda *_, **__: pytest.fail("a message"))
+    entry(fake_jobs.echo)
+    assert run(CONTENT, 60)["error"] is None
 
 
 @pytest.mark.usefixtures("cluster")

@@ -1,14 +1,17 @@
 """Jobs on the workers of a Dask cluster, each of which has a pool of its own."""
 
 import os
+import pickle
 import threading
-from collections.abc import Callable
+from collections.abc import Callable, Iterator
 from concurrent.futures import CancelledError
+from contextlib import contextmanager
 from importlib import import_module
 from typing import Any
 
 from sembra.local.jobs.callers import ended_with_caller
 from sembra.local.jobs.errors import EngineError
+from sembra.local.jobs.pool import PoolFuture
 from sembra.local.jobs.reporting import Report, ignore
 from sembra.local.jobs.shared_pool import shared_pool
 
@@ -43,8 +46,10 @@ class DaskEngine:
         client = self._client()
         distributed = import_module("distributed")
         try:
-            future = client.submit(run_in_pool, content, entry, limit, pure=False)
-            with ended_with_caller(future):
+            # Dask would look for its own futures everywhere in what isn't pickled.
+            job = pickle.dumps((entry, content))
+            future = client.submit(run_in_pool, job, limit, pure=False)
+            with ended_with_caller(_DaskJob(future)):
                 return future.result()
         except distributed.scheduler.KilledWorker as error:
             raise EngineError(
@@ -75,24 +80,76 @@ class DaskEngine:
         return EngineError(f"The connection to the Dask cluster at {self._address} was lost")
 
 
-def run_in_pool(
-    content: dict[str, Any], entry: Callable[[dict[str, Any]], Any], limit: float
-) -> Any:
-    """Run a job in the pool of this Dask worker, and end it when its time is over.
-
-    A cluster can forget a running call, but not end it; so the limit goes along with the job.
+class _DaskJob:
+    """A job on a cluster, which costs no message to be ended once it has ended.
 
     Args:
-        content: The job.
-        entry: The call to run, such as `sembra.local.jobs.task.run_job`.
+        future: What the cluster gave for it.
+    """
+
+    def __init__(self, future: Any) -> None:
+        self._future = future
+
+    def cancel(self) -> None:
+        """End the job, if it hasn't ended."""
+        if not self._future.done():
+            self._future.cancel()
+
+
+def run_in_pool(job: bytes, limit: float) -> Any:
+    """Run a job in the pool of this Dask worker, and end it when its time is over.
+
+    A cluster can forget a running call, but not end it. So the limit goes along with the job, and
+    who runs it looks after whether it has been forgotten.
+
+    Args:
+        job: The pickle of the call to run, such as `sembra.local.jobs.task.run_job`, and of its
+            content.
         limit: Time that the job may take once it is taken up, in seconds.
 
     Raises:
         TimeoutError: The time is over.
+        CancelledError: Nobody waits for the job any more.
     """
+    entry, content = pickle.loads(job)
     future = shared_pool().submit_reporting(ignore, entry, content)
-    with ended_with_caller(future):
+    with ended_with_caller(future), _ended_when_forgotten(future):
         return future.result_within(limit)
+
+
+class _Forgotten:
+    """A plug-in of a Dask worker: ends the jobs that the cluster forgets.
+
+    It does so when they are cancelled, and when the application that waits for them has gone.
+    """
+
+    name = "sembra-jobs"
+
+    def __init__(self) -> None:
+        self.jobs: dict[Any, PoolFuture] = {}
+
+    def transition(self, key: Any, _start: str, finish: str, **_: Any) -> None:
+        """Take what the Dask worker tells about one of its tasks."""
+        job = self.jobs.get(key)
+        if job is not None and finish in ("cancelled", "released", "forgotten"):
+            job.cancel()
+
+
+_forgotten = _Forgotten()
+
+
+@contextmanager
+def _ended_when_forgotten(job: PoolFuture) -> Iterator[None]:
+    """End a job, within the block, when the task that runs it is forgotten."""
+    worker = import_module("distributed").get_worker()
+    if _forgotten.name not in worker.plugins:
+        worker.loop.add_callback(worker.plugins.setdefault, _forgotten.name, _forgotten)
+    key = worker.get_current_task()
+    _forgotten.jobs[key] = job
+    try:
+        yield
+    finally:
+        del _forgotten.jobs[key]
 
 
 def _connect(address: str) -> Any:
