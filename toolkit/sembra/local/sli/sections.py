@@ -6,6 +6,8 @@ from dataclasses import dataclass
 
 from sembra.local.sli.errors import InputFileError
 
+_END = "[END OF "
+
 
 @dataclass(frozen=True)
 class Line:
@@ -41,6 +43,25 @@ class Section:
             if opened is None and tag == f"[{name}]":
                 opened = index
             elif opened is not None and tag == f"[END OF {name}]":
+                yield Section(name, self.lines[opened].number, self.lines[opened + 1 : index])
+                opened = None
+        if opened is not None:
+            raise InputFileError(name, self.lines[opened].number, "the section is not closed")
+
+    def outermost(self) -> Iterator["Section"]:
+        """The sections inside this one that are in no other, in file order.
+
+        Raises:
+            InputFileError: one isn't closed.
+        """
+        opened: int | None = None
+        name = ""
+        for index, line in enumerate(self.lines):
+            tag = line.text.strip()
+            if opened is None:
+                if tag.startswith("[") and tag.endswith("]") and not tag.startswith(_END):
+                    opened, name = index, tag[1:-1]
+            elif tag == f"{_END}{name}]":
                 yield Section(name, self.lines[opened].number, self.lines[opened + 1 : index])
                 opened = None
         if opened is not None:

@@ -8,6 +8,7 @@ from typing import Any
 import numpy as np
 
 from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.text import decode
 from sembra.local.worker.calculation import calculate
 from sembra.local.worker.console import configured_command, run_console
 from sembra.local.worker.errors import (
@@ -71,7 +72,7 @@ def _run(
         files = run_console(command, data)
         report(1.0)
         return files, []
-    text = _text(data)
+    text = decode(data)
     project = read_project(text)
     results = calculate(project, lambda fraction: report(0.9 * fraction))
     remarks = list(dict.fromkeys([*project.remarks, *(one for r in results for one in r.remarks)]))
@@ -87,14 +88,6 @@ def _decode(body: object) -> bytes:
         return base64.b64decode(body, validate=True)
     except (binascii.Error, ValueError):
         raise WorkerError(INVALID_BODY) from None
-
-
-def _text(data: bytes) -> str:
-    """The text of a file: UTF-8, or the Windows code page of older programs."""
-    try:
-        return data.decode("utf-8-sig")
-    except UnicodeDecodeError:
-        return data.decode("latin-1")
 
 
 def _failed(message: str) -> dict[str, Any]:
