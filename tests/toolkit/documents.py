@@ -1,8 +1,15 @@
 """Documents of models, made by hand."""
 
+import re
 from typing import Any
 
-from tests.toolkit.sli import soil_parameters
+from sembra.local.sli.materials import StatedMaterial
+
+IRREGULAR_KEYS = {
+    "SoilDistdPc": "dist_pc",
+    "SoilCorASecCp1": "cor_asec_cp1",
+    "SoilPOP": "pop_",
+}
 
 STEMS = [
     "gam_dry",
@@ -153,8 +160,18 @@ def document_2d(**values: Any) -> Document:
     )
 
 
-def soil_of_lines(lines: list[str]) -> Document:
-    """Return the material that an input file's lines tell of."""
-    name, parameters = soil_parameters(lines)
-    parameters["pop_"] = parameters.pop("pop")
-    return soil(name, **parameters)
+def soil_of(material: StatedMaterial) -> Document:
+    """Return the material that an input file tells of."""
+    values = {_key(label): line.text for label, line in material.values.items()}
+    known = soil(material.name)
+    return known | {
+        key: int(text) if re.fullmatch(r"-?\d+", text) else float(text)
+        for key, text in values.items()
+        if key in known
+    }
+
+
+def _key(label: str) -> str:
+    """Return the key of a label, which is the label in another spelling but for some."""
+    boundary = r"(?<=[a-z0-9])(?=[A-Z])|(?<=[A-Z])(?=[A-Z][a-z])"
+    return IRREGULAR_KEYS.get(label) or re.sub(boundary, "_", label.removeprefix("Soil")).lower()

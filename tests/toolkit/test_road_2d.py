@@ -7,14 +7,16 @@ is taken from the sample before the calculation.
 
 from functools import cache
 from io import BytesIO, StringIO
+from pathlib import Path
 from typing import Any
 
 import pytest
 from sembra.external.dsettlement import DSettlementAnalysis, OutputFileParser
+from sembra.local.input_file import read_model
+from sembra.local.sli.entries import entries
+from sembra.local.sli.input_file import InputFile
 
 from tests.toolkit.samples import FOLDER, needs_samples
-from tests.toolkit.service.rebuilding_2d import rebuild
-from tests.toolkit.sli import SliFile, label_of
 from tests.toolkit.worker.drained_sample import drained_columns
 from tests.toolkit.worker.input_file import calculated
 
@@ -53,21 +55,42 @@ WITHOUT_OPTIONS = {
 
 @cache
 def generated(name: str) -> str:
-    """Return the file that the service fills in for a sample."""
-    return rebuild(SliFile.read(FOLDER / f"{name}.sli")).text
+    """Return the file that the service fills in for the model of a sample."""
+    return generated_again(FOLDER / f"{name}.sli")
 
 
-def with_options(text: str, sample: SliFile, labels: set[str]) -> str:
+def generated_again(path: Path) -> str:
+    """Return the file that the service fills in for the model of a file."""
+    return read_model(path).generate_input_file().getvalue().decode()
+
+
+def sample_text(name: str) -> str:
+    """Return the text of a sample."""
+    return (FOLDER / f"{name}.sli").read_text("ascii")
+
+
+def option_lines(text: str) -> dict[str, int]:
+    """Return the line of each option, counted from 0, by its label."""
+    data = InputFile(text).data
+    return {
+        entry.label: entry.line - 1
+        for name in ("WATER", "CALCULATION OPTIONS")
+        for entry in entries(data.section(name))
+    }
+
+
+def with_options(text: str, sample: str, labels: set[str]) -> str:
     """Return a file with the lines of some labels taken from a sample."""
-    lines = [*sample.sections["WATER"], *sample.sections["CALCULATION OPTIONS"]]
-    taken = {label_of(line): line for line in lines if label_of(line) in labels}
-    assert taken.keys() == labels
-    return "\n".join(taken.get(label_of(line), line) for line in text.split("\n"))
+    lines, taken = text.split("\n"), sample.split("\n")
+    places, places_taken = option_lines(text), option_lines(sample)
+    for label in labels:
+        lines[places[label]] = taken[places_taken[label]]
+    return "\n".join(lines)
 
 
 def calculated_with(name: str, labels: set[str]) -> OutputFileParser:
     """Calculate a generated file, with options taken from the sample."""
-    text = with_options(generated(name), SliFile.read(FOLDER / f"{name}.sli"), labels)
+    text = with_options(generated(name), sample_text(name), labels)
     return OutputFileParser(StringIO(calculated(text)))
 
 
@@ -137,10 +160,11 @@ def test_without_submerging_the_ground_settles_more() -> None:
     assert 1.2 * theirs < ours < 1.5 * theirs
 
 
-def test_columns_with_an_underpressure() -> None:
-    sample = SliFile(drained_columns())
+def test_columns_with_an_underpressure(tmp_path: Path) -> None:
+    sample = tmp_path / "columns.sli"
+    sample.write_text(drained_columns(), "ascii")
     labels = {"Unit Weight of Water", "Precon. pressure within a layer"}
-    text = with_options(rebuild(sample).text, sample, labels)
+    text = with_options(generated_again(sample), drained_columns(), labels)
     found, expected = OutputFileParser(StringIO(calculated(text))), of_sample("bm4-8b")
     [ours], [theirs] = (
         [v["time_settlement_per_load"] for v in results.vertical_results.values()]
@@ -153,9 +177,7 @@ def test_columns_with_an_underpressure() -> None:
 
 @pytest.mark.parametrize("name", ["Tutorial-1c", "bm2-5b", "bm3-15d", "bm3-3a", "bm4-8b"])
 def test_all_models_with_all_options_of_a_sample(name: str) -> None:
-    sample = SliFile.read(FOLDER / f"{name}.sli")
-    options = [*sample.sections["WATER"], *sample.sections["CALCULATION OPTIONS"]]
-    shared = set(map(label_of, options)) & set(map(label_of, generated(name).split("\n")))
+    shared = option_lines(sample_text(name)).keys() & option_lines(generated(name)).keys()
     found = final_settlements(calculated_with(name, shared))
     assert found == pytest.approx(final_settlements(of_sample(name)), rel=1e-4)
 

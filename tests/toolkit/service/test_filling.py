@@ -4,17 +4,17 @@ from collections.abc import Callable
 from typing import Any
 
 import pytest
+from sembra.local.sli.input_file import InputFile
 
 from tests.toolkit.documents import Document, document_1d, document_2d, drain, soil
-from tests.toolkit.sli import SliFile
 
 Fill = Callable[[dict[str, Any]], str]
 
 LOAD = {"name": "a", "type": 3, "time": 5, "unit_weight": 2.5, "height": 1, "y_application": 1.2345}
 
 
-def filled(fill: Fill, **values: Any) -> SliFile:
-    return SliFile(fill(document_1d(**values)))
+def filled(fill: Fill, **values: Any) -> InputFile:
+    return InputFile(fill(document_1d(**values)))
 
 
 @pytest.mark.parametrize(
@@ -65,7 +65,7 @@ def filled(fill: Fill, **values: Any) -> SliFile:
     ],
 )
 def test_key_reaches_its_line(fill: Fill, key: str, value: Any, section: str, line: str) -> None:
-    assert line in filled(fill, **{key: value}).sections[section]
+    assert line in filled(fill, **{key: value}).data.section(section).texts
 
 
 @pytest.mark.parametrize(
@@ -79,18 +79,23 @@ def test_key_reaches_its_line(fill: Fill, key: str, value: Any, section: str, li
     ],
 )
 def test_metadata_reach_the_header(fill: Fill, key: str, label: str) -> None:
-    assert filled(fill, **{key: "something"}).header_value(label) == "something"
+    assert filled(fill, **{key: "something"}).header[label][1] == "something"
+
+
+def soil_lines(file: InputFile) -> list[str]:
+    [material] = file.materials.values()
+    return material.section.texts
 
 
 def test_every_soil_key_reaches_a_line_of_its_own(fill: Fill) -> None:
     unwritten = {"cohesion", "phi", "limit_stress"}
-    plain = filled(fill).soils[0]
+    plain = soil_lines(filled(fill))
     seen = {}
     for key, value in soil().items():
         other = "Clay2" if key == "name" else value + 1
         name = other if key == "name" else "Clay"
         geometry = {"layers": [(0.0, name)], "bottom_level": -1.0, "phreatic_level": None}
-        lines = filled(fill, soils=[soil(**{key: other})], geometry=geometry).soils[0]
+        lines = soil_lines(filled(fill, soils=[soil(**{key: other})], geometry=geometry))
         changed = [line for line, before in zip(lines, plain, strict=True) if line != before]
         assert len(changed) == (key not in unwritten), key
         if changed:
@@ -104,9 +109,11 @@ def test_column_of_several_layers(fill: Fill) -> None:
         "bottom_level": -10,
         "phreatic_level": -0.5,
     }
-    lines = filled(fill, soils=[soil(), soil("Peat")], geometry=geometry).sections[
-        "GEOMETRY 1D DATA"
-    ]
+    lines = (
+        filled(fill, soils=[soil(), soil("Peat")], geometry=geometry)
+        .data.section("GEOMETRY 1D DATA")
+        .texts
+    )
     assert lines[:10] == [
         "3",
         "        1.000",
@@ -123,36 +130,36 @@ def test_column_of_several_layers(fill: Fill) -> None:
 
 def test_column_without_phreatic_level_is_dry(fill: Fill) -> None:
     geometry = {"layers": [(0.0, "Clay")], "bottom_level": -7.0, "phreatic_level": None}
-    lines = filled(fill, geometry=geometry).sections["GEOMETRY 1D DATA"]
+    lines = filled(fill, geometry=geometry).data.section("GEOMETRY 1D DATA").texts
     assert lines[4:6] == ["       -7.000", "       -7.000"]
 
 
 def test_dissipation_at_a_vertical(fill: Fill) -> None:
-    lines = filled(fill, dissipation_calculation=12.5).sections["CALCULATION OPTIONS"]
+    lines = filled(fill, dissipation_calculation=12.5).data.section("CALCULATION OPTIONS").texts
     assert "1 : Dissipation = TRUE" in lines
     assert "      12.500 = X co-ordinate dissipation" in lines
 
 
 def test_dissipation_at_x_zero_is_not_taken_for_none(fill: Fill) -> None:
-    lines = filled(fill, dissipation_calculation=0.0).sections["CALCULATION OPTIONS"]
+    lines = filled(fill, dissipation_calculation=0.0).data.section("CALCULATION OPTIONS").texts
     assert "1 : Dissipation = TRUE" in lines
 
 
 def test_without_dissipation_the_first_vertical_is_named(fill: Fill) -> None:
     file = filled(fill, verticals=[{"x": 3}, {"x": 4}])
-    lines = file.sections["CALCULATION OPTIONS"]
+    lines = file.data.section("CALCULATION OPTIONS").texts
     assert "0 : Dissipation = FALSE" in lines
     assert "       3.000 = X co-ordinate dissipation" in lines
     assert "       3.000 = X co-ordinate fit" in lines
-    assert "Reliability X Co-ordinate=3.000" in file.sections["PROBABILISTIC DATA"]
+    assert "Reliability X Co-ordinate=3.000" in file.data.section("PROBABILISTIC DATA").texts
 
 
 def test_model_without_verticals(fill: Fill) -> None:
-    assert filled(fill, verticals=[]).sections["VERTICALS"] == ["    0 = number of items"]
+    assert filled(fill, verticals=[]).data.section("VERTICALS").texts == ["    0 = number of items"]
 
 
 def drain_lines(fill: Fill, values: Document) -> list[str]:
-    return filled(fill, vertical_drain=drain(**values)).sections["VERTICAL DRAIN"]
+    return filled(fill, vertical_drain=drain(**values)).data.section("VERTICAL DRAIN").texts
 
 
 @pytest.mark.parametrize(
@@ -215,7 +222,7 @@ def test_long_chain_goes_over_several_lines(fill: Fill) -> None:
     curves = [(i + 1, i + 2) for i in range(47) if i != 23]
     chains = [list(range(1, 24)), list(range(24, 47))]
     document = document_2d(points=points, curves=curves, boundaries=chains, pl_lines=[chains[1]])
-    lines = SliFile(fill(document)).sections["GEOMETRY DATA"]
+    lines = InputFile(fill(document)).data.section("GEOMETRY DATA").texts
     begin = lines.index("      23 - number of curves on boundary, next line(s) are curvenumbers")
     rows = [line.split() for line in lines[begin + 1 : begin + 4]]
     assert [len(row) for row in rows] == [10, 10, 3]
@@ -225,14 +232,14 @@ def test_long_chain_goes_over_several_lines(fill: Fill) -> None:
 def test_numbers_stay_apart_however_long_they_are(fill: Fill) -> None:
     long = 0.1 + 0.2
     points = [(-long, -long, 0), (100.0, 0.0, 0), (0.0, 5.0, 0), (100.0, 5.0, 0)]
-    lines = SliFile(fill(document_2d(points=points))).sections["GEOMETRY DATA"]
+    lines = InputFile(fill(document_2d(points=points))).data.section("GEOMETRY DATA").texts
     assert lines[2].split() == ["1", str(-long), str(-long), "0.000"]
 
 
 def test_text_is_taken_literally(fill: Fill) -> None:
     file = filled(fill, title_1="{{ document }} {% if %} <&>", company="a \\ b")
-    assert file.sections["RUN IDENTIFICATION"][0] == "{{ document }} {% if %} <&>"
-    assert file.header_value("COMPANY") == "a \\ b"
+    assert file.data.section("RUN IDENTIFICATION").texts[0] == "{{ document }} {% if %} <&>"
+    assert file.header["COMPANY"][1] == "a \\ b"
 
 
 def test_file_has_line_feeds_only_and_ends_with_one(fill: Fill) -> None:

@@ -13,10 +13,9 @@ from sembra.external.dsettlement import (
     VerticalDrain,
     _Point,
 )
+from sembra.local.sli.input_file import InputFile
 
-from tests.toolkit.sli import SliFile
-from tests.toolkit.sli_geometry import Geometry, Layer, Polyline
-from tests.toolkit.sli_loads import NonUniformLoad, non_uniform_loads, verticals
+Polyline = list[tuple[float, float]]
 
 SURFACE = [(0.0, 10.0), (25, 10.0), (75, 10.0), (100.0, 10.0)]
 BOUNDARIES = (
@@ -52,15 +51,20 @@ def create_story(**options: Any) -> Model2D:
     return model
 
 
-def generated(model: Model2D, **arguments: Any) -> SliFile:
+def generated(model: Model2D, **arguments: Any) -> InputFile:
     file = model.generate_input_file(**arguments)
     assert isinstance(file, BytesIO)
-    return SliFile(file.getvalue().decode())
+    return InputFile(file.getvalue().decode())
+
+
+def part(file: InputFile, name: str) -> list[str]:
+    """The lines of a part of the geometry."""
+    return file.data.section("GEOMETRY DATA").section(name).texts
 
 
 def test_boundaries_that_share_a_curve() -> None:
-    geometry = Geometry.of(generated(create_story()))
-    assert geometry.parts["CURVES"][:7] == [
+    file = generated(create_story())
+    assert part(file, "CURVES")[:7] == [
         "  10 - Number of curves -",
         "     1 - Curve number",
         "       2 - number of points on curve,  next line(s) are pointnumbers",
@@ -69,7 +73,7 @@ def test_boundaries_that_share_a_curve() -> None:
         "       2 - number of points on curve,  next line(s) are pointnumbers",
         "         3     4",
     ]
-    assert geometry.parts["BOUNDARIES"] == [
+    assert part(file, "BOUNDARIES") == [
         "   4 - Number of boundaries -",
         "     0 - Boundary number",
         "       1 - number of curves on boundary, next line(s) are curvenumbers",
@@ -84,11 +88,12 @@ def test_boundaries_that_share_a_curve() -> None:
         "       3 - number of curves on boundary, next line(s) are curvenumbers",
         "         6     7     8",
     ]
-    assert [geometry.polyline(chain) for chain in geometry.boundaries[1:]] == list(BOUNDARIES)
+    lines = [list(boundary.points) for boundary in file.cross_section.boundaries.values()]
+    assert lines[1:] == list(BOUNDARIES)
 
 
 def test_points_of_whole_metres_are_written_like_others() -> None:
-    rows = Geometry.of(generated(create_story())).parts["POINTS"]
+    rows = part(generated(create_story()), "POINTS")
     assert rows[0] == "     16  - Number of geometry points -"
     assert rows[9:11] == [
         "       9          0.000         10.000          0.000",
@@ -97,13 +102,12 @@ def test_points_of_whole_metres_are_written_like_others() -> None:
 
 
 def test_pl_lines_of_layers() -> None:
-    geometry = Geometry.of(generated(create_story()))
-    assert geometry.layers == [
-        Layer("Sand", pl_top=99, pl_bottom=2, boundary_top=1, boundary_bottom=0),
-        Layer("Soft Clay", pl_top=99, pl_bottom=99, boundary_top=2, boundary_bottom=1),
-        Layer("Loam", pl_top=1, pl_bottom=99, boundary_top=3, boundary_bottom=2),
-    ]
-    assert geometry.parts["LAYERS"][:7] == [
+    file = generated(create_story())
+    layers = file.cross_section.layers
+    assert [layer.material for layer in layers] == ["Sand", "Soft Clay", "Loam"]
+    assert [(layer.pl_top, layer.pl_bottom) for layer in layers] == [(99, 2), (99, 99), (1, 99)]
+    assert [(layer.top, layer.bottom) for layer in layers] == [(1, 0), (2, 1), (3, 2)]
+    assert part(file, "LAYERS")[:7] == [
         "   3 - Number of layers -",
         "     1 - Layer number, next line is material of layer",
         "       Sand",
@@ -112,7 +116,7 @@ def test_pl_lines_of_layers() -> None:
         "       1 - Boundarynumber at top of layer",
         "       0 - Boundarynumber at bottom of layer",
     ]
-    assert geometry.phreatic_line == 1
+    assert file.cross_section.phreatic_line == 1
 
 
 def test_phreatic_line_behind_another_and_layer_without_pressure() -> None:
@@ -123,11 +127,12 @@ def test_phreatic_line_behind_another_and_layer_without_pressure() -> None:
     model.create_pl_line(create_points(model, [(0.0, 4.0), (100.0, 4.0)]), is_phreatic=True)
     # Codes that are floating-point numbers stand for the same.
     model.create_layer(create_points(model, SURFACE), "Sand", pl_line_top=0, pl_line_bottom=0.0)  # type: ignore[arg-type]
-    geometry = Geometry.of(generated(model))
-    assert geometry.parts["PHREATIC LINE"] == [
+    file = generated(model)
+    assert part(file, "PHREATIC LINE") == [
         "   2 - Number of the piezometric level line acting as phreatic line -"
     ]
-    assert [layer[1:3] for layer in geometry.layers] == [(0, 0)]
+    [layer] = file.cross_section.layers
+    assert (layer.pl_top, layer.pl_bottom) == (0, 0)
 
 
 def test_a_truth_value_is_no_pl_line() -> None:
@@ -147,7 +152,7 @@ def test_loads_initial_temporary_and_on_other_loads() -> None:
     model.create_non_uniform_load("above", ends, time=10, end_time=200, temporary=True)
     file = generated(model)
     title = "= Time, Gamma dry, Gamma wet, Temporary, Endtime"
-    lines = file.sections["NON-UNIFORM LOADS"]
+    lines = file.data.section("NON-UNIFORM LOADS").texts
     assert lines[:2] == ["    3 = number of items", "load1"]
     assert [line for line in lines if title in line] == [
         f"           0        10.00        10.00   0            0  {title}",
@@ -160,13 +165,19 @@ def test_loads_initial_temporary_and_on_other_loads() -> None:
         "      50.000       12.000 = X, Y",
         "      75.000       10.000 = X, Y",
     ]
-    assert non_uniform_loads(file)[2] == NonUniformLoad("above", ends, 10, 200, 10.0, 10.0, True)
+    above = file.non_uniform_loads[2]
+    assert (above.name, above.outline) == ("above", tuple(ends))
+    assert (above.time, above.end_time, above.temporary) == (10, 200, True)
 
 
 def test_verticals_with_their_level_from_left_to_right() -> None:
     file = generated(create_story(verticals_z_coordinate=-2.5))
-    assert verticals(file) == [(45.0, -2.5), (50.0, -2.5), (55.0, -2.5)]
-    assert file.sections["VERTICALS"][2] == "      50.000       -2.500 = X, Z"
+    assert [(vertical.x, vertical.z) for vertical in file.verticals] == [
+        (45.0, -2.5),
+        (50.0, -2.5),
+        (55.0, -2.5),
+    ]
+    assert file.data.section("VERTICALS").texts[2] == "      50.000       -2.500 = X, Z"
 
 
 @pytest.mark.parametrize(
@@ -178,20 +189,22 @@ def test_verticals_with_their_level_from_left_to_right() -> None:
 )
 def test_stress_distribution_of_loads(simulated: bool, line: str) -> None:
     file = generated(create_story(stress_distribution_loads=simulated))
-    assert line in file.sections["CALCULATION OPTIONS"]
+    assert line in file.data.section("CALCULATION OPTIONS").texts
 
 
 def test_superelevation() -> None:
     file = generated(create_story(maintain_profile=True, profile_time=30))
-    assert "1 : Maintain profile = TRUE" in file.sections["CALCULATION OPTIONS"]
-    assert "    30 = Time superelevation" in file.sections["CALCULATION OPTIONS"]
+    assert "1 : Maintain profile = TRUE" in file.data.section("CALCULATION OPTIONS").texts
+    assert "    30 = Time superelevation" in file.data.section("CALCULATION OPTIONS").texts
 
 
 def test_dissipation_at_a_vertical() -> None:
     model = create_story()
-    lines = generated(model, dissipation_calculation=model.verticals[1]).sections[
-        "CALCULATION OPTIONS"
-    ]
+    lines = (
+        generated(model, dissipation_calculation=model.verticals[1])
+        .data.section("CALCULATION OPTIONS")
+        .texts
+    )
     assert "1 : Dissipation = TRUE" in lines
     assert "      50.000 = X co-ordinate dissipation" in lines
     assert "      45.000 = X co-ordinate fit" in lines
@@ -209,19 +222,19 @@ def test_sand_wall_without_schedule() -> None:
         phreatic_level_in_drain=4.0,
     )
     file = generated(create_story(vertical_drain=drain))
-    assert file.option("MODEL", "Vertical drains") == "1"
-    section = "VERTICAL DRAIN"
-    assert file.sections[section][0] == "2 : Flow type = "
-    assert file.number(section, "Position of the leftmost drain") == 5.0
-    assert file.number(section, "Position of the rightmost drain") == 90.0
-    assert file.number(section, "Width") == file.number(section, "Diameter") == 4.0
-    assert file.number(section, "Start of drainage") == 2.0
-    assert file.number(section, "Phreatic level in drain") == 4.0
+    assert file.has_drains
+    number = file.drain.number
+    assert file.data.section("VERTICAL DRAIN").texts[0] == "2 : Flow type = "
+    assert number("Position of the leftmost drain") == 5.0
+    assert number("Position of the rightmost drain") == 90.0
+    assert number("Width") == number("Diameter") == 4.0
+    assert number("Start of drainage") == 2.0
+    assert number("Phreatic level in drain") == 4.0
 
 
 def test_statistics_of_boundaries_are_the_defaults_of_each() -> None:
-    parts = Geometry.of(generated(create_story())).parts
+    file = generated(create_story())
     count = "   4 - Number of boundaries -"
-    assert parts["USE PROBABILISTIC DEFAULTS BOUNDARIES"] == [count, *["  1"] * 4]
-    assert parts["STDV BOUNDARIES"] == [count, *["   1.00000000000000E-0001"] * 4]
-    assert parts["DISTRIBUTION BOUNDARIES"] == [count, *["  0"] * 4]
+    assert part(file, "USE PROBABILISTIC DEFAULTS BOUNDARIES") == [count, *["  1"] * 4]
+    assert part(file, "STDV BOUNDARIES") == [count, *["   1.00000000000000E-0001"] * 4]
+    assert part(file, "DISTRIBUTION BOUNDARIES") == [count, *["  0"] * 4]

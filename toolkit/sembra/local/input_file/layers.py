@@ -14,7 +14,7 @@ from .left_out import LeftOut, Reason
 from .points_of_loads import Line
 
 if TYPE_CHECKING:
-    from sembra.external.dsettlement import PorePressure
+    from sembra.external.dsettlement import PlLine, PorePressure
 
 
 def create_layers(
@@ -54,16 +54,15 @@ def create_layers(
 
 
 def _create_pl_lines(model: Model2D, geometry: Geometry2D) -> dict[int, PorePressure]:
-    pressures: dict[int, PorePressure] = {NO_PL_LINE: 0, INTERPOLATED: 99}
     phreatic = geometry.pl_lines[geometry.phreatic_line].points
-    is_set = False
-    for number, line in geometry.pl_lines.items():
-        # Of lines that are equal a model keeps the first, which then has to be the phreatic one.
-        is_phreatic = line.points == phreatic and not is_set
-        pressures[number] = model.create_pl_line(
-            [model.create_point(x, y) for x, y in line.points], is_phreatic=is_phreatic
-        )
-        is_set = is_set or is_phreatic
+    made: dict[Line, PlLine] = {}
+    for line in geometry.pl_lines.values():
+        # Of lines that are equal a model has one, which is the phreatic line if any of them is.
+        if line.points not in made:
+            points = [model.create_point(x, y) for x, y in line.points]
+            made[line.points] = model.create_pl_line(points, is_phreatic=line.points == phreatic)
+    pressures: dict[int, PorePressure] = {NO_PL_LINE: 0, INTERPOLATED: 99}
+    pressures |= {number: made[line.points] for number, line in geometry.pl_lines.items()}
     return pressures
 
 

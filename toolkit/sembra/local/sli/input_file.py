@@ -21,6 +21,7 @@ from sembra.local.sli.water import read_water_unit_weight
 from sembra.local.sli.water_loads import WaterLoad, count_water_loads, read_water_loads
 
 _DATA = "INPUT DATA"
+_HEADER = ("COMPANY", "DATE", "TIME", "FILENAME", "CREATED BY")
 _TITLES = 3
 
 
@@ -60,7 +61,7 @@ class InputFile:
         found = {}
         for line in self._whole.lines[: self.data.number - 1]:
             label, colon, value = line.text.partition(":")
-            if colon:
+            if colon and label.strip() in _HEADER:
                 found[label.strip()] = (line.number, value.strip())
         return found
 

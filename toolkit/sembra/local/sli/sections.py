@@ -25,6 +25,11 @@ class Section:
     number: int
     lines: tuple[Line, ...]
 
+    @property
+    def texts(self) -> list[str]:
+        """The lines without their numbers."""
+        return [line.text for line in self.lines]
+
     def section(self, name: str) -> "Section":
         """The first section of that name inside this one.
 
