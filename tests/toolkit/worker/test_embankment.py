@@ -122,10 +122,10 @@ def test_on_a_gentle_slope_an_even_load_gives_its_weight(
 
 def test_depth_counts_from_the_base_of_the_column() -> None:
     surface = Polyline(((0.0, 0.0), (50.0, 0.0), (50.0, -4.0), (100.0, -4.0)))
-    (load,) = strip_loads([embankment((49.5, 0.0), (49.5, 2.0), (50.0, 2.0))], site(DEEP, surface))
+    (load,) = strip_loads([embankment((49.0, 0.0), (49.0, 2.0), (49.5, 2.0))], site(DEEP, surface))
     angles = [float(np.arctan2(side, 9.0)) for side in (-2.5, -2.0)]
     lower, upper = ((angle + np.sin(angle) * np.cos(angle)) / pi for angle in angles)
-    stress = load.stress(52.0, 0.0, np.array([-9.0]))
+    stress = load.stress(51.5, 0.0, np.array([-9.0]))
     assert stress == pytest.approx([36.0 * (upper - lower)])
 
 

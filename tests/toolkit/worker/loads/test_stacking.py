@@ -1,9 +1,11 @@
 """Loads on loads: which of them another one rests on."""
 
+from dataclasses import replace
 from itertools import permutations
 
 import numpy as np
 import pytest
+from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import strip_loads
 
 from tests.toolkit.worker.test_embankment import (
@@ -23,6 +25,17 @@ def test_a_load_on_a_load() -> None:
     first, second = strip_loads([lower, upper], site())
     assert (first.area, second.area) == pytest.approx((20.0, 40.0))
     assert (first.time, second.time) == (0, 5)
+
+
+def test_columns_beside_a_step_of_the_ground_stand_on_a_slope_to_its_foot() -> None:
+    ground = Polyline(
+        ((0.0, 0.0), (10.0, 0.0), (10.0, -2.0), (20.0, -2.0), (20.0, 0.0), (40.0, 0.0))
+    )
+    (load,) = strip_loads([embankment((9.5, 1.0), (22.0, 1.0))], replace(site(), surface=ground))
+    # Columns of half a metre: one before the pit, twenty in it, four behind. That before it and the
+    # first behind it stand on slopes of 2 m.
+    assert load.strips.height == pytest.approx([2.0, *[3.0] * 20, 2.0, 1.0, 1.0, 1.0])
+    assert load.area == pytest.approx(0.5 * (2.0 + 20 * 3.0 + 2.0 + 3.0))
 
 
 @pytest.mark.parametrize("order", permutations(range(3)))

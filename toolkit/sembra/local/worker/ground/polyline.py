@@ -44,6 +44,14 @@ class Polyline:
         found: Floats = np.interp(x, places, levels)
         return found
 
+    def lowest(self, x: Floats) -> Floats:
+        """Return the levels at some places; at a vertical part of the line, that of its foot."""
+        found = self.levels(x)
+        for (x1, y1), (x2, y2) in itertools.pairwise(self.points):
+            if x1 == x2:
+                found = np.where(x == x1, np.minimum(found, min(y1, y2)), found)
+        return found
+
     def level(self, x: float) -> float:
         """The level at x; at a vertical part of the line, the level of its first point.
 

@@ -79,13 +79,15 @@ def _strip_load(embankments: Sequence[Embankment], index: int, site: Site) -> St
     embankment = embankments[index]
     left, right = _edges(embankments, index, site)
     middles, quarter = (left + right) / 2, (right - left) / 4
-    outlines, surfaces = (
-        [levels(x) for x in (middles - quarter, middles, middles + quarter)]
-        for levels in (
-            embankment.outline.levels,
-            lambda x: surface_below(embankments, index, site, x),
-        )
-    )
+    # The tool takes the ground at both ends of a column, where it is vertical the lower end of it:
+    # beside a step a column stands on a slope down to the step's foot.
+    ground_left, ground_right = site.surface.lowest(left), site.surface.lowest(right)
+    outlines, surfaces = [], []
+    for part in (0.25, 0.5, 0.75):
+        x = left + part * (right - left)
+        ground = (1 - part) * ground_left + part * ground_right
+        outlines.append(embankment.outline.levels(x))
+        surfaces.append(surface_below(embankments, index, ground, x))
     before, base, after = map(np.minimum, outlines, surfaces)
     top_before, _, top_after = map(np.maximum, outlines, surfaces)
     return StripLoad(
@@ -130,14 +132,16 @@ def _below(embankments: Sequence[Embankment], index: int) -> list[int]:
     return sorted(there, key=lambda i: embankments[i].time)
 
 
-def surface_below(embankments: Sequence[Embankment], index: int, site: Site, x: Floats) -> Floats:
-    """Return the levels of the surface that a load meets at some places.
+def surface_below(
+    embankments: Sequence[Embankment], index: int, ground: Floats, x: Floats
+) -> Floats:
+    """Return the levels of the surface that a load meets at some places, above ground or on it.
 
     That is the last load before it. Of loads that come at one time, the lower comes before the
     higher; where they have the same level, the first of the file comes before the others.
     """
     own = embankments[index].outline.levels(x)
-    surface = site.surface.levels(x)
+    surface = ground
     last = np.full_like(x, -np.inf)
     for i in _below(embankments, index):
         one = embankments[i]

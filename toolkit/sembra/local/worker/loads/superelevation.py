@@ -84,4 +84,4 @@ class MaintainedProfile:
         ground = self.site.surface
         above_all = Polyline(((ground.start, _ABOVE_ALL), (ground.end, _ABOVE_ALL)))
         crown = Embankment(NAME, self.option.time, None, 0.0, 0.0, above_all)
-        return surface_below([*self.embankments, crown], len(self.embankments), self.site, x)
+        return surface_below([*self.embankments, crown], len(self.embankments), ground.levels(x), x)
