@@ -27,6 +27,7 @@ from tests.toolkit.worker.darcy.layers import (
     material,
     options,
 )
+from tests.toolkit.worker.drain_section import SIMPLE, with_drains
 from tests.toolkit.worker.input_file import input_text
 
 PERMEABILITY = 1e-3
@@ -147,6 +148,25 @@ def test_initial_loads_come_with_the_others_at_time_0() -> None:
     parts = found([("A", -1, 30.0, 1.0, 0.0), ("B", 0, 40.0, 1.0, 0.0), ("C", 50, 30.0, 1.0, 0.0)])
     assert parts == pytest.approx(found([("All", 0, 100.0, 1.0, 0.0)]))
     assert np.abs(parts - found([("Half", 0, 50.0, 1.0, 0.0)])).max() > 1e-3
+
+
+def test_times_begin_anew_where_the_water_in_drains_changes() -> None:
+    text = input_text(
+        soils={"Clay": {"SoilDrained": 0}},
+        phreatic_level=-0.5,
+        model={"Calculation type": 0},
+        options={"Dissipation": 1},
+    )
+    (result,) = calculate(read_project(with_drains(text, SIMPLE)), lambda _: None)
+    assert result.dissipation is not None
+    times, (degrees,) = result.dissipation.times, result.dissipation.degrees
+    # Drainage starts on day 1; the drains are pumped from day 10 to day 90.
+    for start in (1.0, 10.0, 90.0):
+        assert np.isclose(times, start).any()
+        assert np.isclose(times, start + 0.1).any()
+    while_pumped = (times > 80) & (times <= 90)
+    assert np.all(degrees[while_pumped] > 1.01)
+    assert degrees[-1] == pytest.approx(1.0, abs=1e-3)
 
 
 @needs_samples

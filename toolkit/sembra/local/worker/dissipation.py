@@ -16,20 +16,23 @@ _LEFT_AWAY = "The dissipation is left away. "
 def dissipation(
     project: Project, column: Column, *, sinking: bool
 ) -> tuple[Dissipation | None, tuple[str, ...]]:
-    """Return the dissipation at the times that one load at time 0 would have, and remarks on it.
+    """Return the dissipation, and remarks on it.
 
-    It stands beside the settlements: where it lacks something there is none, and a sentence says
-    so.
+    Its times are those of one load at time 0. They begin anew where a superelevation would come,
+    which published results show, and where the water in drains changes. It stands beside the
+    settlements: where it lacks something there is none, and a sentence says so.
 
     Args:
         project: the input.
         column: the column that it is wanted for.
         sinking: whether the ground sinks into the water from one time to the next.
     """
-    profile = project.options.superelevation
-    times = calculation_times(
-        [profile.time] if profile else [], project.options.end, project.residual_times
-    )
+    starts = []
+    if project.options.superelevation:
+        starts.append(project.options.superelevation.time)
+    if project.drains:
+        starts.extend(stage.time for stage in project.drains.schedule.stages)
+    times = calculation_times(starts, project.options.end, project.residual_times)
     try:
         situation = make_situation(column, project, [])
         load = load_stress(project.loads, column, situation.mesh.levels)
