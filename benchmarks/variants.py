@@ -16,8 +16,13 @@ from itertools import cycle, islice
 from multiprocessing import get_context
 from pathlib import Path
 from typing import Any
+from unittest.mock import patch
 
+import dask
+from distributed import LocalCluster
 from sembra.external.dsettlement import DSettlementAnalysis, OutputFileParser
+from sembra.local.jobs.dask_engine import close_clients
+from sembra.local.jobs.engine import EXECUTOR_SETTING
 from sembra.local.worker import run_job
 
 from benchmarks.side_by_side import Row, compare
@@ -26,6 +31,7 @@ from examples.parametric_study import Variant, build_model, variants
 VARIANTS = 200
 THREADS = 4
 ROUNDS = 3
+ROUNDS_ON_CLUSTER = 5
 FILES = 10_000
 DIFFERENT_FILES = 100
 CHUNK = 50
@@ -73,7 +79,37 @@ def rows() -> list[Row]:
         rounds=ROUNDS,
         at_most=1.0,
     )
-    return [public, read_back(texts[:DIFFERENT_FILES])]
+    return [public, on_cluster(some, texts), read_back(texts[:DIFFERENT_FILES])]
+
+
+def on_cluster(some: Sequence[Variant], texts: Sequence[str]) -> Row:
+    """How many times as long two Dask workers on this machine take as the pool.
+
+    Their profiler, which looks at all threads a hundred times a second, is off. What is left beyond
+    the pool is what Dask takes for a task, also for one that does nothing.
+    """
+    with (
+        dask.config.set({"distributed.worker.profile.enabled": False}),
+        LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=":0") as cluster,
+    ):
+        address = f"dask://{cluster.scheduler_address.removeprefix('tcp://')}"
+
+        def calculate_on(executor: str) -> list[str]:
+            with patch.dict(os.environ, {EXECUTOR_SETTING: executor}):
+                return calculate_all(some)
+
+        try:
+            if calculate_on(address) != texts:
+                raise AssertionError("the results differ from those of the pool")
+            return compare(
+                f"{VARIANTS} variants, {THREADS} threads, on two Dask workers : on the pool",
+                lambda: calculate_on(address),
+                lambda: calculate_on("process"),
+                rounds=ROUNDS_ON_CLUSTER,
+                at_most=1.5,
+            )
+        finally:
+            close_clients()
 
 
 def read_back(texts: Sequence[str]) -> Row:
