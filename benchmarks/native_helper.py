@@ -23,11 +23,13 @@ def load(name: str, sources: Sequence[Path], *include: Path) -> ctypes.PyDLL:
 
     Args:
         name: the helper's name in the build folder.
-        sources: what is compiled; the helper is built anew when one of them has changed.
-        include: folders of headers, beside that of Python.
+        sources: what is compiled.
+        include: folders of headers, beside that of Python. The helper is built anew when a source
+            or a header has changed.
     """
     library = FOLDER / f"{name}.so"
-    newest = max(source.stat().st_mtime for source in sources)
+    headers = [header for folder in include for header in folder.rglob("*.hpp")]
+    newest = max(file.stat().st_mtime for file in (*sources, *headers))
     if not library.exists() or library.stat().st_mtime < newest:
         library.parent.mkdir(parents=True, exist_ok=True)
         folders = [f"-I{folder}" for folder in (sysconfig.get_path("include"), *include)]

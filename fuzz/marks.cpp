@@ -5,8 +5,8 @@
 
 #include "backtracking.hpp"
 #include "input.hpp"
-#include "output/core/find_marks.hpp"
 #include "output/core/pattern_texts.hpp"
+#include "output/stage_one/find_marks.hpp"
 
 namespace dsettlement::fuzz {
 

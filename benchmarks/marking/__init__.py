@@ -6,7 +6,7 @@ from pathlib import Path
 from benchmarks.native_helper import load
 
 _MODULE = Path(__file__).resolve().parents[2] / "external" / "dsettlement"
-_SOURCES = [Path(__file__).with_name("marking.cpp"), *(_MODULE / "output" / "core").glob("*.cpp")]
+_SOURCES = [Path(__file__).with_name("marking.cpp")]
 
 
 def mark_verticals(text: str) -> int:

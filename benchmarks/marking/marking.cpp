@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "output/core/find_marks.hpp"
+#include "output/stage_one/find_marks.hpp"
 
 namespace {
 

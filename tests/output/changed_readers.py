@@ -59,6 +59,26 @@ def changed(parser_class: Any, changes: Changes) -> Any:
     return type("Changed", (parser_class,), dict(changes))
 
 
+class Lookups(type):
+    """A class that notes the names looked up in it, and refuses some."""
+
+    refused: dict[str, Exception]
+    seen: list[str]
+
+    def __getattribute__(cls, name: str) -> Any:
+        if name.startswith("_parse") or name.isupper():
+            type.__getattribute__(cls, "seen").append(name)
+            refused = type.__getattribute__(cls, "refused")
+            if name in refused:
+                raise refused[name]
+        return super().__getattribute__(name)
+
+
+def watched(parser_class: Any, **refused: Exception) -> Any:
+    """Derive a class from a reader that notes what is looked up in it."""
+    return Lookups("Watched", (parser_class,), {"refused": refused, "seen": []})
+
+
 def changes_for(text: str) -> Changes:
     """Choose changes by chance; the same text gives the same ones."""
     chance = random.Random(zlib.crc32(text.encode("utf-8", "surrogatepass")))

@@ -20,10 +20,9 @@ from tests.output.blocks import (
     time_settlement,
     vertical,
 )
-from tests.output.changed_readers import EVERYWHERE, OTHERS, changed
+from tests.output.changed_readers import EVERYWHERE, OTHERS, changed, watched
 
 PATTERNS = [name for name, value in vars(OutputFileParser).items() if isinstance(value, re.Pattern)]
-VERTICAL_PATTERNS = PATTERNS[3:-1]
 FULL = results(
     vertical(
         "1.0 =  X co-ordinate",
@@ -38,6 +37,15 @@ FULL = results(
     vertical("2.0 =  Z co-ordinate"),
     residuals(("Vertical", "Time"), "1 2.0", "2 3.0"),
 )
+
+
+def patterns_of_a_vertical(parser_class: Any) -> list[str]:
+    cls = watched(parser_class)
+    cls._parse_verticals(FULL)
+    return [name for name in dict.fromkeys(cls.seen) if name in PATTERNS[3:]]
+
+
+VERTICAL_PATTERNS = patterns_of_a_vertical(PlainOutputFileParser)
 
 
 def test_there_are_twelve_compiled_patterns_in_their_order() -> None:
@@ -99,6 +107,11 @@ def test_any_pattern_in_any_place_gives_what_it_gives_the_plain_reader(
     name: str, other: re.Pattern[str]
 ) -> None:
     assert difference_with({name: other}, FULL) is None
+
+
+def test_a_vertical_looks_up_all_its_patterns() -> None:
+    assert len(VERTICAL_PATTERNS) == 8
+    assert patterns_of_a_vertical(OutputFileParser) == VERTICAL_PATTERNS
 
 
 @pytest.mark.parametrize("name", VERTICAL_PATTERNS)
@@ -232,25 +245,6 @@ def test_patterns_of_bytes_are_refused() -> None:
     text: Any = vertical("[Depths]", "1 = count", "1.0", "[End of Depths]").encode()
     with pytest.raises(TypeError, match="a result text must be of type str"):
         OfBytes._parse_vertical(text)
-
-
-class Lookups(type):
-    """A class that notes the names looked up in it, and refuses some."""
-
-    refused: dict[str, Exception]
-    seen: list[str]
-
-    def __getattribute__(cls, name: str) -> Any:
-        if name.startswith("_parse") or name.isupper():
-            type.__getattribute__(cls, "seen").append(name)
-            refused = type.__getattribute__(cls, "refused")
-            if name in refused:
-                raise refused[name]
-        return super().__getattribute__(name)
-
-
-def watched(parser_class: Any, **refused: Exception) -> Any:
-    return Lookups("Watched", (parser_class,), {"refused": refused, "seen": []})
 
 
 @pytest.mark.parametrize("parser_class", [PlainOutputFileParser, OutputFileParser])

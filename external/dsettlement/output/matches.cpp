@@ -1,9 +1,9 @@
 #include "output/matches.hpp"
 
-#include "output/python_text.hpp"
-#include "output/residuals.hpp"
-#include "output/tables.hpp"
-#include "output/time_settlement.hpp"
+#include "output/stage_two/python_text.hpp"
+#include "output/stage_two/residuals.hpp"
+#include "output/stage_two/tables.hpp"
+#include "output/stage_two/time_settlement.hpp"
 
 namespace dsettlement::output {
 

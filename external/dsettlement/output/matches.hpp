@@ -3,9 +3,9 @@
 // natively, and in the time that the pattern takes.
 #pragma once
 
-#include "output/headers.hpp"
+#include "output/stage_two/headers.hpp"
+#include "output/stage_two/time_tables.hpp"
 #include "output/state.hpp"
-#include "output/time_tables.hpp"
 
 namespace dsettlement::output {
 

@@ -2,7 +2,7 @@
 
 #include "host/text.hpp"
 #include "output/results.hpp"
-#include "output/vertical.hpp"
+#include "output/verticals.hpp"
 
 namespace dsettlement::output {
 

@@ -1,40 +1,15 @@
 #include "output/results.hpp"
 
-#include "output/core/find_marks.hpp"
 #include "output/matches.hpp"
-#include "output/python_text.hpp"
-#include "output/residuals.hpp"
-#include "output/vertical.hpp"
+#include "output/stage_one/find_marks.hpp"
+#include "output/stage_two/python_text.hpp"
+#include "output/stage_two/residuals.hpp"
 
 namespace dsettlement::output {
 
 using host::Handle;
 using host::Mapping;
 using host::Ref;
-
-namespace {
-
-// Numbers the verticals of a text from 1 and calls make(Section) for the mapping of each.
-template <typename Character, typename Make>
-Ref for_each_vertical(Text<Character> results, Make&& make) {
-  const std::vector<TagMark> tags = index_tags(results);
-  const Section<Character> whole(results, tags);
-  Mapping verticals;
-  Text<Character> left = results;
-  for (long number = 1; const auto vertical = find_vertical(whole.part(left)); ++number) {
-    verticals.put(host::integer(number), make(whole.part(*vertical)));
-    left.begin = vertical->end;
-  }
-  return verticals.done();
-}
-
-// True if `method` is the operation that the class was made with.
-bool is_original(const State& state, Handle cls, Handle method) {
-  return PyMethod_Check(method) != 0 && PyMethod_GET_SELF(method) == cls &&
-         PyMethod_GET_FUNCTION(method) == state.parse_vertical.get();
-}
-
-}  // namespace
 
 Ref find_results_text(const State& state, Handle cls, Handle file) {
   if (const Ref pattern = state.patterns.to_run(cls, Pattern::results, is_plain_text(file))) {
@@ -53,19 +28,6 @@ Ref find_path_text(const State& state, Handle cls, Handle file) {
   return with_text_of(file, [&]<typename Character>(Text<Character> text) {
     const auto path = find_file_path(text);
     return path ? python_text(file, *path) : Ref();
-  });
-}
-
-Ref read_verticals(const State& state, Handle cls, Handle results) {
-  if (const Ref pattern = state.patterns.to_run(cls, Pattern::vertical, is_plain_text(results))) {
-    return match_verticals(state, cls, pattern, results);
-  }
-  return with_text_of(results, [&]<typename Character>(Text<Character> text) {
-    return for_each_vertical(text, [&](const Section<Character>& vertical) {
-      const Ref parse = host::get(cls, state.names.parse_vertical);
-      if (is_original(state, cls, parse)) return read_vertical(state, cls, results, vertical);
-      return host::call(parse, python_text(results, vertical.text()));
-    });
   });
 }
 

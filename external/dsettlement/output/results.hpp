@@ -11,10 +11,6 @@ namespace dsettlement::output {
 // The path on the FILENAME line of a file; an empty Ref if there is none.
 [[nodiscard]] host::Ref find_path_text(const State& state, host::Handle cls, host::Handle file);
 
-// The mappings of all verticals. Where `_parse_vertical` of the class is another than the one it
-// was made with, each vertical goes through that operation.
-[[nodiscard]] host::Ref read_verticals(const State& state, host::Handle cls, host::Handle results);
-
 [[nodiscard]] host::Ref read_residual_settlements(const State& state, host::Handle cls,
                                                   host::Handle results);
 

@@ -23,6 +23,40 @@ namespace detail {
 inline constexpr std::array<double, 16> powers_of_ten = {
     1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
+// Of a numeral that is read here.
+inline constexpr std::size_t most_characters = 512;
+
+// True for the numerals that std::from_chars and Python's `float` read alike.
+template <typename Character>
+bool is_plain_numeral(Text<Character> text) noexcept {
+  const Character* place = text.begin;
+  const auto take_digits = [&] {
+    const Character* const first = place;
+    while (place != text.end && is_ascii_digit(*place)) ++place;
+    return place - first;
+  };
+  if (place != text.end && *place == '-') ++place;
+  auto digits = take_digits();
+  if (place != text.end && *place == '.') {
+    ++place;
+    digits += take_digits();
+  }
+  if (digits == 0) return false;
+  if (place != text.end && (*place == 'e' || *place == 'E')) {
+    ++place;
+    if (place != text.end && (*place == '+' || *place == '-')) ++place;
+    if (take_digits() == 0) return false;
+  }
+  return place == text.end;
+}
+
+inline std::optional<double> convert(const char* begin, const char* end) noexcept {
+  double value = 0.0;
+  const auto result = std::from_chars(begin, end, value);
+  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+  return value;
+}
+
 }  // namespace detail
 
 // Reads a numeral like -12.345 of at most 15 digits, and returns its end; null if there is none or
@@ -55,7 +89,21 @@ const Character* read_short_decimal(const Character* begin, const Character* end
 
 // A whole text as a number: digits with at most one point and at most one exponent.
 template <typename Character>
-std::optional<double> read_real(Text<Character> text);
+std::optional<double> read_real(Text<Character> text) {
+  if (text.size() > detail::most_characters) return std::nullopt;
+  double value = 0.0;
+  if (read_short_decimal(text.begin, text.end, value) == text.end) return value;
+  if (!detail::is_plain_numeral(text)) return std::nullopt;
+  if constexpr (sizeof(Character) == 1) {
+    return detail::convert(reinterpret_cast<const char*>(text.begin),
+                           reinterpret_cast<const char*>(text.end));
+  } else {
+    std::string ascii;
+    ascii.reserve(text.size());
+    for (const Character* c = text.begin; c != text.end; ++c) ascii += static_cast<char>(*c);
+    return detail::convert(ascii.data(), ascii.data() + ascii.size());
+  }
+}
 
 // A whole text as an integer of at most 18 digits.
 template <typename Character>

@@ -1,25 +1,20 @@
-#include "output/vertical.hpp"
+// Reads the blocks of one vertical.
+#pragma once
 
-#include "output/core/find_marks.hpp"
 #include "output/matches.hpp"
-#include "output/tables.hpp"
-#include "output/time_settlement.hpp"
-#include "output/time_tables.hpp"
+#include "output/stage_one/find_marks.hpp"
+#include "output/stage_two/tables.hpp"
+#include "output/stage_two/time_settlement.hpp"
+#include "output/stage_two/time_tables.hpp"
 
 namespace dsettlement::output {
-
-using host::Handle;
-using host::Mapping;
-using host::Ref;
-
-namespace {
 
 // Lines that are found in their turn, and read as numbers last of all: as a stretch of the
 // vertical, or as a text that a pattern gave.
 template <typename Character>
 struct NumberLines {
   std::optional<Text<Character>> marked;
-  Ref matched;
+  host::Ref matched;
 };
 
 // The steps of reading one vertical. Their order settles which of several failures is raised. Each
@@ -29,21 +24,21 @@ template <typename Character>
 class VerticalReader {
  public:
   // Without a section, `source` is no plain text, and all its blocks are left to the patterns.
-  VerticalReader(const State& state, Handle cls, Handle source,
+  VerticalReader(const State& state, host::Handle cls, host::Handle source,
                  const Section<Character>* section = nullptr)
       : state_(state), cls_(cls), source_(source), section_(section) {}
 
-  Ref read() {
+  host::Ref read() {
     const State::Names& names = state_.names;
-    const Ref coordinates = read_coordinates();
-    const auto depths = find_lines(Pattern::depths, Tag::depths, Tag::end_of_depths);
-    const auto leakages = find_lines(Pattern::leakages, Tag::leakages, Tag::end_of_leakages);
+    const host::Ref coordinates = read_coordinates();
+    const auto depths = find_lines<Pattern::depths>(Tag::depths, Tag::end_of_depths);
+    const auto leakages = find_lines<Pattern::leakages>(Tag::leakages, Tag::end_of_leakages);
     const auto drained_layers =
-        find_lines(Pattern::drained_layers, Tag::drained_layers, Tag::end_of_drained_layers);
-    const Ref stresses = read_stresses();
-    const Ref time_settlement_per_load = read_time_settlement();
-    const Ref vertical_data = read_vertical_data();
-    return Mapping()
+        find_lines<Pattern::drained_layers>(Tag::drained_layers, Tag::end_of_drained_layers);
+    const host::Ref stresses = read_stresses();
+    const host::Ref time_settlement_per_load = read_time_settlement();
+    const host::Ref vertical_data = read_vertical_data();
+    return host::Mapping()
         .put(names.coordinates, coordinates)
         .put(names.depths, numbers_of(depths))
         .put(names.leakages, numbers_of(leakages))
@@ -55,13 +50,13 @@ class VerticalReader {
   }
 
  private:
-  Ref read_coordinates() {
-    if (const Ref pattern = to_run(Pattern::coordinate)) {
+  host::Ref read_coordinates() {
+    if (const host::Ref pattern = to_run<Pattern::coordinate>()) {
       return match_coordinates(state_, pattern, text());
     }
     std::vector<CoordinateMarks<Character>> coordinates;
     find_coordinates(section_->text(), coordinates);
-    Mapping mapping;
+    host::Mapping mapping;
     for (const auto& coordinate : coordinates) {
       mapping.put(host::call_method(python_text(coordinate.axis), state_.names.lower),
                   real_of(coordinate.value));
@@ -69,32 +64,34 @@ class VerticalReader {
     return mapping.done();
   }
 
-  NumberLines<Character> find_lines(Pattern block, Tag opening, Tag closing) {
-    if (const Ref pattern = to_run(block)) return {{}, match_lines(state_, pattern, text())};
+  template <Pattern block>
+  NumberLines<Character> find_lines(Tag opening, Tag closing) {
+    if (const host::Ref pattern = to_run<block>())
+      return {{}, match_lines(state_, pattern, text())};
     return {output::find_lines(*section_, opening, closing), {}};
   }
 
-  static Ref numbers_of(const NumberLines<Character>& lines) {
+  static host::Ref numbers_of(const NumberLines<Character>& lines) {
     if (lines.marked) return build_numbers(*lines.marked);
-    if (!lines.matched) return Ref::steal(PyList_New(0));
+    if (!lines.matched) return host::Ref::steal(PyList_New(0));
     return with_text_of(lines.matched, [](auto matched) { return build_numbers(matched); });
   }
 
-  Ref read_stresses() {
-    if (const Ref pattern = to_run(Pattern::stresses)) {
+  host::Ref read_stresses() {
+    if (const host::Ref pattern = to_run<Pattern::stresses>()) {
       return match_stresses(state_, pattern, text());
     }
     const auto stresses = find_stresses(*section_);
-    if (!stresses) return Mapping().done();
+    if (!stresses) return host::Mapping().done();
     const Headers headers(stresses->headers);
     return headers.table(build_columns(stresses->rows, headers));
   }
 
-  Ref read_time_settlement() {
-    if (const Ref pattern = to_run(Pattern::time_settlement_per_load)) {
+  host::Ref read_time_settlement() {
+    if (const host::Ref pattern = to_run<Pattern::time_settlement_per_load>()) {
       return match_time_settlement(state_, pattern, text());
     }
-    Mapping mapping;
+    host::Mapping mapping;
     const auto marks = find_time_settlement_per_load(*section_);
     if (!marks) return mapping.done();
     mapping.put(state_.names.load_step_count, integer_of(marks->load_step_count));
@@ -103,11 +100,12 @@ class VerticalReader {
     return mapping.done();
   }
 
-  Ref read_vertical_data() {
-    if (const Ref pattern = to_run(Pattern::time_dependent_data)) {
+  host::Ref read_vertical_data() {
+    if (const host::Ref pattern = to_run<Pattern::time_dependent_data>()) {
       const TimeDependentMatch match = match_time_dependent_data(state_, pattern, text());
       TimeTables tables{match.headers};
-      if (const Ref times = times_to_run(is_plain_text(match.data))) {
+      if (const host::Ref times =
+              to_run<Pattern::vertical_data_at_time>(is_plain_text(match.data))) {
         match_times(state_, times, match.data, tables);
       } else {
         with_text_of(match.data, [&](auto data) {
@@ -120,7 +118,7 @@ class VerticalReader {
     const auto marks = find_time_dependent_data(*section_);
     const TableMarks<Character> data = marks.value_or(TableMarks<Character>{});
     TimeTables tables{Headers(data.headers)};
-    if (const Ref times = times_to_run(true)) {
+    if (const host::Ref times = to_run<Pattern::vertical_data_at_time>(true)) {
       match_times(state_, times, python_text(data.rows), tables);
     } else if (marks) {
       read_times(section_->part(data.rows), tables);
@@ -135,15 +133,18 @@ class VerticalReader {
     for (const auto& block : times) tables.add(real_of(block.time), block.rows);
   }
 
-  [[nodiscard]] Ref to_run(Pattern pattern) const {
-    return state_.patterns.to_run(cls_, pattern, section_ != nullptr);
+  template <Pattern pattern>
+  [[nodiscard]] host::Ref to_run() const {
+    return to_run<pattern>(section_ != nullptr);
   }
-  [[nodiscard]] Ref times_to_run(bool is_plain) const {
-    return state_.patterns.to_run(cls_, Pattern::vertical_data_at_time, is_plain);
+  template <Pattern pattern>
+  [[nodiscard]] host::Ref to_run(bool is_plain) const {
+    static_assert(definition_of(pattern).looked_in == LookedIn::vertical);
+    return state_.patterns.to_run(cls_, pattern, is_plain);
   }
 
   // The vertical as the text that patterns are run on, made when the first of them asks for it.
-  Handle text() {
+  host::Handle text() {
     if (!text_) {
       text_ = section_ == nullptr ? host::share(source_) : python_text(source_, section_->text());
     }
@@ -151,38 +152,10 @@ class VerticalReader {
   }
 
   const State& state_;
-  Handle cls_;
-  Handle source_;
+  host::Handle cls_;
+  host::Handle source_;
   const Section<Character>* section_;
-  Ref text_;
+  host::Ref text_;
 };
-
-}  // namespace
-
-void add_load_columns(Mapping& mapping, host::Handle time, const std::vector<Ref>& columns) {
-  if (columns.empty()) raise_missing_element();
-  mapping.put(time, columns[0]);
-  for (std::size_t i = 1; i < columns.size(); ++i) {
-    mapping.put(Ref::steal(PyUnicode_FromFormat("load_%zu", i)), columns[i]);
-  }
-}
-
-template <typename Character>
-Ref read_vertical(const State& state, Handle cls, Handle source,
-                  const Section<Character>& vertical) {
-  return VerticalReader<Character>(state, cls, source, &vertical).read();
-}
-
-Ref read_vertical(const State& state, Handle cls, Handle vertical) {
-  if (!is_plain_text(vertical)) return VerticalReader<Narrow>(state, cls, vertical).read();
-  return with_text_of(vertical, [&]<typename Character>(Text<Character> text) {
-    const std::vector<TagMark> tags = index_tags(text);
-    return read_vertical(state, cls, vertical, Section<Character>(text, tags));
-  });
-}
-
-template Ref read_vertical(const State&, Handle, Handle, const Section<Narrow>&);
-template Ref read_vertical(const State&, Handle, Handle, const Section<Medium>&);
-template Ref read_vertical(const State&, Handle, Handle, const Section<Wide>&);
 
 }  // namespace dsettlement::output

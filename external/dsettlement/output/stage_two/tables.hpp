@@ -6,7 +6,7 @@
 
 #include "host/containers.hpp"
 #include "output/core/lines.hpp"
-#include "output/python_numbers.hpp"
+#include "output/stage_two/python_numbers.hpp"
 
 namespace dsettlement::output {
 

@@ -3,8 +3,8 @@
 
 #include <utility>
 
-#include "output/columns.hpp"
-#include "output/headers.hpp"
+#include "output/stage_two/columns.hpp"
+#include "output/stage_two/headers.hpp"
 
 namespace dsettlement::output {
 

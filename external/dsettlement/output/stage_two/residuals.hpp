@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "output/columns.hpp"
-#include "output/tables.hpp"
+#include "output/stage_two/columns.hpp"
+#include "output/stage_two/tables.hpp"
 
 namespace dsettlement::output {
 

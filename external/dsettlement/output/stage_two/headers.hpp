@@ -6,7 +6,7 @@
 
 #include "host/containers.hpp"
 #include "output/core/lines.hpp"
-#include "output/python_text.hpp"
+#include "output/stage_two/python_text.hpp"
 
 namespace dsettlement::output {
 

@@ -1,3 +1,5 @@
+// The block [Time-Settlement per Load].
+//
 // OPENING LINE_END
 // SPACES? (DECIMALS) SPACES = SPACES Time SPACE step SPACE count SPACES? LINE_END
 // SPACES? (DECIMALS) SPACES = SPACES Load SPACE step SPACE count SPACES? LINE_END
@@ -14,15 +16,16 @@
 // text that runs from there up to the last line end. (Of a CR LF at the end of the run, the CR
 // serves as the line end before: then the text is empty.)
 
-#include "output/core/find_marks.hpp"
-#include "output/core/lazy_text.hpp"
+#pragma once
+
+#include <optional>
+
+#include "output/stage_one/lazy_text.hpp"
+#include "output/stage_one/marks.hpp"
 
 namespace dsettlement::output {
 
-namespace {
-
-template <typename Character>
-using Found = std::optional<TimeSettlementMarks<Character>>;
+namespace detail {
 
 // DECIMALS SPACES = SPACES WORD SPACE step SPACE count; the digits, or nothing.
 template <typename Character>
@@ -51,54 +54,48 @@ Text<Character> take_spaces(Scanner<Character>& scanner) {
   return {begin, scanner.place()};
 }
 
-// The rows behind a run of white space, or nothing for want of a closing tag.
+// The rows behind a run of white space whose last line end is at `last`.
 template <typename Character>
-std::optional<Text<Character>> find_rows(const Section<Character>& section, Text<Character> spaces,
-                                         const Character* last) {
-  Text<Character> rows;
-  const auto rest = [&](Text<Character> text, Scanner<Character>) {
-    rows = text;
-    return Verdict::match;
-  };
+Verdict match_rows(const Section<Character>& section, Text<Character> spaces, const Character* last,
+                   Text<Character>& rows) {
   TextStarts<Character> starts;
   starts.add(last + 1);
-  if (match_lazily(section, starts, Tag::end_of_time_settlement_per_load, rest)) return rows;
+  const Verdict verdict = match_lazily(section, starts, Tag::end_of_time_settlement_per_load, rows);
+  if (verdict == Verdict::match) return verdict;
 
   const bool closed_at_once =
       last + 1 == spaces.end && Scanner<Character>(spaces.end, section.text().end)
                                     .literal(name_of(Tag::end_of_time_settlement_per_load));
-  if (!closed_at_once) return std::nullopt;
+  if (!closed_at_once) return verdict;
   const Character* const before = last_line_end(Text<Character>{spaces.begin, last});
-  if (before == nullptr) return std::nullopt;
-  return Text<Character>{before + 1, last};
+  if (before == nullptr) return verdict;
+  rows = {before + 1, last};
+  return Verdict::match;
 }
 
-}  // namespace
+}  // namespace detail
 
 template <typename Character>
-Found<Character> find_time_settlement_per_load(const Section<Character>& section) {
-  for (const TagMark& mark : section.tags()) {
-    if (!mark.is(Tag::time_settlement_per_load)) continue;
-    Scanner<Character> scanner(section.place(mark) + section.length(mark), section.text().end);
-    if (!scanner.line_end()) continue;
+[[nodiscard]] std::optional<TimeSettlementMarks<Character>> find_time_settlement_per_load(
+    const Section<Character>& section) {
+  TimeSettlementMarks<Character> marks;
+  const auto whole = [&](const Character* /*tag*/, Scanner<Character> scanner) {
+    if (!scanner.line_end()) return Verdict::next_tag;
     scanner.spaces();
-    const auto time_steps = count_of(scanner, "Time");
-    if (!time_steps || last_line_end(take_spaces(scanner)) == nullptr) continue;
-    const auto load_steps = count_of(scanner, "Load");
-    if (!load_steps) continue;
-    const Text<Character> spaces = take_spaces(scanner);
-    const Character* const last = last_line_end(spaces);
-    if (last == nullptr) continue;
-
-    const auto rows = find_rows(section, spaces, last);
-    if (!rows) return std::nullopt;  // A later opening tag only sees less of the text.
-    return TimeSettlementMarks<Character>{*time_steps, *load_steps, *rows};
-  }
-  return std::nullopt;
+    const auto time_steps = detail::count_of(scanner, "Time");
+    if (!time_steps || detail::last_line_end(detail::take_spaces(scanner)) == nullptr) {
+      return Verdict::next_tag;
+    }
+    const auto load_steps = detail::count_of(scanner, "Load");
+    if (!load_steps) return Verdict::next_tag;
+    const Text<Character> spaces = detail::take_spaces(scanner);
+    const Character* const last = detail::last_line_end(spaces);
+    if (last == nullptr) return Verdict::next_tag;
+    marks = {*time_steps, *load_steps, {}};
+    return detail::match_rows(section, spaces, last, marks.rows);
+  };
+  const bool is_found = match_first(section, Tag::time_settlement_per_load, whole);
+  return is_found ? std::optional(marks) : std::nullopt;
 }
-
-template Found<Narrow> find_time_settlement_per_load(const Section<Narrow>&);
-template Found<Medium> find_time_settlement_per_load(const Section<Medium>&);
-template Found<Wide> find_time_settlement_per_load(const Section<Wide>&);
 
 }  // namespace dsettlement::output

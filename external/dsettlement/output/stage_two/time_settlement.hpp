@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "output/columns.hpp"
+#include "output/stage_two/columns.hpp"
 
 namespace dsettlement::output {
 

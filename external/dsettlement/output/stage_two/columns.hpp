@@ -9,8 +9,8 @@
 
 #include "host/object.hpp"
 #include "output/core/rows.hpp"
-#include "output/headers.hpp"
-#include "output/python_numbers.hpp"
+#include "output/stage_two/headers.hpp"
+#include "output/stage_two/python_numbers.hpp"
 
 namespace dsettlement::output {
 

@@ -1,4 +1,4 @@
-#include "output/time_tables.hpp"
+#include "output/stage_two/time_tables.hpp"
 
 namespace dsettlement::output {
 

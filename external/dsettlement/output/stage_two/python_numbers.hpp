@@ -3,7 +3,7 @@
 
 #include "host/object.hpp"
 #include "output/core/numbers.hpp"
-#include "output/python_text.hpp"
+#include "output/stage_two/python_text.hpp"
 
 namespace dsettlement::output {
 

@@ -1,4 +1,4 @@
-// The tags that open and close blocks, and the index of where they stand in a text.
+// The tags that open and close blocks, and the stretches of a text in which they stand.
 #pragma once
 
 #include <algorithm>
@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
-#include <vector>
 
 #include "output/core/text.hpp"
 
@@ -37,7 +36,7 @@ enum class Tag : std::uint8_t {
   end_of_residual_settlement_data,
 };
 
-inline constexpr std::array<std::string_view, 20> tag_names = {
+inline constexpr auto tag_names = std::to_array<std::string_view>({
     "[Vertical]",
     "[End of Vertical]",
     "[Depths]",
@@ -58,11 +57,13 @@ inline constexpr std::array<std::string_view, 20> tag_names = {
     "[RESIDUAL SETTLEMENTS]",
     "[END OF DATA COUNT]",
     "[END OF RESIDUAL SETTLEMENT DATA]",
-};
+});
 
 constexpr std::string_view name_of(Tag tag) noexcept {
   return tag_names[static_cast<std::size_t>(tag)];
 }
+
+static_assert(name_of(Tag::end_of_residual_settlement_data) == tag_names.back());
 
 // Where one tag stands: its offset from the beginning of the indexed text.
 struct TagMark {
@@ -73,14 +74,6 @@ struct TagMark {
     return tag == static_cast<std::uint64_t>(other);
   }
 };
-
-// All tags of a text in the order in which they stand, found in one pass.
-template <typename Character>
-[[nodiscard]] std::vector<TagMark> index_tags(Text<Character> text);
-
-// The first place of a literal that begins with "[", or null.
-template <typename Character>
-[[nodiscard]] const Character* find_tag(Text<Character> text, std::string_view name);
 
 // A stretch of an indexed text with the tags that stand in it whole.
 template <typename Character>
@@ -111,13 +104,11 @@ class Section {
   [[nodiscard]] Section part(Text<Character> text) const noexcept {
     Section part(text, tags_from(text.begin));
     part.origin_ = origin_;
-    std::size_t count = 0;
     // Tags don't overlap, so those that end in time come first.
     const auto last = std::partition_point(
         part.tags_.begin(), part.tags_.end(),
         [&](const TagMark& mark) { return part.place(mark) + length(mark) <= text.end; });
-    count = static_cast<std::size_t>(last - part.tags_.begin());
-    part.tags_ = part.tags_.first(count);
+    part.tags_ = part.tags_.first(static_cast<std::size_t>(last - part.tags_.begin()));
     return part;
   }
 

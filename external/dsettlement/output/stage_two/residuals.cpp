@@ -1,4 +1,4 @@
-#include "output/residuals.hpp"
+#include "output/stage_two/residuals.hpp"
 
 namespace dsettlement::output {
 

@@ -21,8 +21,8 @@
 // where it fails for want of a closing tag, every later opening tag does.
 #pragma once
 
-#include "output/core/scanner.hpp"
-#include "output/core/tags.hpp"
+#include "output/stage_one/scanner.hpp"
+#include "output/stage_one/tags.hpp"
 
 namespace dsettlement::output {
 
@@ -40,11 +40,27 @@ const Character* text_end(const Character* start, const Character* tag) noexcept
 
 }  // namespace detail
 
-// Tries the candidates in order. `rest(text, behind)` looks at what follows a closing tag, where
-// `text` is the free text and `behind` a scanner behind the tag. True if it found a match.
+// Tries the opening tags in order. `rest(tag, behind)` looks at what follows one, where `behind` is
+// a scanner behind the tag. True if it found a match.
 template <typename Character, typename Rest>
-bool match_lazily(const Section<Character>& section, const TextStarts<Character>& starts,
-                  Tag closing, Rest rest) {
+bool match_first(const Section<Character>& section, Tag opening, Rest rest) {
+  for (const TagMark& mark : section.tags()) {
+    if (!mark.is(opening)) continue;
+    const Character* const tag = section.place(mark);
+    const Scanner<Character> behind(tag + section.length(mark), section.text().end);
+    const Verdict verdict = rest(tag, behind);
+    if (verdict != Verdict::next_tag) return verdict == Verdict::match;
+  }
+  return false;
+}
+
+// Tries the candidates for the end of a text in order. `rest(text, behind)` looks at what follows a
+// closing tag, where `text` is the free text and `behind` a scanner behind the tag. The verdict is
+// on the tag in front of the text: the next one may do if no line end follows it, and so no text.
+template <typename Character, typename Rest>
+Verdict match_lazily(const Section<Character>& section, const TextStarts<Character>& starts,
+                     Tag closing, Rest rest) {
+  if (starts.count == 0) return Verdict::next_tag;
   for (const Character* const start : starts) {
     Verdict verdict = Verdict::next_tag;
     for (const TagMark& mark : section.tags_from(start)) {
@@ -56,9 +72,20 @@ bool match_lazily(const Section<Character>& section, const TextStarts<Character>
       verdict = rest(Text<Character>{start, end}, Scanner<Character>(behind, section.text().end));
       if (verdict != Verdict::next_tag) break;
     }
-    if (verdict == Verdict::match) return true;
+    if (verdict == Verdict::match) return verdict;
   }
-  return false;
+  return Verdict::give_up;
+}
+
+// The same where the closing tag is all that follows the text.
+template <typename Character>
+Verdict match_lazily(const Section<Character>& section, const TextStarts<Character>& starts,
+                     Tag closing, Text<Character>& text) {
+  return match_lazily(section, starts, closing,
+                      [&](Text<Character> found, Scanner<Character> /*behind*/) {
+                        text = found;
+                        return Verdict::match;
+                      });
 }
 
 }  // namespace dsettlement::output

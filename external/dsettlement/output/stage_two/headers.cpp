@@ -1,4 +1,4 @@
-#include "output/headers.hpp"
+#include "output/stage_two/headers.hpp"
 
 #include <algorithm>
 

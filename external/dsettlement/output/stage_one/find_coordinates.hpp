@@ -1,3 +1,5 @@
+// The lines that say where a vertical stands, found anywhere in its text.
+//
 // (.*?) SPACES = SPACES BLANK [X|Z] SPACE co-ordinate, where `.` matches everything but LF.
 //
 // All of the pattern behind the free text hangs on its equals sign, so the equals signs that the
@@ -12,13 +14,18 @@
 // there is no such LF. CR is no hindrance, so in a text with bare CR the coordinate begins at the
 // place where the search does.
 
+#pragma once
+
+#include <optional>
+#include <vector>
+
 #include "output/core/find_character.hpp"
-#include "output/core/find_marks.hpp"
-#include "output/core/scanner.hpp"
+#include "output/stage_one/marks.hpp"
+#include "output/stage_one/scanner.hpp"
 
 namespace dsettlement::output {
 
-namespace {
+namespace detail {
 
 // The axis behind an equals sign, if the rest of the pattern fits there; `behind` is set to its
 // end.
@@ -36,7 +43,7 @@ std::optional<Text<Character>> axis_behind(const Character* equals, const Charac
   return Text<Character>{axis, axis + 1};
 }
 
-}  // namespace
+}  // namespace detail
 
 template <typename Character>
 void find_coordinates(Text<Character> text, std::vector<CoordinateMarks<Character>>& coordinates) {
@@ -45,7 +52,7 @@ void find_coordinates(Text<Character> text, std::vector<CoordinateMarks<Characte
   for (const Character* equals = find_character(place, text.end, '='); equals != text.end;
        equals = find_character(equals + 1, text.end, '=')) {
     const Character* behind = nullptr;
-    const auto axis = axis_behind(equals, text.end, behind);
+    const auto axis = detail::axis_behind(equals, text.end, behind);
     if (!axis) continue;
     const Character* spaces = equals;
     while (spaces != place && is_space(spaces[-1])) --spaces;
@@ -57,9 +64,5 @@ void find_coordinates(Text<Character> text, std::vector<CoordinateMarks<Characte
     equals = behind - 1;
   }
 }
-
-template void find_coordinates(Text<Narrow>, std::vector<CoordinateMarks<Narrow>>&);
-template void find_coordinates(Text<Medium>, std::vector<CoordinateMarks<Medium>>&);
-template void find_coordinates(Text<Wide>, std::vector<CoordinateMarks<Wide>>&);
 
 }  // namespace dsettlement::output
