@@ -55,7 +55,7 @@ constexpr Parameter output_parameters[] = {
     host::keyword_only("as_file", "bool", host::flag(false))};
 
 Ref get_output_file(State& state, Arguments arguments) {
-  const auto [self, extension, as_file] = arguments.first<3>();
+  const auto [self, extension, as_file] = arguments.first<std::size(output_parameters)>();
   const State::Names& names = state.names;
   const Ref result = host::call_method(self, names.private_get_result_content);
   Ref file = host::call(state.toolkit.file_body.now(), result, extension);
@@ -69,7 +69,7 @@ constexpr Parameter sld_parameters[] = {host::self,
                                         host::keyword_only("as_file", "bool", host::flag(false))};
 
 Ref get_sld_file(State& state, Arguments arguments) {
-  const auto [self, as_file] = arguments.first<2>();
+  const auto [self, as_file] = arguments.first<std::size(sld_parameters)>();
   const State::Names& names = state.names;
   Ref file = host::call_with(host::get(self, names.get_output_file), {},
                              {{names.extension, names.sld}, {names.as_file, as_file}});

@@ -1,6 +1,7 @@
 #include "analysis/input_generation.hpp"
 
 #include "host/containers.hpp"
+#include "host/elements.hpp"
 
 namespace dsettlement::analysis {
 
@@ -44,8 +45,9 @@ constexpr Parameter file_parameters[] = {
 // nothing that goes wrong on the way counts.
 void copy_notes(const State::Names& names, Handle from, Handle to) {
   try {
-    host::for_each(host::get(from, names.notes),
-                   [&](const Ref& note) { host::call_method(to, names.add_note, note); });
+    for (const Ref& note : host::Elements(host::get(from, names.notes))) {
+      host::call_method(to, names.add_note, note);
+    }
   } catch (const host::ErrorSet&) {
     PyErr_Clear();
   }
@@ -84,7 +86,8 @@ Ref post(State& state, Handle body) {
 }
 
 Ref generate_input_file(State& state, Arguments arguments) {
-  const auto [self, metadata, dissipation_calculation, as_file] = arguments.first<4>();
+  const auto [self, metadata, dissipation_calculation, as_file] =
+      arguments.first<std::size(file_parameters)>();
   const State::Names& names = state.names;
   const Ref document =
       host::call_method(self, names.private_generate_input, metadata, dissipation_calculation);

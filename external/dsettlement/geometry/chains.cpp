@@ -6,6 +6,7 @@
 #include "geometry/index/drawing.hpp"
 #include "geometry/index/index.hpp"
 #include "host/containers.hpp"
+#include "host/elements.hpp"
 #include "host/sequence.hpp"
 #include "host/text.hpp"
 
@@ -23,23 +24,21 @@ Ref curves_of_model(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   Ref curves = host::List().done();
-  const auto extend = [&](const Ref& chain) {
+  const auto extend_by = [&](const Ref& chain) {
     static_cast<void>(
         Ref::steal(PySequence_InPlaceConcat(curves.get(), host::get(chain, names.curves).get())));
   };
-  host::for_each(boundaries_of(state, self), extend);
-  host::for_each(state.pl_lines.read(self), extend);
+  for (const Ref& boundary : host::Elements(boundaries_of(state, self))) extend_by(boundary);
+  for (const Ref& pl_line : host::Elements(state.pl_lines.read(self))) extend_by(pl_line);
   return curves;
 }
 
 // The first of the known objects that equals the new one, or an empty Ref.
 Ref first_equal(Handle known, Handle object) {
-  Ref found;
-  host::for_each_while(known, [&](const Ref& candidate) {
-    if (host::compare(candidate, Py_EQ, object)) found = candidate;
-    return !found;
-  });
-  return found;
+  for (const Ref& candidate : host::Elements(known)) {
+    if (host::compare(candidate, Py_EQ, object)) return candidate;
+  }
+  return {};
 }
 
 constexpr Parameter points_parameters[] = {host::self, {"points", "list[_Point]"}};

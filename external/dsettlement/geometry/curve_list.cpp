@@ -4,6 +4,7 @@
 #include "geometry/index/trust.hpp"
 #include "host/arithmetic.hpp"
 #include "host/class_body.hpp"
+#include "host/elements.hpp"
 #include "host/sequence.hpp"
 #include "host/unpack.hpp"
 
@@ -46,13 +47,13 @@ Ref init(State& state, Arguments arguments) {
   return host::none();
 }
 
-Ref as_tuple(const State& state, Handle curve_list) {
-  return Ref::steal(PySequence_Tuple(state.chain_curves.read(curve_list).get()));
+Ref as_tuple(const State& state, Handle chain) {
+  return Ref::steal(PySequence_Tuple(state.chain_curves.read(chain).get()));
 }
 
 // By the curves alone: a boundary and a pl-line along the same curves are equal.
 Ref equals(State& state, Arguments arguments) {
-  const auto [self, other] = arguments.first<2>();
+  const auto [self, other] = arguments.first<std::size(other_parameters)>();
   if (!host::is_instance(other, state.curve_list.now())) return not_implemented();
   const Ref curves = as_tuple(state, self);
   return Ref::steal(PyObject_RichCompare(curves.get(), as_tuple(state, other).get(), Py_EQ));
@@ -70,7 +71,7 @@ Ref points(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Ref curves = state.chain_curves.read(arguments[0]);
   host::List points;
-  host::for_each(curves, [&](const Ref& curve) { points.append(host::get(curve, names.p1)); });
+  for (const Ref& curve : host::Elements(curves)) points.append(host::get(curve, names.p1));
   points.append(host::get(host::item(curves, -1), names.p2));
   return points.done();
 }
@@ -83,7 +84,7 @@ Ref area_above_horizontal(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Ref two = host::integer(2);
   Ref area = host::real(0.0);
-  host::for_each(state.chain_curves.read(self), [&, y = y](const Ref& curve) {
+  for (const Ref& curve : host::Elements(state.chain_curves.read(self))) {
     const auto coordinate = [&](Handle point, Handle axis) {
       return host::get(host::get(curve, point), axis);
     };
@@ -93,11 +94,11 @@ Ref area_above_horizontal(State& state, Arguments arguments) {
     const Ref x2 = coordinate(names.p2, names.x);
     const Ref width = host::difference(x2, coordinate(names.p1, names.x));
     area = host::sum(area, host::product(width, height));
-  });
+  }
   return area;
 }
 
-void note_change(State& state, Handle /*curve_list*/) {
+void note_change(State& state, Handle /*chain*/) {
   state.changes().note();
 }
 

@@ -5,6 +5,7 @@
 #include "geometry/index/plain.hpp"
 #include "host/arithmetic.hpp"
 #include "host/containers.hpp"
+#include "host/elements.hpp"
 #include "host/internals.hpp"
 
 namespace dsettlement::geometry {
@@ -36,13 +37,13 @@ Ref serialize_points(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   const Ref zero = host::integer(0);
   host::List points;
-  host::for_each(host::get(arguments[0], names.private_points), [&](const Ref& point) {
+  for (const Ref& point : host::Elements(host::get(arguments[0], names.private_points))) {
     const Ref x = host::get(point, names.x);
     const Ref y = host::get(point, names.y);
     const Ref triple = Ref::steal(PyTuple_Pack(3, x.get(), y.get(), zero.get()));
     if (plain_number(x) && plain_number(y)) host::leave_to_its_count(triple);
     points.append(triple);
-  });
+  }
   return points.done();
 }
 
@@ -58,24 +59,24 @@ Ref serialize_curves(State& state, Arguments arguments) {
   const State::Names& names = state.names;
   if (Ref numbered = number_curves(state, self)) return numbered;
   host::List curves;
-  host::for_each(host::get(self, names.private_curves), [&](const Ref& curve) {
+  for (const Ref& curve : host::Elements(host::get(self, names.private_curves))) {
     const Ref p1 = number_in(state, self, names.private_points, host::get(curve, names.p1));
     const Ref p2 = number_in(state, self, names.private_points, host::get(curve, names.p2));
     curves.append(Ref::steal(PyTuple_Pack(2, p1.get(), p2.get())));
-  });
+  }
   return curves.done();
 }
 
 Ref search_chains(const State& state, Handle self, Handle chains) {
   const State::Names& names = state.names;
   host::List list;
-  host::for_each(chains, [&](const Ref& chain) {
+  for (const Ref& chain : host::Elements(chains)) {
     host::List numbers;
-    host::for_each(host::get(chain, names.curves), [&](const Ref& curve) {
+    for (const Ref& curve : host::Elements(host::get(chain, names.curves))) {
       numbers.append(number_in(state, self, names.private_curves, curve));
-    });
+    }
     list.append(numbers.done());
-  });
+  }
   return list.done();
 }
 
@@ -104,7 +105,7 @@ Ref serialize_layers(State& state, Arguments arguments) {
     return host::sum(position, host::integer(1));
   };
   host::List layers;
-  host::for_each(host::get(self, names.private_layers), [&](const Ref& layer) {
+  for (const Ref& layer : host::Elements(host::get(self, names.private_layers))) {
     const auto get = [&](Handle name) { return host::get(layer, name); };
     layers.append(host::Mapping()
                       .put(names.material, get(names.material))
@@ -113,7 +114,7 @@ Ref serialize_layers(State& state, Arguments arguments) {
                       .put(names.pl_top, pl_line_number(get(names.pl_line_top)))
                       .put(names.pl_bottom, pl_line_number(get(names.pl_line_bottom)))
                       .done());
-  });
+  }
   return layers.done();
 }
 

@@ -1,6 +1,7 @@
 #include "geometry/geometry_1d.hpp"
 
 #include "host/class_body.hpp"
+#include "host/elements.hpp"
 #include "host/text.hpp"
 
 namespace dsettlement::geometry {
@@ -25,7 +26,7 @@ void check_layers(const State& state, Handle bottom_level, Handle layers) {
   if (!host::is_true(layers)) state.toolkit.refuse("Provide at least 1 layer");
   Ref above;
   long position = 0;
-  host::for_each(layers, [&](const Ref& layer) {
+  for (const Ref& layer : host::Elements(layers)) {
     ++position;
     const auto is_below = [&] {
       const Ref top = top_of(layer);
@@ -37,7 +38,7 @@ void check_layers(const State& state, Handle bottom_level, Handle layers) {
           {host::integer(position)});
     }
     above = layer;
-  });
+  }
   if (host::compare(top_of(host::item(layers, -1)), Py_LE, bottom_level)) {
     state.toolkit.refuse("Each layer should have a top level above the bottom level");
   }

@@ -1,6 +1,7 @@
 #include "geometry/model_1d.hpp"
 
 #include "host/class_body.hpp"
+#include "host/elements.hpp"
 #include "host/text.hpp"
 #include "model/options.hpp"
 
@@ -81,14 +82,14 @@ Ref update_geometry(State& state, Arguments arguments) {
       arguments.first<std::size(update_parameters)>();
   const State::Names& names = state.names;
   long position = 0;
-  host::for_each(layers, [&](const Ref& layer) {
+  for (const Ref& layer : host::Elements(layers)) {
     ++position;
     const Ref material = host::item(layer, 1);
     if (!host::contains(host::get(self, names.private_materials), material)) {
       state.toolkit.refuse("Material with name '{}' does not exist (layer {})",
                            {material, host::integer(position)});
     }
-  });
+  }
   host::set(self, names.private_geometry,
             host::call(state.geometry_1d.now(), bottom_level, layers, phreatic_level));
   return host::none();

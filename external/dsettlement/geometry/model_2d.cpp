@@ -8,6 +8,7 @@
 #include "geometry/validation_2d.hpp"
 #include "geometry/verticals.hpp"
 #include "host/class_body.hpp"
+#include "host/elements.hpp"
 #include "host/unpack.hpp"
 #include "model/options.hpp"
 #include "soil/non_uniform_load.hpp"
@@ -54,10 +55,10 @@ void make_containers(const State& state, Handle self) {
 void create_bottom(const State& state, Handle self, Handle boundary_bottom) {
   const State::Names& names = state.names;
   host::List points;
-  host::for_each(boundary_bottom, [&](const Ref& point) {
+  for (const Ref& point : host::Elements(boundary_bottom)) {
     const auto [x, y] = host::unpack<2>(point);
     points.append(host::call_method(self, names.create_point, x, y));
-  });
+  }
   host::call_method(self, names.private_create_boundary, points.done());
 }
 

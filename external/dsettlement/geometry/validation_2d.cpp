@@ -2,6 +2,7 @@
 
 #include "geometry/codes.hpp"
 #include "host/containers.hpp"
+#include "host/elements.hpp"
 #include "host/text.hpp"
 
 namespace dsettlement::geometry {
@@ -44,10 +45,10 @@ Ref validate(State& state, Arguments arguments) {
 // The highest y of a chain's points, as `max` finds it.
 Ref highest(const State& state, Handle boundary) {
   Ref level;
-  host::for_each(host::get(boundary, state.names.points), [&](const Ref& point) {
+  for (const Ref& point : host::Elements(host::get(boundary, state.names.points))) {
     Ref y = host::get(point, state.names.y);
     if (!level || host::compare(y, Py_GT, level)) level = std::move(y);
-  });
+  }
   if (!level) host::raise(PyExc_ValueError, "max() iterable argument is empty");
   return level;
 }

@@ -2,7 +2,7 @@
 
 #include "geometry/index/index.hpp"
 #include "geometry/index/plain.hpp"
-#include "host/containers.hpp"
+#include "host/elements.hpp"
 #include "host/text.hpp"
 #include "host/unpack.hpp"
 
@@ -31,12 +31,10 @@ void check_limits(const State& state, Handle limits, Handle x) {
 }
 
 Ref search_vertical(const State& state, Handle verticals, Handle x) {
-  Ref found;
-  host::for_each_while(verticals, [&](const Ref& vertical) {
-    if (host::compare(host::get(vertical, state.names.x), Py_EQ, x)) found = vertical;
-    return !found;
-  });
-  return found;
+  for (const Ref& vertical : host::Elements(verticals)) {
+    if (host::compare(host::get(vertical, state.names.x), Py_EQ, x)) return vertical;
+  }
+  return {};
 }
 
 // The first vertical at x, or an empty Ref.

@@ -20,7 +20,7 @@ class Binding {
   Binding(Module& module, std::span<const Parameter> parameters);
 
   // True if `count` positional arguments and no keywords need no laying out.
-  [[nodiscard]] bool is_plain(std::size_t count) const noexcept {
+  [[nodiscard]] bool takes_as_given(std::size_t count) const noexcept {
     return count == names_.size() && positional_ == names_.size();
   }
 

@@ -10,8 +10,8 @@ void Constructor::remember(Handle type) {
 
 bool Constructor::is_still_that_of(Handle type) const {
   if (Py_TYPE(static_cast<PyObject*>(type)) != &PyType_Type) return false;
-  PyTypeObject* plain = as_type(type);
-  return plain->tp_new == PyBaseObject_Type.tp_new && member_of(plain, init_) == original_.get();
+  PyTypeObject* made = as_type(type);
+  return made->tp_new == PyBaseObject_Type.tp_new && member_of(made, init_) == original_.get();
 }
 
 Ref allocate(Handle type) {

@@ -35,7 +35,7 @@ PyObject* call_function(PyObject* self, PyObject* const* arguments, std::size_t 
   if (!level) return nullptr;
   Function& function = as_function(self);
   const auto count = static_cast<std::size_t>(PyVectorcall_NARGS(count_and_flag));
-  if (keyword_names == nullptr && function.binding.is_plain(count)) {
+  if (keyword_names == nullptr && function.binding.takes_as_given(count)) {
     return function.description.entry(function.state, Arguments(arguments));
   }
   return call_laid_out(function, arguments, count, keyword_names);

@@ -8,7 +8,7 @@ PyObject* member_of(PyTypeObject* type, Handle name) noexcept {
   return _PyType_Lookup(type, name);
 }
 
-bool looks_up_plainly(PyTypeObject* type) {
+bool has_default_lookup(PyTypeObject* type) {
   if (type->tp_getattro == PyObject_GenericGetAttr) return true;
   // A class that only says what comes in the place of missing attributes has no say in others.
   const Name get_attribute("__getattribute__");

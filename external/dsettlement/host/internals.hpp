@@ -21,7 +21,7 @@ namespace dsettlement::host {
 [[nodiscard]] PyObject* member_of(PyTypeObject* type, Handle name) noexcept;
 
 // Whether the class leaves its objects' attributes to Python's own way of looking them up.
-[[nodiscard]] bool looks_up_plainly(PyTypeObject* type);
+[[nodiscard]] bool has_default_lookup(PyTypeObject* type);
 
 // The version of a class: each class has one of its own, and another one with every change. 0 if
 // there is none to be had.

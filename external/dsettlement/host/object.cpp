@@ -6,9 +6,9 @@
 
 namespace dsettlement::host {
 
-bool gets_plainly(Handle object, Handle name, PyObject* descriptor) {
+bool gets_directly(Handle object, Handle name, PyObject* descriptor) {
   PyTypeObject* type = class_of(object);
-  return looks_up_plainly(type) && member_of(type, name) == descriptor;
+  return has_default_lookup(type) && member_of(type, name) == descriptor;
 }
 
 Ref item(Handle sequence, Py_ssize_t index) {

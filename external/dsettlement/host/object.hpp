@@ -18,7 +18,7 @@ namespace dsettlement::host {
 // Whether `get` runs nothing of an application: the class of the object has under that name what
 // this module has put there, `descriptor`, or null for nothing, and no way of its own to
 // attributes.
-[[nodiscard]] bool gets_plainly(Handle object, Handle name, PyObject* descriptor);
+[[nodiscard]] bool gets_directly(Handle object, Handle name, PyObject* descriptor);
 
 inline void set(Handle object, Handle name, Handle value) {
   check(PyObject_SetAttr(object, name, value));

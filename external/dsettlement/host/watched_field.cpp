@@ -101,7 +101,7 @@ void deallocate(PyObject* self) {
 }  // namespace
 
 Ref WatchedField::peek(Handle object) const {
-  if (!gets_plainly(object, name_, descriptor_.get())) return {};
+  if (!gets_directly(object, name_, descriptor_.get())) return {};
   return value_in(fields_of(object), name_);
 }
 

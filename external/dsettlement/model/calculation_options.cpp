@@ -1,6 +1,7 @@
 #include "model/calculation_options.hpp"
 
 #include "host/containers.hpp"
+#include "host/elements.hpp"
 #include "host/unpack.hpp"
 #include "model/options.hpp"
 
@@ -70,11 +71,13 @@ void make_containers(State& state, Handle self) {
 void enter_default_materials(State& state, Handle self) {
   const State::Names& names = state.names;
   const Ref defaults = host::get(self, names.private_default_materials);
-  host::for_each_item(defaults, [&](Handle name, Handle material) {
+  for (const Ref& entry : host::items_of(defaults)) {
+    const Ref name = host::item(entry, 0);
+    const Ref material = host::item(entry, 1);
     const auto [gam_dry, gam_wet, color] = host::unpack<3>(material);
     static_cast<void>(host::call_with(host::get(self, names.create_material),
                                       {name, gam_dry, gam_wet}, {{names.color, color}}));
-  });
+  }
 }
 
 Ref init(State& state, Arguments arguments) {

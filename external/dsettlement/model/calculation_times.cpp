@@ -1,6 +1,7 @@
 #include "model/calculation_times.hpp"
 
 #include "host/containers.hpp"
+#include "host/elements.hpp"
 #include "host/text.hpp"
 
 namespace dsettlement::model {
@@ -14,7 +15,7 @@ namespace {
 constexpr Parameter parameters[] = {host::self, host::rest("time", "int")};
 
 Ref set_calculation_times(State& state, Arguments arguments) {
-  const auto [self, times] = arguments.first<2>();
+  const auto [self, times] = arguments.first<std::size(parameters)>();
   const State::Names& names = state.names;
 
   const Ref different = Ref::steal(PySet_New(times));
@@ -22,14 +23,14 @@ Ref set_calculation_times(State& state, Arguments arguments) {
     state.toolkit.refuse("All times must be unique");
   }
   const Ref zero = host::integer(0);
-  host::for_each(times, [&](const Ref& time) {
+  for (const Ref& time : host::Elements(times)) {
     const bool has_begun = host::compare(zero, Py_LE, time);
     const Ref end = host::get(self, names.private_end_of_settlement_calculation);
     if (!has_begun || !host::compare(time, Py_LE, end)) {
       state.toolkit.refuse("All times must be >= 0 and <= end of settlement calculation ({})",
                            {end});
     }
-  });
+  }
   host::set(self, names.private_calculation_times, host::list_of(times));
   return host::none();
 }

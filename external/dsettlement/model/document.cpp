@@ -1,6 +1,7 @@
 #include "model/document.hpp"
 
 #include "host/containers.hpp"
+#include "host/elements.hpp"
 
 namespace dsettlement::model {
 
@@ -51,9 +52,10 @@ Ref make_document(State& state, Arguments arguments) {
 
 Ref make_verticals(State& state, Arguments arguments) {
   host::List verticals;
-  host::for_each(host::get(arguments[0], state.names.private_verticals), [&](const Ref& vertical) {
+  const Ref all = host::get(arguments[0], state.names.private_verticals);
+  for (const Ref& vertical : host::Elements(all)) {
     verticals.append(host::call_method(vertical, state.names.private_serialize));
-  });
+  }
   return verticals.done();
 }
 

@@ -1,5 +1,6 @@
 #include "output/matches.hpp"
 
+#include "host/elements.hpp"
 #include "output/stage_two/python_text.hpp"
 #include "output/stage_two/residuals.hpp"
 #include "output/stage_two/tables.hpp"
@@ -20,10 +21,8 @@ Ref search(const State& state, Handle pattern, Handle text) {
   return host::is_true(match) ? match : Ref();
 }
 
-// Calls visit(match) for all matches.
-template <typename Visit>
-void find_all(const State& state, Handle pattern, Handle text, Visit&& visit) {
-  host::for_each(host::call_method(pattern, state.names.finditer, text), visit);
+host::Elements all_matches(const State& state, Handle pattern, Handle text) {
+  return host::Elements(host::call_method(pattern, state.names.finditer, text));
 }
 
 Ref group(const State& state, Handle match, const Name& name) {
@@ -76,10 +75,10 @@ Ref match_path(const State& state, Handle pattern, Handle file) {
 Ref match_verticals(const State& state, Handle cls, Handle pattern, Handle results) {
   Mapping verticals;
   long number = 0;
-  find_all(state, pattern, results, [&](const Ref& match) {
+  for (const Ref& match : all_matches(state, pattern, results)) {
     const Ref parse = host::get(cls, state.names.parse_vertical);
     verticals.put(host::integer(++number), host::call(parse, whole_match(state, match)));
-  });
+  }
   return verticals.done();
 }
 
@@ -94,11 +93,11 @@ Ref match_residual_settlements(const State& state, Handle pattern, Handle result
 
 Ref match_coordinates(const State& state, Handle pattern, Handle vertical) {
   Mapping coordinates;
-  find_all(state, pattern, vertical, [&](const Ref& match) {
+  for (const Ref& match : all_matches(state, pattern, vertical)) {
     const Ref value = real_of_group(state, match, state.names.coordinate);
     const Ref axis = host::call_method(group(state, match, state.names.axes), state.names.lower);
     coordinates.put(axis, value);
-  });
+  }
   return coordinates.done();
 }
 
@@ -136,11 +135,14 @@ TimeDependentMatch match_time_dependent_data(const State& state, Handle pattern,
 }
 
 void match_times(const State& state, Handle pattern, Handle data, TimeTables& tables) {
-  find_all(state, pattern, data, [&](const Ref& block) {
+  for (const Ref& block : all_matches(state, pattern, data)) {
     const Ref time = real_of_group(state, block, state.names.time);
-    if (!tables.reads_rows()) return tables.add_without_rows(time);
+    if (!tables.reads_rows()) {
+      tables.add_without_rows(time);
+      continue;
+    }
     with_lines_of(state, block, state.names.data, [&](auto rows) { tables.add(time, rows); });
-  });
+  }
 }
 
 }  // namespace dsettlement::output

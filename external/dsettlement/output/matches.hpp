@@ -1,6 +1,6 @@
 // Reading by the matches of a pattern: for patterns that an application has put in the place of
-// those that were defined, and for what is no plain text. The steps are taken in the same order as
-// natively, and in the time that the pattern takes.
+// those that were defined, and for what is no text of Python itself. The steps are taken in the
+// same order as natively, and in the time that the pattern takes.
 #pragma once
 
 #include "output/stage_two/headers.hpp"
@@ -11,7 +11,7 @@ namespace dsettlement::output {
 
 // True if a text can be read natively: for other objects the patterns have to say what is wrong
 // with them, and subclasses of `str` may answer to slicing in their own way.
-[[nodiscard]] inline bool is_plain_text(host::Handle object) {
+[[nodiscard]] inline bool is_readable(host::Handle object) {
   return PyUnicode_CheckExact(static_cast<PyObject*>(object)) != 0;
 }
 

@@ -19,7 +19,7 @@ constexpr Parameter results_parameters[] = {host::cls, {"results", "str"}};
 constexpr Parameter vertical_parameters[] = {host::cls, {"vertical", "str"}};
 
 Ref init(State& state, Arguments arguments) {
-  const auto [self, sld_file] = arguments.first<2>();
+  const auto [self, sld_file] = arguments.first<std::size(init_parameters)>();
   const State::Names& names = state.names;
   const Ref parse = host::get(self, names.parse_results);
   host::set(self, names.private_results,
@@ -52,7 +52,7 @@ Ref name_of_file(const State& state, Handle cls, Handle file) {
 }
 
 Ref parse_results(State& state, Arguments arguments) {
-  const auto [cls, file] = arguments.first<2>();
+  const auto [cls, file] = arguments.first<std::size(file_parameters)>();
   Ref results = find_results_text(state, cls, file);
   if (results) return results;
   host::raise(state.toolkit.parsing_error.original(),
@@ -60,17 +60,17 @@ Ref parse_results(State& state, Arguments arguments) {
 }
 
 Ref parse_verticals(State& state, Arguments arguments) {
-  const auto [cls, results] = arguments.first<2>();
+  const auto [cls, results] = arguments.first<std::size(results_parameters)>();
   return read_verticals(state, cls, results);
 }
 
 Ref parse_vertical(State& state, Arguments arguments) {
-  const auto [cls, vertical] = arguments.first<2>();
+  const auto [cls, vertical] = arguments.first<std::size(vertical_parameters)>();
   return read_vertical(state, cls, vertical);
 }
 
 Ref parse_residual_settlements(State& state, Arguments arguments) {
-  const auto [cls, results] = arguments.first<2>();
+  const auto [cls, results] = arguments.first<std::size(results_parameters)>();
   return read_residual_settlements(state, cls, results);
 }
 

@@ -39,10 +39,10 @@ void Patterns::define(host::ClassBody& body) {
   }
 }
 
-Ref Patterns::to_run(Handle cls, Pattern pattern, bool is_plain_text) const {
+Ref Patterns::to_run(Handle cls, Pattern pattern, bool is_readable) const {
   const auto index = static_cast<std::size_t>(pattern);
   const Ref found = host::get(cls, names_[index]);
-  return is_plain_text && found.get() == compiled_[index].get() ? Ref() : found;
+  return is_readable && found.get() == compiled_[index].get() ? Ref() : found;
 }
 
 }  // namespace dsettlement::output

@@ -17,8 +17,8 @@ class Patterns {
 
   // The pattern that stands in a class now and has to be run; an empty Ref for the one that was
   // defined, whose matches are found natively. A subclass or a test may have put another one there,
-  // and what is no plain text is for any pattern to refuse.
-  [[nodiscard]] host::Ref to_run(host::Handle cls, Pattern pattern, bool is_plain_text) const;
+  // and what cannot be read natively is for any pattern to refuse.
+  [[nodiscard]] host::Ref to_run(host::Handle cls, Pattern pattern, bool is_readable) const;
 
  private:
   std::array<host::Name, pattern_count> names_;

@@ -12,7 +12,7 @@ using host::Mapping;
 using host::Ref;
 
 Ref find_results_text(const State& state, Handle cls, Handle file) {
-  if (const Ref pattern = state.patterns.to_run(cls, Pattern::results, is_plain_text(file))) {
+  if (const Ref pattern = state.patterns.to_run(cls, Pattern::results, is_readable(file))) {
     return match_whole(state, pattern, file);
   }
   return with_text_of(file, [&]<typename Character>(Text<Character> text) {
@@ -22,7 +22,7 @@ Ref find_results_text(const State& state, Handle cls, Handle file) {
 }
 
 Ref find_path_text(const State& state, Handle cls, Handle file) {
-  if (const Ref pattern = state.patterns.to_run(cls, Pattern::file_name, is_plain_text(file))) {
+  if (const Ref pattern = state.patterns.to_run(cls, Pattern::file_name, is_readable(file))) {
     return match_path(state, pattern, file);
   }
   return with_text_of(file, [&]<typename Character>(Text<Character> text) {
@@ -33,7 +33,7 @@ Ref find_path_text(const State& state, Handle cls, Handle file) {
 
 Ref read_residual_settlements(const State& state, Handle cls, Handle results) {
   if (const Ref pattern =
-          state.patterns.to_run(cls, Pattern::residual_settlements, is_plain_text(results))) {
+          state.patterns.to_run(cls, Pattern::residual_settlements, is_readable(results))) {
     return match_residual_settlements(state, pattern, results);
   }
   return with_text_of(results, []<typename Character>(Text<Character> text) {

@@ -23,7 +23,8 @@ struct NumberLines {
 template <typename Character>
 class VerticalReader {
  public:
-  // Without a section, `source` is no plain text, and all its blocks are left to the patterns.
+  // Without a section, `source` cannot be read natively, and all its blocks are left to the
+  // patterns.
   VerticalReader(const State& state, host::Handle cls, host::Handle source,
                  const Section<Character>* section = nullptr)
       : state_(state), cls_(cls), source_(source), section_(section) {}
@@ -104,8 +105,7 @@ class VerticalReader {
     if (const host::Ref pattern = to_run<Pattern::time_dependent_data>()) {
       const TimeDependentMatch match = match_time_dependent_data(state_, pattern, text());
       TimeTables tables{match.headers};
-      if (const host::Ref times =
-              to_run<Pattern::vertical_data_at_time>(is_plain_text(match.data))) {
+      if (const host::Ref times = to_run<Pattern::vertical_data_at_time>(is_readable(match.data))) {
         match_times(state_, times, match.data, tables);
       } else {
         with_text_of(match.data, [&](auto data) {
@@ -138,9 +138,9 @@ class VerticalReader {
     return to_run<pattern>(section_ != nullptr);
   }
   template <Pattern pattern>
-  [[nodiscard]] host::Ref to_run(bool is_plain) const {
+  [[nodiscard]] host::Ref to_run(bool is_readable) const {
     static_assert(definition_of(pattern).looked_in == LookedIn::vertical);
-    return state_.patterns.to_run(cls_, pattern, is_plain);
+    return state_.patterns.to_run(cls_, pattern, is_readable);
   }
 
   // The vertical as the text that patterns are run on, made when the first of them asks for it.

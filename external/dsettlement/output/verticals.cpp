@@ -33,7 +33,7 @@ bool is_original(const State& state, Handle cls, Handle method) {
 }  // namespace
 
 Ref read_vertical(const State& state, Handle cls, Handle vertical) {
-  if (!is_plain_text(vertical)) return VerticalReader<Narrow>(state, cls, vertical).read();
+  if (!is_readable(vertical)) return VerticalReader<Narrow>(state, cls, vertical).read();
   return with_text_of(vertical, [&]<typename Character>(Text<Character> text) {
     const std::vector<TagMark> tags = index_tags(text);
     const Section<Character> section(text, tags);
@@ -42,7 +42,7 @@ Ref read_vertical(const State& state, Handle cls, Handle vertical) {
 }
 
 Ref read_verticals(const State& state, Handle cls, Handle results) {
-  if (const Ref pattern = state.patterns.to_run(cls, Pattern::vertical, is_plain_text(results))) {
+  if (const Ref pattern = state.patterns.to_run(cls, Pattern::vertical, is_readable(results))) {
     return match_verticals(state, cls, pattern, results);
   }
   return with_text_of(results, [&]<typename Character>(Text<Character> text) {

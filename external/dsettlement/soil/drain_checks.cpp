@@ -1,6 +1,6 @@
 #include "soil/drain_checks.hpp"
 
-#include "host/containers.hpp"
+#include "host/elements.hpp"
 #include "host/text.hpp"
 
 namespace dsettlement::soil {
@@ -109,12 +109,10 @@ class Checks {
   }
 
   [[nodiscard]] bool all_entries_between(Py_ssize_t place, long lower, long upper) const {
-    bool all = true;
-    host::for_each_while(drain_.schedule, [&](const Ref& entry) {
-      all = host::between(lower, host::item(entry, place), upper);
-      return all;
-    });
-    return all;
+    for (const Ref& entry : host::Elements(drain_.schedule)) {
+      if (!host::between(lower, host::item(entry, place), upper)) return false;
+    }
+    return true;
   }
 
   // A tube pressure [kPa] in a sand wall, a water head [m] in the others.

@@ -1,6 +1,7 @@
 #include "soil/load_table.hpp"
 
 #include "host/containers.hpp"
+#include "host/elements.hpp"
 #include "host/text.hpp"
 
 namespace dsettlement::soil {
@@ -39,9 +40,10 @@ Ref enter_other_load(State& state, Arguments arguments) {
 // In the order in which the loads were created.
 Ref list_loads(State& state, Handle loads) {
   host::List list;
-  host::for_each_item(loads, [&](Handle name, Handle load) {
-    list.append(host::call_method(load, state.names.private_serialize, name));
-  });
+  for (const Ref& entry : host::items_of(loads)) {
+    const Ref name = host::item(entry, 0);
+    list.append(host::call_method(host::item(entry, 1), state.names.private_serialize, name));
+  }
   return list.done();
 }
 

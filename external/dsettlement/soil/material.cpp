@@ -28,7 +28,8 @@ void fill(State& state, Handle self, Handle gam_dry, Handle gam_wet, Handle colo
 }
 
 Ref init(State& state, Arguments arguments) {
-  const auto [self, gam_dry, gam_wet, color, kwargs] = arguments.first<5>();
+  const auto [self, gam_dry, gam_wet, color, kwargs] =
+      arguments.first<std::size(init_parameters)>();
   fill(state, self, gam_dry, gam_wet, color, kwargs);
   return host::none();
 }

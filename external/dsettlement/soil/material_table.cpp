@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/containers.hpp"
+#include "host/elements.hpp"
 #include "host/sequence.hpp"
 #include "host/text.hpp"
 #include "soil/material.hpp"
@@ -60,10 +61,10 @@ Ref make_list(State& state, Arguments arguments) {
       Ref::steal(PyMapping_Items(host::get(arguments[0], state.names.private_materials).get()));
   host::check(PyList_Sort(pairs.get()));
   host::List materials;
-  host::for_each(pairs, [&](const Ref& pair) {
+  for (const Ref& pair : host::Elements(pairs)) {
     materials.append(
         host::call_method(host::item(pair, 1), state.names.private_serialize, host::item(pair, 0)));
-  });
+  }
   return materials.done();
 }
 

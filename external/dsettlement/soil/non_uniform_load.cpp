@@ -1,6 +1,7 @@
 #include "soil/non_uniform_load.hpp"
 
 #include "host/class_body.hpp"
+#include "host/elements.hpp"
 #include "host/sequence.hpp"
 #include "host/text.hpp"
 #include "host/unpack.hpp"
@@ -29,13 +30,13 @@ constexpr Parameter parameters[] = {host::self,
 
 void check_ascending(const State& state, Handle points) {
   Py_ssize_t position = 0;
-  host::for_each(host::slice_from(points, 1), [&](const Ref& point) {
+  for (const Ref& point : host::Elements(host::slice_from(points, 1))) {
     const Ref x = host::unpack<2>(point)[0];
     const Ref before = host::item(host::item(points, position++), 0);
     if (host::compare(x, Py_LT, before)) {
       state.toolkit.refuse("Points not monotonic ascending for x-coordinate: {}", {points});
     }
-  });
+  }
 }
 
 Ref init(State& state, Arguments arguments) {
@@ -78,10 +79,11 @@ Ref points_in_loads(const State& state, Handle model) {
   Ref pairs = Ref::steal(PySet_New(nullptr));
   const Ref loads =
       host::call_method(host::get(model, names.private_non_uniform_loads), names.values);
-  host::for_each(loads, [&](const Ref& load) {
-    host::for_each(host::get(load, names.points),
-                   [&](const Ref& point) { host::check(PySet_Add(pairs.get(), point.get())); });
-  });
+  for (const Ref& load : host::Elements(loads)) {
+    for (const Ref& point : host::Elements(host::get(load, names.points))) {
+      host::check(PySet_Add(pairs.get(), point.get()));
+    }
+  }
   return pairs;
 }
 
@@ -89,14 +91,14 @@ Ref points_in_loads(const State& state, Handle model) {
 Ref points_in_boundaries(const State& state, Handle model) {
   const State::Names& names = state.names;
   Ref pairs = Ref::steal(PySet_New(nullptr));
-  host::for_each(host::get(model, names.private_boundaries), [&](const Ref& boundary) {
-    host::for_each(host::get(boundary, names.points), [&](const Ref& point) {
+  for (const Ref& boundary : host::Elements(host::get(model, names.private_boundaries))) {
+    for (const Ref& point : host::Elements(host::get(boundary, names.points))) {
       const Ref x = host::get(point, names.x);
       const Ref y = host::get(point, names.y);
       const Ref pair = Ref::steal(PyTuple_Pack(2, x.get(), y.get()));
       host::check(PySet_Add(pairs.get(), pair.get()));
-    });
-  });
+    }
+  }
   return pairs;
 }
 

@@ -6,10 +6,15 @@
 //
 //   are_classes_as_made    Do points, curves, chains, layers and verticals behave as this module
 //                          made them?
+//
 //   is_model_as_made       Does the model leave its lists and the operations on them to this
-//   module? key_of_...             Is the object plain, so that comparing it is comparing numbers?
+//                          module?
+//
+//   key_of_...             Is the object plain, so that comparing it is comparing numbers?
 //                          (geometry/index/plain)
+//
 //   stamp_of               Has anybody been noticed since, who may have touched something?
+//
 //   is_reached_by_...      Could somebody touch it without being noticed? An index is kept beyond
 //                          one operation only if not.
 #pragma once

@@ -1,4 +1,4 @@
-// Numerals as `float` and `int` read them, as far as they are plain.
+// Numerals as `float` and `int` read them, as far as they are written the common way.
 //
 // What stays away from here, and is left to the host, are numerals that only Python knows
 // (underscores, digits of other scripts, "inf" and "nan", a leading plus), those beyond the range
@@ -28,7 +28,7 @@ inline constexpr std::size_t most_characters = 512;
 
 // True for the numerals that std::from_chars and Python's `float` read alike.
 template <typename Character>
-bool is_plain_numeral(Text<Character> text) noexcept {
+bool is_common_numeral(Text<Character> text) noexcept {
   const Character* place = text.begin;
   const auto take_digits = [&] {
     const Character* const first = place;
@@ -93,7 +93,7 @@ std::optional<double> read_real(Text<Character> text) {
   if (text.size() > detail::most_characters) return std::nullopt;
   double value = 0.0;
   if (read_short_decimal(text.begin, text.end, value) == text.end) return value;
-  if (!detail::is_plain_numeral(text)) return std::nullopt;
+  if (!detail::is_common_numeral(text)) return std::nullopt;
   if constexpr (sizeof(Character) == 1) {
     return detail::convert(reinterpret_cast<const char*>(text.begin),
                            reinterpret_cast<const char*>(text.end));
