@@ -305,7 +305,6 @@ def test_on_level_ground_a_wide_load_acts_like_a_uniform_one() -> None:
     ("temporary", "end", "problem"),
     [
         (2, 0, '"temporary" of load "Wide" should be 0 or 1 and is 2'),
-        (1, 0, 'the load "Wide" is removed before it comes'),
         ("x", 0, 'should be a number and is "x"'),
     ],
 )
@@ -313,3 +312,8 @@ def test_malformed_loads(temporary: object, end: object, problem: str) -> None:
     message = refused(with_embankment(two_dimensional(), temporary, end))
     assert "section [NON-UNIFORM LOADS], line " in message
     assert problem in message
+
+
+def test_a_load_is_removed_after_it_has_come() -> None:
+    message = refused(with_embankment(two_dimensional(), 1, 0))
+    assert message == 'The load "Wide" is removed at 0 days, and comes no earlier.'

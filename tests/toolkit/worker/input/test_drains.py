@@ -72,17 +72,7 @@ def test_the_code_decides_and_not_the_word_behind_it() -> None:
         ([("0 : Flow type = R", "0.5 : Flow type = R")], "should be a whole number and is 0.5"),
         ([("0 = Grid", "3 = Grid")], "the grid 3 is unknown"),
         ([("0 = Grid", "x = Grid")], 'Grid should be a number and is "x"'),
-        ([("     -10.000 = Pos", "      10.001 = Pos")], "the leftmost drain stands right of"),
-        ([("1.000 = Center", "0.000 = Center")], "distance should be 0.001 to 1000 and is 0"),
-        ([("1.000 = Center", "1001 = Center")], "distance should be 0.001 to 1000 and is 1001"),
         ([("1.000 = Center", "nan = Center")], "should be a finite number and is nan"),
-        ([("1.000 = Center", "0.060 = Center")], "the drains leave no soil between them"),
-        ([COLUMN, ("1.000 = Center", "0.190 = Center")], "the drains leave no soil between them"),
-        ([SAND_WALL, ("0.200 = Dia", "1.000 = Dia")], "the drains leave no soil between them"),
-        ([SAND_WALL, ("0.200 = Dia", "0.000 = Dia")], "Diameter should be 0.001 to 1000"),
-        ([("0.100 = Wid", "0.000 = Wid")], "Width should be 0.001 to 1000 and is 0"),
-        ([("0.005 = Thi", "0.000 = Thi")], "Thickness should be 0.001 to 1000 and is 0"),
-        ([COLUMN, ("0.200 = Dia", "0.000 = Dia")], "Diameter should be 0.001 to 1000"),
         ([("-3.000 = Bot", "low = Bot")], 'Bottom position should be a number and is "low"'),
         ([("-3.000 = Bottom", "-3.000 = Other")], '"Bottom position" is missing'),
         (
@@ -95,6 +85,47 @@ def test_malformed_drains(changes: list[tuple[str, str]], problem: str) -> None:
     message = refused(with_drains(input_text(), *changes))
     assert message.startswith("The input file is not readable in section [VERTICAL DRAIN], line ")
     assert problem in message
+
+
+@pytest.mark.parametrize(
+    ("changes", "problem"),
+    [
+        (
+            [("     -10.000 = Pos", "      10.001 = Pos")],
+            "The drains begin at x = 10.001 m, right of where they end at x = 10 m.",
+        ),
+        ([("1.000 = Center", "0.000 = Center")], "Center to center distance of the drains is 0 m."),
+        ([("1.000 = Center", "1001 = Center")], "distance of the drains is 1001 m. It should be"),
+        ([SAND_WALL, ("0.200 = Dia", "0.000 = Dia")], "Diameter of the drains is 0 m. It should"),
+        ([("0.100 = Wid", "0.000 = Wid")], "Width of the drains is 0 m. It should be 0.001 to"),
+        ([("0.005 = Thi", "0.000 = Thi")], "Thickness of the drains is 0 m. It should be 0.001"),
+        ([COLUMN, ("0.200 = Dia", "0.000 = Dia")], "Diameter of the drains is 0 m. It should be"),
+        (
+            [("1.000 = Center", "0.060 = Center")],
+            "Drains that are 0.0668 m wide and stand 0.06 m apart leave no soil between them.",
+        ),
+        ([COLUMN, ("1.000 = Center", "0.190 = Center")], "are 0.2 m wide and stand 0.19 m apart"),
+        ([SAND_WALL, ("0.200 = Dia", "1.000 = Dia")], "are 1 m wide and stand 1 m apart"),
+    ],
+)
+def test_drains_that_cannot_be_are_told_in_plain_words(
+    changes: list[tuple[str, str]], problem: str
+) -> None:
+    message = refused(with_drains(input_text(), *changes))
+    assert problem in message
+    assert "not readable" not in message
+
+
+def test_all_that_is_wrong_with_drains_is_told_at_once() -> None:
+    message = refused(
+        with_drains(
+            input_text(loads=[("Fill", -2, 20, 1, 0)]),
+            ("     -10.000 = Pos", "      10.001 = Pos"),
+            ("0.100 = Wid", "0.000 = Wid"),
+            ("1.000 = Center", "0.001 = Center"),
+        )
+    )
+    assert [part in message for part in ("begin at", "Width", "apart", 'load "Fill"')] == [True] * 4
 
 
 def test_an_error_names_its_line() -> None:

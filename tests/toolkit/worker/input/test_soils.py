@@ -3,6 +3,7 @@
 import pytest
 from sembra.local.sli.errors import InputFileError
 from sembra.local.sli.sections import read_whole
+from sembra.local.worker.errors import Problems
 from sembra.local.worker.ground.material import Conductivity, Material, StorageType
 from sembra.local.worker.ground.preconsolidation import PreconsolidationType, StatedPreconsolidation
 from sembra.local.worker.input import read_project
@@ -89,10 +90,10 @@ def test_creep_may_be_none_and_compression_not() -> None:
     assert soil(2, **constants, SoilSecCompRate=0).parameters["c"] == 0
     bad = {"Clay": STATED | constants | {"SoilSecCompRate": -0.1}}
     message = refused(input_text(model={"Model": 2}, soils=bad))
-    assert "SoilSecCompRate should not be negative and is -0.1" in message
+    assert "SoilSecCompRate of zero or more, and states -0.1" in message
     bad = {"Clay": STATED | constants | {"SoilSecCompRate": 0, "SoilSecCompIndex": 0.0}}
     message = refused(input_text(model={"Model": 2}, soils=bad))
-    assert "SoilSecCompIndex should be greater than zero and is 0" in message
+    assert "SoilSecCompIndex greater than zero, and states 0" in message
 
 
 def test_keys_of_other_soil_models_may_be_missing() -> None:
@@ -110,7 +111,7 @@ def test_a_name_stands_once() -> None:
 def test_materials_that_no_layer_consists_of_are_not_read() -> None:
     text = input_text(soils={"Clay": {}, "Unused": {"SoilCp": 0.0, "SoilDrained": 5}})
     assert read_project(text).columns[0].layers[0].material.name == "Clay"
-    materials = Materials(read_whole(text).section("INPUT DATA"), Koppejan)
+    materials = Materials(read_whole(text).section("INPUT DATA"), Koppejan, Problems())
     assert list(materials) == ["Clay", "Unused"]
     assert len(materials) == 2
     assert "Sand" not in materials
@@ -119,24 +120,46 @@ def test_materials_that_no_layer_consists_of_are_not_read() -> None:
 @pytest.mark.parametrize(
     ("key", "value", "problem"),
     [
-        ("SoilCp1", 0, "SoilCp1 should be greater than zero and is 0"),
-        ("SoilCs", -3, "SoilCs should be greater than zero and is -3"),
-        ("SoilAsec", 0, "SoilAsec should be greater than zero and is 0"),
         ("SoilApAsApproximationByCpCs", 3, "SoilApAsApproximationByCpCs should be 0 or 1"),
         ("SoilDrained", 0.5, "SoilDrained should be 0 or 1 and is 0.5"),
         ("SoilStorageType", 4, "SoilStorageType 4 is unknown"),
-        ("SoilPermeabilityHorFactor", -1, "SoilPermeabilityHorFactor should not be negative"),
-        ("SoilPermeabilityStrainModulus", 0, "SoilPermeabilityStrainModulus should be greater"),
         ("SoilPreconKoppejanType", 1.5, "SoilPreconKoppejanType 1.5 is unknown"),
         ("SoilCv", float("inf"), "SoilCv should be a finite number and is inf"),
     ],
 )
-def test_values_out_of_range(key: str, value: float, problem: str) -> None:
+def test_values_that_mean_nothing(key: str, value: float, problem: str) -> None:
     text = input_text(soils={"Clay": STATED | {key: value}})
     message = refused(text)
     line = text[: text.index(f"\n{key}=")].count("\n") + 2
     place = f"The input file is not readable in section [SOIL], line {line}"
     assert message.startswith(f"{place}: {problem}")
+
+
+@pytest.mark.parametrize(
+    ("key", "value", "wanted"),
+    [
+        ("SoilCp1", 0, "SoilCp1 greater than zero, and states 0."),
+        ("SoilCs", -3, "SoilCs greater than zero, and states -3."),
+        ("SoilAsec", 0, "SoilAsec greater than zero, and states 0."),
+        ("SoilPermeabilityHorFactor", -1, "SoilPermeabilityHorFactor of zero or more, and states"),
+        ("SoilPermeabilityStrainModulus", 0, "SoilPermeabilityStrainModulus greater than zero"),
+    ],
+)
+def test_values_out_of_range_are_told_by_their_material(
+    key: str, value: float, wanted: str
+) -> None:
+    message = refused(input_text(soils={"Clay": STATED | {key: value}}))
+    assert message.startswith(f"The material Clay needs {wanted}")
+
+
+def test_all_values_out_of_range_are_told_at_once() -> None:
+    soils = {"Clay": STATED | {"SoilCp": 0, "SoilCs1": 0}, "Sand": STATED | {"SoilCs": -1}}
+    message = refused(input_text(soils=soils, layers=[(0.0, "Clay"), (-1.0, "Sand")]))
+    assert message == (
+        "The material Clay needs SoilCp greater than zero, and states 0. "
+        "The material Clay needs SoilCs1 greater than zero, and states 0. "
+        "The material Sand needs SoilCs greater than zero, and states -1."
+    )
 
 
 def test_swelling_constants_that_follow_others_need_no_value() -> None:
@@ -146,6 +169,6 @@ def test_swelling_constants_that_follow_others_need_no_value() -> None:
 
 def test_a_model_reads_what_it_needs() -> None:
     whole = read_whole(input_text(soils={"Clay": {"SoilPreconIsotacheType": 0}}))
-    materials = Materials(whole.section("INPUT DATA"), Isotache)
+    materials = Materials(whole.section("INPUT DATA"), Isotache, Problems())
     with pytest.raises(InputFileError, match="SoilPriCompIndex is missing"):
         materials["Clay"]

@@ -138,7 +138,7 @@ def test_from_the_file_to_settlement() -> None:
     [
         ({"line": 3}, "piezometric level line 3 does not exist"),
         ({"layers": 2}, 'the water load "Pumping" is not for 1 layers'),
-        ({"time": -1}, 'the time of water load "Pumping" is -1, which is negative'),
+        ({"time": -1}, 'The water load "Pumping" comes at -1 days. That should not be negative.'),
     ],
 )
 def test_malformed_water_loads(changes: dict[str, int], problem: str) -> None:

@@ -32,13 +32,6 @@ class Labelled:
         entry = self.entry(label)
         return parse_number(self._section, entry.line, label, entry.value)
 
-    def between(self, label: str, least: float, greatest: float) -> float:
-        """The number in front of a label, which lies between two bounds, these included."""
-        value = self.number(label)
-        if not least <= value <= greatest:
-            raise self.error(label, f"{label} should be {least:g} to {greatest:g} and is {value:g}")
-        return value
-
     def code(self, label: str) -> int:
         """The whole number in front of a label."""
         value = self.number(label)

@@ -30,20 +30,6 @@ class StatedMaterial:
         line = self.line(key)
         return parse_number(self.section, line.number, key, line.text)
 
-    def positive(self, key: str) -> float:
-        """Value of a key that something is divided by."""
-        value = self.number(key)
-        if value <= 0:
-            raise self.error(key, f"{key} should be greater than zero and is {value:g}")
-        return value
-
-    def not_negative(self, key: str) -> float:
-        """Value of a key that can't be below zero."""
-        value = self.number(key)
-        if value < 0:
-            raise self.error(key, f"{key} should not be negative and is {value:g}")
-        return value
-
     def flag(self, key: str) -> bool:
         """Value of a switch, 0 or 1."""
         value = self.number(key)

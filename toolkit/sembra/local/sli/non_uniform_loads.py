@@ -8,7 +8,6 @@ from dataclasses import dataclass
 
 from sembra.local.sli.geometry_2d import Point
 from sembra.local.sli.sections import Cursor, Section
-from sembra.local.sli.times import check_time
 
 
 @dataclass(frozen=True)
@@ -53,11 +52,8 @@ def _read_load(cursor: Cursor, number: int) -> NonUniformLoad:
         f"time, unit weights, temporary and end time of load {number}", 5
     )
     line = cursor.line_number
-    check_time(cursor, name, time)
     if temporary not in (0, 1):
         raise cursor.error(f'"temporary" of load "{name}" should be 0 or 1 and is {temporary:g}')
-    if temporary and end <= max(time, 0.0):
-        raise cursor.error(f'the load "{name}" is removed before it comes')
     points = []
     for _ in range(cursor.count("the number of co-ordinates")):
         x, y = cursor.numbers("X and Y of a load", 2)

@@ -10,7 +10,6 @@ from dataclasses import dataclass
 from enum import IntEnum
 
 from sembra.local.sli.sections import Cursor, Section
-from sembra.local.sli.times import check_time
 
 _KIND = re.compile(r"\s*(\d+) : (\w+)")
 
@@ -114,10 +113,8 @@ def _read_load(cursor: Cursor, number: int) -> OtherLoad:
         time, unit_weight, height, *place = cursor.numbers(
             f'time, unit weight, height and level of load "{name}"', 4
         )
-        check_time(cursor, name, time)
         return OtherLoad(line, name, kind, time, (unit_weight, height), tuple(place))
     time, first, second = cursor.numbers(f'{_WEIGHT[kind]} of load "{name}"', 3)
-    check_time(cursor, name, time)
     what, count = _PLACE[kind]
     place = cursor.numbers(f'{what} of load "{name}"', count)
     return OtherLoad(line, name, kind, time, (first, second), tuple(place))

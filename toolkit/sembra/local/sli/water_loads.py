@@ -66,8 +66,6 @@ def _read_load(cursor: Cursor, number: int, layers: int, pl_lines: Collection[in
     name = cursor.name(f"the name of water load {number}")
     time = cursor.number(f'the time of water load "{name}"')
     line = cursor.line_number
-    if time < 0:
-        raise cursor.error(f'the time of water load "{name}" is {time:g}, which is negative')
     phreatic_line = read_pl_line(cursor, pl_lines)
     if cursor.count("the number of layers") != layers:
         raise cursor.error(f'the water load "{name}" is not for {layers} layers')

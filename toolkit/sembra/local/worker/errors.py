@@ -4,7 +4,8 @@ A message goes to the user of the module as it stands here, so it is written in 
 its text doesn't change once released: callers map whole messages to exceptions of their own.
 """
 
-from collections.abc import Iterable
+from collections.abc import Iterable, Iterator, Sequence
+from contextlib import contextmanager
 
 UNSUPPORTED_JOB = 'The worker runs version 1 of "dsettlement" only.'
 INVALID_BODY = "The body of the job is not the base64 text of an input file."
@@ -25,20 +26,86 @@ class NotCoveredError(WorkerError):
     """
 
     def __init__(self, *gaps: str) -> None:
-        *first, last = dict.fromkeys(gaps)
-        listed = f"{', '.join(first)} and {last}" if first else last
-        super().__init__(NOT_COVERED.format(what=listed))
+        super().__init__(NOT_COVERED.format(what=listed(dict.fromkeys(gaps))))
         self.gaps = gaps
 
 
-def named(kind: str, names: Iterable[str]) -> str:
+class LocalError(WorkerError):
+    """A problem that many places can have by one cause, of which the worst is told.
+
+    Args:
+        cause: what makes it.
+        severity: how bad it is here.
+        sentence: what it is, cause and place included.
+    """
+
+    def __init__(self, cause: str, severity: float, sentence: str) -> None:
+        super().__init__(sentence)
+        self.cause = cause
+        self.severity = severity
+
+
+class Problems:
+    """What stands in the way of a calculation, gathered so that one message names all of it.
+
+    Args:
+        gaps: what isn't calculated, each in words that can stand behind "does not cover".
+    """
+
+    def __init__(self, gaps: Sequence[str] = ()) -> None:
+        self._gaps = list(gaps)
+        self._found: list[WorkerError] = []
+
+    def add(self, sentence: str) -> None:
+        """Keep what stands in the way, as a whole sentence."""
+        self._found.append(WorkerError(sentence))
+
+    @contextmanager
+    def collecting(self) -> Iterator[None]:
+        """Keep what is raised for later, and go on behind the block."""
+        try:
+            yield
+        except NotCoveredError as error:
+            self._gaps.extend(error.gaps)
+        except WorkerError as error:
+            self._found.append(error)
+
+    def check(self) -> None:
+        """Refuse to go on if anything stands in the way.
+
+        Raises:
+            NotCoveredError: with all of it, if the worker covers none of it.
+            WorkerError: with all of it, if some of it can't be calculated at all.
+        """
+        if self._gaps and not self._found:
+            raise NotCoveredError(*self._gaps)
+        if self._found:
+            gaps = [str(NotCoveredError(*self._gaps))] if self._gaps else []
+            raise WorkerError(" ".join(dict.fromkeys((*gaps, *self._sentences()))))
+
+    def _sentences(self) -> Iterator[str]:
+        worst: dict[str, LocalError] = {}
+        for error in self._found:
+            if isinstance(error, LocalError):
+                known = worst.setdefault(error.cause, error)
+                if error.severity > known.severity:
+                    worst[error.cause] = error
+            else:
+                yield str(error)
+        yield from map(str, worst.values())
+
+
+def listed(names: Iterable[str]) -> str:
+    """Return names as they stand in a sentence, at least one: "a, b and c"."""
+    *first, last = names
+    return f"{', '.join(first)} and {last}" if first else last
+
+
+def named(kind: str, names: Sequence[str]) -> str:
     """Return the beginning of a sentence on what one or several things need.
 
     Args:
         kind: what they are, in the singular.
         names: their names, at least one.
     """
-    *first, last = names
-    if first:
-        return f"The {kind}s {', '.join(first)} and {last} need"
-    return f"The {kind} {last} needs"
+    return f"The {kind}s {listed(names)} need" if len(names) > 1 else f"The {kind} {names[0]} needs"

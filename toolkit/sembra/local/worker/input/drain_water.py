@@ -14,7 +14,7 @@ from sembra.local.worker.consolidation.drains.water import (
     Stage,
     StandingWater,
 )
-from sembra.local.worker.errors import NotCoveredError
+from sembra.local.worker.errors import NotCoveredError, Problems
 
 
 class DrainType(IntEnum):
@@ -31,10 +31,12 @@ class WaterReader:
     Args:
         section: the section of the drains.
         kind: the type of drain.
+        problems: gathers what can't be calculated with.
     """
 
-    def __init__(self, section: Section, kind: DrainType) -> None:
+    def __init__(self, section: Section, kind: DrainType, problems: Problems) -> None:
         self._section = section
+        self._problems = problems
         self._lines = Labelled(section)
         self._kind = kind
 
@@ -42,7 +44,7 @@ class WaterReader:
         """Return the water in the drains from the start of drainage on.
 
         Raises:
-            InputFileError: the section is malformed, or a value is out of range.
+            InputFileError: the section is malformed, or holds an unknown code.
             NotCoveredError: a detailed schedule has no times.
         """
         stated = read_schedule(self._section)
@@ -61,7 +63,9 @@ class WaterReader:
             return (at_rest,)
         begin, end = self._not_negative("Begin time"), self._not_negative("End time")
         if end < begin:
-            raise self._lines.error("End time", "dewatering ends before it begins")
+            self._problems.add(
+                f"Dewatering by drains ends at {end:g} days, before it begins at {begin:g} days."
+            )
         begin = max(begin, start)
         if end <= begin:
             return (at_rest,)
@@ -77,13 +81,17 @@ class WaterReader:
     def _detailed(self, rows: Sequence[Row]) -> tuple[Stage, ...]:
         """Dewatering in stages, each until the next; drainage starts with the first."""
         stages: list[Stage] = []
-        for row in rows:
-            if row.time < 0 or row.underpressure < 0:
-                raise self._section.error(
-                    "neither a time nor an underpressure should be negative", row.line
-                )
+        for number, row in enumerate(rows, 1):
+            which = f"Row {number} of the schedule of dewatering"
+            if row.time < 0:
+                self._problems.add(f"{which} begins at {row.time:g} days, before the calculation.")
+            if row.underpressure < 0:
+                self._problems.add(f"{which} has a negative underpressure, {row.underpressure:g}.")
             if stages and stages[-1].time >= row.time:
-                raise self._section.error("the times of the schedule should ascend", row.line)
+                self._problems.add(
+                    f"{which} begins at {row.time:g} days, no later than the row before, at "
+                    f"{stages[-1].time:g} days."
+                )
             pumped = self._pumped(row.underpressure, row.water_level, row.tube_pressure)
             stages.append(Stage(row.time, pumped))
         if not stages:
@@ -99,5 +107,5 @@ class WaterReader:
     def _not_negative(self, label: str) -> float:
         value = self._lines.number(label)
         if value < 0:
-            raise self._lines.error(label, f"{label} should not be negative and is {value:g}")
+            self._problems.add(f"{label} of the drains is {value:g}. It should not be negative.")
         return value

@@ -9,10 +9,10 @@ from sembra.local.worker.consolidation.drains.flow import (
     RadialFlow,
     strip_diameter,
 )
+from sembra.local.worker.errors import Problems, WorkerError
 from sembra.local.worker.input.drain_water import DrainType, WaterReader
 
 _TYPE = "Flow type"
-_DISTANCE = "Center to center distance"
 _SIZES = (0.001, 1000.0)
 
 # Diameter of the circle with the area that each drain serves, in parts of the distance: for a
@@ -20,15 +20,16 @@ _SIZES = (0.001, 1000.0)
 _INFLUENCE = {0: 1.05, 1: 1.13, 2: 1.0}
 
 
-def read_drains(whole: Section) -> Drains | None:
+def read_drains(whole: Section, problems: Problems) -> Drains | None:
     """Return the drains of the file, or None if they are switched off.
 
     Args:
         whole: the whole file.
+        problems: gathers what can't be calculated with.
 
     Raises:
-        InputFileError: the section is malformed, or a value is out of range.
-        NotCoveredError: the drains are dewatered in a way that the worker doesn't calculate.
+        InputFileError: the section is malformed, or holds an unknown code.
+        WorkerError: the drains can't be calculated, besides what has been gathered.
     """
     if not Labelled(whole.section("MODEL")).switch("Vertical drains", absent=False):
         return None
@@ -41,33 +42,44 @@ def read_drains(whole: Section) -> Drains | None:
     left = lines.number("Position of the leftmost drain")
     right = lines.number("Position of the rightmost drain")
     if left > right:
-        raise lines.error(
-            "Position of the leftmost drain", "the leftmost drain stands right of the rightmost"
+        problems.add(
+            f"The drains begin at x = {left:g} m, right of where they end at x = {right:g} m."
         )
-    return Drains(
-        left=left,
-        right=right,
-        bottom=lines.number("Bottom position"),
-        flow=_read_flow(lines, kind),
-        schedule=WaterReader(section, kind).read(),
-    )
+    bottom = lines.number("Bottom position")
+    schedule = WaterReader(section, kind, problems).read()
+    return Drains(left, right, bottom, _read_flow(lines, kind, problems), schedule)
 
 
-def _read_flow(lines: Labelled, kind: DrainType) -> HorizontalFlow:
-    distance = lines.between(_DISTANCE, *_SIZES)
+def _read_flow(lines: Labelled, kind: DrainType, problems: Problems) -> HorizontalFlow:
+    """The flow to the drains.
+
+    Raises:
+        WorkerError: there is no soil between them.
+    """
+
+    def size(label: str) -> float:
+        value = lines.number(label)
+        least, greatest = _SIZES
+        if not least <= value <= greatest:
+            problems.add(
+                f"{label} of the drains is {value:g} m. It should be {least:g} to {greatest:g} m."
+            )
+        return min(max(value, least), greatest)
+
+    distance = size("Center to center distance")
+    if kind is DrainType.STRIP:
+        diameter = strip_diameter(size("Width"), size("Thickness"))
+    else:
+        diameter = size("Diameter")
     try:
         if kind is DrainType.SAND_WALL:
-            return PlaneFlow(distance, lines.between("Diameter", *_SIZES))
-        diameter = (
-            lines.between("Diameter", *_SIZES)
-            if kind is DrainType.COLUMN
-            else strip_diameter(
-                lines.between("Width", *_SIZES), lines.between("Thickness", *_SIZES)
-            )
-        )
+            return PlaneFlow(distance, diameter)
         return RadialFlow(distance, _read_influence(lines), diameter)
-    except ValueError as error:
-        raise lines.error(_DISTANCE, str(error)) from None
+    except ValueError:
+        raise WorkerError(
+            f"Drains that are {diameter:.3g} m wide and stand {distance:g} m apart leave no soil "
+            "between them."
+        ) from None
 
 
 def _read_influence(lines: Labelled) -> float:

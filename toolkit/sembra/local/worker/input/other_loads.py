@@ -10,7 +10,8 @@ from sembra.local.sli.other_loads import (
 )
 from sembra.local.sli.other_loads import read_other_loads as read_stated_loads
 from sembra.local.sli.sections import Section
-from sembra.local.worker.errors import NotCoveredError
+from sembra.local.worker.errors import NotCoveredError, Problems
+from sembra.local.worker.input.loads import check_time
 from sembra.local.worker.input.options import read_spreading
 from sembra.local.worker.loads.circular import CircularLoad
 from sembra.local.worker.loads.load import Load
@@ -21,8 +22,12 @@ from sembra.local.worker.loads.uniform import UniformLoad
 _UNCOVERED = {4: "tank"}
 
 
-def read_other_loads(whole: Section) -> tuple[Load, ...]:
+def read_other_loads(whole: Section, problems: Problems) -> tuple[Load, ...]:
     """The loads of the section, in its order.
+
+    Args:
+        whole: the whole file.
+        problems: gathers what can't be calculated with.
 
     Raises:
         InputFileError: the section is malformed.
@@ -30,7 +35,12 @@ def read_other_loads(whole: Section) -> tuple[Load, ...]:
     """
     if unknown := find_unknown_loads(whole):
         raise NotCoveredError(*map(_gap, unknown))
-    return tuple(_MAKERS[load.kind](load, whole) for load in read_stated_loads(whole))
+    loads = []
+    for load in read_stated_loads(whole):
+        with problems.collecting():
+            check_time(load.name, load.time)
+            loads.append(_MAKERS[load.kind](load, whole))
+    return tuple(loads)
 
 
 def _gap(load: UnknownLoad) -> str:

@@ -6,8 +6,9 @@ from sembra.local.sli.labelled import Labelled
 from sembra.local.sli.sections import Section, read_whole
 from sembra.local.sli.verticals import read_verticals
 from sembra.local.worker.consolidation.table import CONSOLIDATIONS
+from sembra.local.worker.errors import Problems
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
-from sembra.local.worker.input.coverage import Coverage
+from sembra.local.worker.input.coverage import find_gaps, left_away
 from sembra.local.worker.input.drains import read_drains
 from sembra.local.worker.input.ground import read_ground
 from sembra.local.worker.input.loads import read_embankments
@@ -37,34 +38,40 @@ def read_project(text: str) -> Project:
 
     Raises:
         InputFileError: the text is malformed; the message names section and line.
-        NotCoveredError: the file asks for what the worker doesn't calculate; the message names all
-            of it.
+        WorkerError: the file asks for what the worker doesn't calculate, or for what can't be
+            calculated; the message names all of it.
     """
     whole = read_whole(text).section("INPUT DATA")
-    coverage = Coverage(whole)
+    problems = Problems(find_gaps(whole))
     options = read_options(whole)
     model = Labelled(whole.section("MODEL"))
     soil_model = SOIL_MODELS[model.one_of("Model", SOIL_MODELS)]
-    materials = Materials(whole, soil_model)
+    materials = Materials(whole, soil_model, problems)
     ground = read_ground(whole, materials, options.water_unit_weight)
     embankments: Sequence[StripLoad] = ()
     profile = None
     others: Sequence[Load] = ()
     water: Sequence[Load] = ()
     drains = None
-    with coverage.collecting():
-        if stated := read_embankments(whole, options.end):
+    with problems.collecting():
+        if stated := read_embankments(whole, options.end, problems):
             site = _read_site(whole, ground, options)
             embankments = strip_loads(stated, site)
             if options.superelevation and options.superelevation.time < options.end:
                 profile = MaintainedProfile(options.superelevation, stated, site)
-    with coverage.collecting():
-        others = read_other_loads(whole)
-    with coverage.collecting():
-        water = read_water_loads(whole, ground, options.water_unit_weight)
-    with coverage.collecting():
-        drains = read_drains(whole)
-    coverage.check()
+    with problems.collecting():
+        others = read_other_loads(whole, problems)
+    with problems.collecting():
+        water = read_water_loads(whole, ground, options.water_unit_weight, problems)
+    with problems.collecting():
+        drains = read_drains(whole, problems)
+    columns = []
+    for vertical in read_verticals(whole):
+        with problems.collecting():
+            columns.append(ground.column(vertical.x, vertical.z))
+    problems.check()
+    if not columns:
+        raise whole.section("VERTICALS").error("there are no verticals")
     loads: Sequence[Load] = (*others, *embankments, *water)
     if options.submerging and not (others or embankments):
         # D-Settlement keeps a load of its own for submerging, so that water loads aren't alone.
@@ -72,13 +79,10 @@ def read_project(text: str) -> Project:
     late = [load.name for load in loads if load.time >= options.end]
     if options.superelevation and options.superelevation.time >= options.end:
         late.append(NAME)
-    columns = tuple(ground.column(vertical.x, vertical.z) for vertical in read_verticals(whole))
-    if not columns:
-        raise whole.section("VERTICALS").error("there are no verticals")
     return Project(
         soil_model=soil_model,
         consolidation=CONSOLIDATIONS[model.one_of("Calculation type", CONSOLIDATIONS)],
-        columns=columns,
+        columns=tuple(columns),
         loads=tuple(load for load in loads if load.time < options.end),
         options=options,
         residual_times=read_times(whole, options.end),
@@ -86,7 +90,7 @@ def read_project(text: str) -> Project:
         drains=drains,
         profile=profile,
         remarks=(
-            *coverage.remarks,
+            *left_away(whole),
             *_late(late, options.end),
             *_without_profile(options, embankments),
         ),

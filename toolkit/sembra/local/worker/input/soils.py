@@ -4,6 +4,7 @@ from collections.abc import Iterator, Mapping
 
 from sembra.local.sli.materials import StatedMaterial, read_materials
 from sembra.local.sli.sections import Section
+from sembra.local.worker.errors import Problems
 from sembra.local.worker.ground.material import Conductivity, Material, StorageType
 from sembra.local.worker.ground.preconsolidation import (
     PreconsolidationType,
@@ -20,20 +21,24 @@ class Materials(Mapping[str, Material]):
     Args:
         whole: the whole file.
         soil_model: the soil model of the file, which says what parameters it needs.
+        problems: gathers the values of the materials that are asked for and that can't be
+            calculated with; such a material has another value in its place.
 
     Raises:
         InputFileError: a name stands twice; when a material is asked for: a value is missing, no
-            number or out of range.
+            number or an unknown code.
     """
 
-    def __init__(self, whole: Section, soil_model: type[SoilModel]) -> None:
+    def __init__(self, whole: Section, soil_model: type[SoilModel], problems: Problems) -> None:
         self._soil_model = soil_model
+        self._problems = problems
         self._stated = read_materials(whole)
         self._read: dict[str, Material] = {}
 
     def __getitem__(self, name: str) -> Material:
         if name not in self._read:
-            self._read[name] = _read_material(self._stated[name], self._soil_model)
+            values = _Values(self._stated[name], self._problems)
+            self._read[name] = _read_material(name, values, self._soil_model)
         return self._read[name]
 
     def __contains__(self, name: object) -> bool:
@@ -46,9 +51,41 @@ class Materials(Mapping[str, Material]):
         return len(self._stated)
 
 
-def _read_material(values: StatedMaterial, soil_model: type[SoilModel]) -> Material:
+class _Values:
+    """The values that a file states for one material.
+
+    Args:
+        stated: the values.
+        problems: gathers those that can't be calculated with.
+    """
+
+    def __init__(self, stated: StatedMaterial, problems: Problems) -> None:
+        self._stated = stated
+        self._problems = problems
+        self.number = stated.number
+        self.flag = stated.flag
+        self.code = stated.code
+
+    def positive(self, key: str) -> float:
+        """Value of a key that something is divided by."""
+        value = self.number(key)
+        return value if value > 0 else self._refused(key, "greater than zero", value)
+
+    def not_negative(self, key: str) -> float:
+        """Value of a key that can't be below zero."""
+        value = self.number(key)
+        return value if value >= 0 else self._refused(key, "of zero or more", value)
+
+    def _refused(self, key: str, wanted: str, value: float) -> float:
+        self._problems.add(
+            f"The material {self._stated.name} needs {key} {wanted}, and states {value:g}."
+        )
+        return 1.0
+
+
+def _read_material(name: str, values: _Values, soil_model: type[SoilModel]) -> Material:
     return Material(
-        name=values.name,
+        name=name,
         unit_weight_dry=values.number("SoilGamDry"),
         unit_weight_wet=values.number("SoilGamWet"),
         drained=values.flag("SoilDrained"),
@@ -58,7 +95,7 @@ def _read_material(values: StatedMaterial, soil_model: type[SoilModel]) -> Mater
     )
 
 
-def _read_conductivity(values: StatedMaterial) -> Conductivity:
+def _read_conductivity(values: _Values) -> Conductivity:
     kind = StorageType(values.code("SoilStorageType", StorageType))
     modulus = values.positive if kind is StorageType.PERMEABILITY_BY_STRAIN else values.number
     return Conductivity(
@@ -70,7 +107,7 @@ def _read_conductivity(values: StatedMaterial) -> Conductivity:
     )
 
 
-def _read_preconsolidation(values: StatedMaterial, key: str) -> StatedPreconsolidation:
+def _read_preconsolidation(values: _Values, key: str) -> StatedPreconsolidation:
     return StatedPreconsolidation(
         kind=PreconsolidationType(values.code(key, PreconsolidationType)),
         pc=values.number("SoilPc"),

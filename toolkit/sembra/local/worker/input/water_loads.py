@@ -5,7 +5,7 @@ from dataclasses import replace
 from sembra.local.sli.sections import Section
 from sembra.local.sli.water_loads import count_water_loads
 from sembra.local.sli.water_loads import read_water_loads as read_stated_loads
-from sembra.local.worker.errors import NotCoveredError
+from sembra.local.worker.errors import NotCoveredError, Problems
 from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
 from sembra.local.worker.input.geometry_2d import read_pl_lines
 from sembra.local.worker.input.ground import with_imaginary_surface
@@ -13,9 +13,15 @@ from sembra.local.worker.loads.water_load import WaterLoad, WaterStage, water_lo
 
 
 def read_water_loads(
-    whole: Section, ground: LevelGround | Geometry2D, water_unit_weight: float
+    whole: Section, ground: LevelGround | Geometry2D, water_unit_weight: float, problems: Problems
 ) -> tuple[WaterLoad, ...]:
     """The water loads of the file, in the order of time.
+
+    Args:
+        whole: the whole file.
+        ground: the ground with its initial water levels.
+        water_unit_weight: in kN/m³.
+        problems: gathers what can't be calculated with.
 
     Raises:
         InputFileError: the section is malformed, or it refers to what doesn't exist.
@@ -28,6 +34,11 @@ def read_water_loads(
     pl_lines = read_pl_lines(whole)
     stages = []
     for load in read_stated_loads(whole, len(ground.layers), pl_lines):
+        if load.time < 0:
+            problems.add(
+                f'The water load "{load.name}" comes at {load.time:g} days. That should not be '
+                "negative."
+            )
         layers = tuple(
             replace(
                 layer, head_top=pl_lines.get(top, top), head_bottom=pl_lines.get(bottom, bottom)

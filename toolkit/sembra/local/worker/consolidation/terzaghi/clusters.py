@@ -123,6 +123,6 @@ def _coefficients(column: Column, drained: Sequence[bool]) -> Floats:
     )
     if without:
         raise WorkerError(
-            f"{named('material', without)} a coefficient of consolidation greater than zero."
+            f"{named('material', [*without])} a coefficient of consolidation greater than zero."
         )
     return np.array([flow.vertical_coefficient for flow in flows])
