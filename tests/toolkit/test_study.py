@@ -95,7 +95,9 @@ def test_variant_that_fails_is_a_row_and_the_rest_goes_on(tmp_path: Path) -> Non
     errors = [row.error or "" for row in rows]
     assert errors[1] == "LookupError: no such model"
     assert "material 'Clay', cp1: nan is not a finite number" in errors[2]
-    assert errors[3].startswith("ExecutionError: The effective stress at ")
+    assert errors[3].startswith(
+        'ExecutionError: The load "Sand" brings the effective stress down to '
+    )
     _, *lines = lines_of(tmp_path / "study.csv")
     assert sorted(line[-1] for line in lines) == sorted(errors)
     assert run_study(variants, build, COLUMNS, read, tmp_path / "study.csv") == rows

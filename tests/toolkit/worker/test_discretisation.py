@@ -9,8 +9,8 @@ from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.imaginary_surface import SoilAbove
 from sembra.local.worker.ground.mesh import make_mesh
-from sembra.local.worker.loads.spreading import Distribution
-from sembra.local.worker.loads.strips import Strips
+from sembra.local.worker.spreading.distribution import Distribution
+from sembra.local.worker.spreading.strips import Strips
 
 from tests.toolkit.worker.made_material import material
 

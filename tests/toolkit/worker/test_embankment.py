@@ -7,7 +7,7 @@ import pytest
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import Embankment, Site, strip_loads
-from sembra.local.worker.loads.spreading import Distribution, Spreading, strip_share
+from sembra.local.worker.spreading.distribution import Distribution, Spreading, strip_share
 
 from tests.toolkit.worker.input_file import calculated, input_text, refused
 from tests.toolkit.worker.result_file import verticals

@@ -63,11 +63,32 @@ def test_other_kinds_of_load_are_named() -> None:
     assert refused(text) == 'The worker does not cover tank loads (load "Fill").'
 
 
-def test_effective_stress_below_zero_names_the_level() -> None:
+NEEDS = "Soil needs an effective stress above zero."
+
+
+def test_water_that_carries_the_soil_is_told_by_the_worst_level_of_the_material() -> None:
     floating = input_text(soils={"Clay": {"SoilGamWet": 9.0}}, phreatic_level=0.0)
-    assert refused(floating).startswith("The effective stress at -4.000 m becomes -4.000 kPa.")
-    digging = input_text(loads=[("Dug out", 0, -20.0, 1.0, 0.0)])
-    assert refused(digging).startswith("The effective stress at -0.000 m becomes -19.999 kPa.")
+    assert refused(floating) == (
+        "The pore pressure carries more than the weight above it: it leaves an effective stress of "
+        f"-4.000 kPa at x = 0 m and a level of -4.000 m, in Clay. {NEEDS}"
+    )
+
+
+@pytest.mark.parametrize("consolidation", [0, 1])
+def test_loads_that_take_more_than_there_is_are_named(consolidation: int) -> None:
+    def message(*loads: tuple[str, float, float, float, float]) -> str:
+        model = {"Calculation type": consolidation}
+        return refused(input_text(model=model, loads=[*loads]))
+
+    assert message(("Fill", 0, 5.0, 1.0, 0.0), ("Dug out", 3, -20.0, 1.0, 0.0)) == (
+        'The load "Dug out" brings the effective stress down to -14.999 kPa at x = 0 m and a level '
+        f"of 0.000 m, in Clay. {NEEDS}"
+    )
+    assert message(("Dug out", -1, -20.0, 1.0, 0.0)).startswith('The load "Dug out" brings the')
+    # Each by itself leaves something; what came first is named as well.
+    assert message(("One", 0, -12.0, 1.0, -1.0), ("Two", 9, -12.0, 1.0, -1.0)).startswith(
+        'The loads "One" and "Two" bring the effective stress down to '
+    )
 
 
 def test_unloading_to_the_bare_surface_is_calculated() -> None:
@@ -145,7 +166,7 @@ def test_dissipation_of_soil_that_would_float_without_initial_loads_is_left_away
         options={"Dissipation": 1},
     )
     (remark,) = run_job(job(text))["remarks"]
-    assert remark.startswith("The dissipation is left away. The effective stress at ")
+    assert remark.startswith("The dissipation is left away. The pore pressure carries more than ")
     assert "[Dissipation in Layers]" not in calculated(text)
 
 

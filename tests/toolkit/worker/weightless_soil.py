@@ -16,12 +16,12 @@ from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import TOP_OFFSET
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import Embankment, Site, strip_loads
-from sembra.local.worker.loads.spreading import Distribution, Spreading
 from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.loads.uniform import UniformLoad
 from sembra.local.worker.options import Superelevation
 from sembra.local.worker.project import Project
 from sembra.local.worker.soil_models.koppejan import Koppejan
+from sembra.local.worker.spreading.distribution import Distribution, Spreading
 
 from tests.toolkit.worker.made_column import column
 from tests.toolkit.worker.made_material import KOPPEJAN, material

@@ -64,6 +64,7 @@ def profile(
     """A column with the same effective stress of 100 kPa everywhere."""
     count = len(materials)
     return Profile(
+        places=np.full(count, 3.0),
         levels=levels,
         materials=materials,
         effective=np.full(count + 1, INITIAL),

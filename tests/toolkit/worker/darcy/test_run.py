@@ -5,6 +5,7 @@ from math import cosh, exp, log, pi, sin, sqrt
 import numpy as np
 import pytest
 from sembra.local.worker.arrays import Floats
+from sembra.local.worker.consolidation.darcy import storage_equation
 from sembra.local.worker.consolidation.darcy.profile import Profile
 from sembra.local.worker.consolidation.darcy.run import Course, DarcyRun
 from sembra.local.worker.consolidation.drains.drains import Drains
@@ -198,6 +199,19 @@ def test_clay_without_permeability_is_refused() -> None:
     column = profile([material(STIFF, 0.0)] * 20, LEVELS)
     with pytest.raises(WorkerError, match="The material Clay needs a permeability"):
         loaded(column, LOAD, TIMES, Koppejan, options())
+
+
+def test_what_does_not_converge_is_told_by_place_material_and_time(
+    monkeypatch: pytest.MonkeyPatch,
+) -> None:
+    monkeypatch.setattr(storage_equation, "_ITERATIONS", 1)
+    column = profile([material(CREEPING, PERMEABILITY)] * 20, LEVELS)
+    with pytest.raises(WorkerError) as caught:
+        loaded(column, 200.0, TIMES, Isotache, options())
+    assert str(caught.value).startswith(
+        "The consolidation by Darcy's law doesn't converge at x = 3 m in Clay, between 0 and "
+        f"{TIMES[1]:g} days."
+    )
 
 
 def test_clay_that_creeps_goes_on_settling() -> None:

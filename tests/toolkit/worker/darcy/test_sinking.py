@@ -10,11 +10,11 @@ from sembra.local.worker.consolidation.darcy.sinking import SinkingLoads
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.loads.load import Load
-from sembra.local.worker.loads.spreading import Distribution
 from sembra.local.worker.loads.strip_load import Fill, StripLoad
-from sembra.local.worker.loads.strips import Strips
 from sembra.local.worker.soil_models.koppejan import Koppejan
 from sembra.local.worker.soil_models.soil_model import Elements
+from sembra.local.worker.spreading.distribution import Distribution
+from sembra.local.worker.spreading.strips import Strips
 
 from tests.toolkit.worker.darcy.layers import STIFF, UNIT_WEIGHT, material, options
 

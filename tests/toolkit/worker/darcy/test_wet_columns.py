@@ -3,9 +3,9 @@
 import numpy as np
 import pytest
 from sembra.local.worker.consolidation.darcy.wet_columns import WetColumns
-from sembra.local.worker.loads.spreading import Distribution
 from sembra.local.worker.loads.strip_load import Fill, StripLoad
-from sembra.local.worker.loads.strips import Strips
+from sembra.local.worker.spreading.distribution import Distribution
+from sembra.local.worker.spreading.strips import Strips
 
 
 def wet_column(

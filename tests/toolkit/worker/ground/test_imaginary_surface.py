@@ -10,8 +10,8 @@ from sembra.local.worker.ground.mesh import make_mesh
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.ground.stresses import soil_effective_stress, soil_stress
 from sembra.local.worker.loads.load_steps import load_steps
-from sembra.local.worker.loads.spreading import Distribution, Spreading
 from sembra.local.worker.loads.uniform import UniformLoad
+from sembra.local.worker.spreading.distribution import Distribution, Spreading
 
 from tests.toolkit.worker.input_file import calculated, refused
 from tests.toolkit.worker.made_material import material

@@ -8,8 +8,8 @@ from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.loads.circular import CircularLoad
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.rectangular import RectangularLoad
-from sembra.local.worker.loads.spreading import Distribution
 from sembra.local.worker.loads.trapeziform import TrapeziformLoad, Trapezium
+from sembra.local.worker.spreading.distribution import Distribution
 
 from tests.toolkit.worker.input_file import calculated, input_text, refused
 from tests.toolkit.worker.result_file import verticals

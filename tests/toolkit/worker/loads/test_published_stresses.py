@@ -9,8 +9,9 @@ from sembra.external.dsettlement import OutputFileParser
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.pore_pressure import pore_pressures_at
-from sembra.local.worker.ground.stresses import load_stress, soil_effective_stress
+from sembra.local.worker.ground.stresses import soil_effective_stress
 from sembra.local.worker.input.reader import read_project
+from sembra.local.worker.loads.stresses import load_stress
 from sembra.local.worker.project import Project
 
 from verification.cases import Case, default_folders, find_cases, read_text

@@ -16,7 +16,7 @@ import numpy as np
 from sembra.local.worker.column_result import ColumnResult
 from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.dissipation import dissipation
-from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
+from sembra.local.worker.errors import OUT_OF_RANGE, Problems, WorkerError
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.project import Project
@@ -40,13 +40,24 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
             submerge don't come to rest, the profile can't be maintained, or a result is no finite
             number.
     """
-    situations = [make_situation(column, project, project.loads) for column in project.columns]
+    situations = _situations(project)
     results = (
         _settle(situations, project, project.loads, report)
         if project.profile is None
         else _maintain(situations, project, project.profile, report)
     )
     return [_with_dissipation(result, project) for result in results]
+
+
+def _situations(project: Project) -> list[Situation]:
+    """Return the columns before the first load."""
+    problems = Problems()
+    situations = []
+    for column in project.columns:
+        with problems.collecting():
+            situations.append(make_situation(column, project, project.loads))
+    problems.check()
+    return situations
 
 
 def _with_dissipation(result: ColumnResult, project: Project) -> ColumnResult:
@@ -75,15 +86,18 @@ def _settle(
     by_steps = project.consolidation.goes_by_steps
     sinking = _sinks_by_steps(project)
     results: list[ColumnResult] = []
+    problems = Problems()
     repeats = project.options.submerging and not sinking
     # What goes by steps is quicker together, and has to be where loads sink between the columns.
     together = by_steps and not repeats
     for group in [situations] if together else [(one,) for one in situations]:
-        if repeats:
-            results.append(_submerging(group[0], project, loads))
-        else:
-            results.extend(calculate_columns(group, project, loads, sinking=sinking))
+        with problems.collecting():
+            if repeats:
+                results.append(_submerging(group[0], project, loads))
+            else:
+                results.extend(calculate_columns(group, project, loads, sinking=sinking))
         report(len(results) / len(situations))
+    problems.check()
     for result in results:
         if not (
             np.all(np.isfinite(result.settlements))

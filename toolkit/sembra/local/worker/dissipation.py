@@ -5,7 +5,7 @@ import numpy as np
 from sembra.local.worker.column_result import Dissipation
 from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.ground.column import Column
-from sembra.local.worker.ground.stresses import load_stress
+from sembra.local.worker.loads.stresses import load_stress
 from sembra.local.worker.project import Project
 from sembra.local.worker.settlement import make_situation
 from sembra.local.worker.timesteps import calculation_times

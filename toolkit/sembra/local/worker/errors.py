@@ -101,11 +101,13 @@ def listed(names: Iterable[str]) -> str:
     return f"{', '.join(first)} and {last}" if first else last
 
 
-def named(kind: str, names: Sequence[str]) -> str:
-    """Return the beginning of a sentence on what one or several things need.
+def named(kind: str, names: Sequence[str], verb: str = "need") -> str:
+    """Return the beginning of a sentence on what one or several things do.
 
     Args:
         kind: what they are, in the singular.
         names: their names, at least one.
+        verb: what they do, in the plural.
     """
-    return f"The {kind}s {listed(names)} need" if len(names) > 1 else f"The {kind} {names[0]} needs"
+    several = len(names) > 1
+    return f"The {kind}{'s' * several} {listed(names)} {verb}{'s' * (not several)}"

@@ -11,13 +11,12 @@ from sembra.local.worker.consolidation.consolidation import Consolidated, Situat
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh, make_mesh
 from sembra.local.worker.ground.preconsolidation import preconsolidation_pressure
-from sembra.local.worker.ground.stresses import (
+from sembra.local.worker.ground.stresses import pore_pressures
+from sembra.local.worker.loads.load import Load
+from sembra.local.worker.loads.stresses import (
     initial_effective_stress,
     middle_effective_stress,
-    pore_pressures,
 )
-from sembra.local.worker.loads.load import Load
-from sembra.local.worker.loads.load_steps import element_stress
 from sembra.local.worker.options import Options
 from sembra.local.worker.project import Project
 from sembra.local.worker.soil_models.soil_model import Elements
@@ -98,7 +97,7 @@ def _elements(
 ) -> Elements:
     """Return the elements of a column in their initial state."""
     materials = [column.layers[layer].material for layer in mesh.element_layers]
-    stress = element_stress(mesh, initial)
+    stress = mesh.means(initial)
     at_middle = middle_effective_stress(column, loads, options.water_unit_weight)
     pressure = preconsolidation_pressure(
         [material.preconsolidation for material in materials],

@@ -14,9 +14,9 @@ import numpy as np
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.ground.polyline import Polyline
-from sembra.local.worker.loads.columns import cut
-from sembra.local.worker.loads.spreading import Spreading
-from sembra.local.worker.loads.strips import Strips
+from sembra.local.worker.spreading.columns import cut
+from sembra.local.worker.spreading.distribution import Spreading
+from sembra.local.worker.spreading.strips import Strips
 
 
 class LayerAbove(Protocol):

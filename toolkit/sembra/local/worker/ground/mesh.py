@@ -52,6 +52,11 @@ class Mesh:
         """Height of each element, in metres."""
         return self.levels[:-1] - self.levels[1:]
 
+    def means(self, at_nodes: Floats) -> Floats:
+        """Return the mean of the values at the two ends of each element."""
+        means: Floats = (at_nodes[:-1] + at_nodes[1:]) / 2
+        return means
+
 
 def make_mesh(column: Column) -> Mesh:
     """The mesh of a column.

@@ -4,18 +4,13 @@ Total stress is the weight of what lies above; effective stress is what the pore
 it (Terzaghi, 1925).
 """
 
-from collections.abc import Iterable
-
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.ground.pore_pressure import pore_pressures_at
-from sembra.local.worker.loads.load import Load
 
-_STRESS_TOLERANCE = 1e-6
 LEAST_EFFECTIVE_STRESS = 0.001
 """What the soil keeps of effective stress, in kPa, where weight or water would leave it nothing."""
 
@@ -54,60 +49,9 @@ def soil_effective_stress(column: Column, levels: Floats, water_unit_weight: flo
     )
 
 
-def load_stress(loads: Iterable[Load], column: Column, levels: Floats) -> Floats:
-    """Sum of the stresses by loads at some levels of a column."""
-    stress = np.zeros_like(levels)
-    for load in loads:
-        stress += load.stress(column.x, column.z, levels)
-    return stress
-
-
-def initial_effective_stress(
-    column: Column, mesh: Mesh, loads: Iterable[Load], water_unit_weight: float
-) -> Floats:
-    """Effective stress at the nodes by soil, water and initial loads.
-
-    Just below an unloaded surface it is next to nothing; there a least value takes its place, since
-    the compression of the topmost element depends on its logarithm.
-
-    Raises:
-        WorkerError: the water carries more than the weight above it.
-    """
-    initial = [load for load in loads if load.is_initial]
-    effective = soil_effective_stress(column, mesh.levels, water_unit_weight)
-    effective += load_stress(initial, column, mesh.levels)
-    check_not_negative(mesh, effective)
-    return np.maximum(effective, LEAST_EFFECTIVE_STRESS)
-
-
-def check_not_negative(mesh: Mesh, effective: Floats) -> None:
-    """Refuses effective stresses at the nodes below zero.
-
-    Raises:
-        WorkerError: there is one; the message names the level of the worst.
-    """
-    worst = int(np.argmin(effective))
-    if effective[worst] < -_STRESS_TOLERANCE:
-        raise WorkerError(
-            f"The effective stress at {mesh.levels[worst]:.3f} m becomes {effective[worst]:.3f} "
-            "kPa. Soil can't carry an effective stress below zero."
-        )
-
-
 def pore_pressures(
     column: Column, mesh: Mesh, water_unit_weight: float, settlements: Floats | None = None
 ) -> Floats:
     """Pore pressure at the nodes, after their settlements if these are given."""
     moved = 0.0 if settlements is None else settlements
     return pore_pressures_at(column, mesh.levels, water_unit_weight, moved)
-
-
-def middle_effective_stress(
-    column: Column, loads: Iterable[Load], water_unit_weight: float
-) -> Floats:
-    """Initial effective stress in the middle of each layer."""
-    middles = np.array([(layer.top + layer.bottom) / 2 for layer in column.layers])
-    initial = [load for load in loads if load.is_initial]
-    stress = soil_effective_stress(column, middles, water_unit_weight)
-    stress += load_stress(initial, column, middles)
-    return stress

@@ -6,8 +6,8 @@ from sembra.local.sli.sections import Section
 from sembra.local.sli.times import read_residual_times
 from sembra.local.sli.water import read_water_unit_weight
 from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
-from sembra.local.worker.loads.spreading import Distribution, Spreading
 from sembra.local.worker.options import Options, Superelevation
+from sembra.local.worker.spreading.distribution import Distribution, Spreading
 
 
 def read_options(whole: Section) -> Options:

@@ -7,7 +7,7 @@ import numpy as np
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.loads.load import PressureLoad
-from sembra.local.worker.loads.point_force import integration_points
+from sembra.local.worker.spreading.point_force import integration_points
 
 
 @dataclass(frozen=True)

@@ -6,11 +6,10 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
-from sembra.local.worker.ground.stresses import check_not_negative, load_stress
 from sembra.local.worker.loads.load import Load
+from sembra.local.worker.loads.stresses import check_not_negative, check_positive, load_stress
 from sembra.local.worker.loads.water_load import WaterLoad
 
 
@@ -18,12 +17,26 @@ from sembra.local.worker.loads.water_load import WaterLoad
 class LoadStep:
     """A time in days and the effective stress, in kPa, that the nodes come to after it.
 
-    `is_own_weight` marks the step of the soil's own weight, which changes nothing.
+    `loads` are those that have come by then, the initial ones among them. `is_own_weight` marks the
+    step of the soil's own weight, which changes nothing.
     """
 
     time: float
     effective: Floats
+    loads: tuple[Load, ...] = ()
     is_own_weight: bool = False
+
+    def element_stress(self, column: Column, mesh: Mesh) -> Floats:
+        """Return the mean of the effective stresses at the two ends of each element.
+
+        Raises:
+            LocalError: a stress is negative, or a mean is zero, so that no soil model has an
+                answer.
+        """
+        check_not_negative(column, mesh, self.effective, self.loads)
+        means = mesh.means(self.effective)
+        check_positive(column, mesh, means, self.loads)
+        return means
 
 
 def load_steps(
@@ -52,23 +65,6 @@ def load_steps(
     for time in times:
         coming = [load for load in later if load.time == time]
         change = change + load_stress(coming, column, mesh.levels)
-        steps.append(LoadStep(time, initial + change))
+        there = tuple(load for load in loads if load.time <= time)
+        steps.append(LoadStep(time, initial + change, there))
     return steps
-
-
-def element_stress(mesh: Mesh, stress: Floats) -> Floats:
-    """Return the mean of the effective stresses at the two ends of each element.
-
-    Raises:
-        WorkerError: a stress is negative, or a mean is zero, so that no soil model has an
-            answer.
-    """
-    check_not_negative(mesh, stress)
-    means: Floats = (stress[:-1] + stress[1:]) / 2
-    for level, mean in zip(mesh.levels, means, strict=False):
-        if not mean > 0:
-            raise WorkerError(
-                f"The effective stress below {level:.3f} m becomes zero. Soil needs "
-                "an effective stress greater than zero."
-            )
-    return means

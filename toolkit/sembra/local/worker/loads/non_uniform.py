@@ -13,10 +13,10 @@ import numpy as np
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.polyline import Polyline
-from sembra.local.worker.loads.columns import cut
-from sembra.local.worker.loads.spreading import Spreading
 from sembra.local.worker.loads.strip_load import Fill, StripLoad
-from sembra.local.worker.loads.strips import Strips
+from sembra.local.worker.spreading.columns import cut
+from sembra.local.worker.spreading.distribution import Spreading
+from sembra.local.worker.spreading.strips import Strips
 
 _LEVEL_TOLERANCE = 1e-6
 _WIDTH_TOLERANCE = 1e-9

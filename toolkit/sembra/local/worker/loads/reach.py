@@ -10,7 +10,7 @@ from collections.abc import Sequence
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.loads.strips import Strips
+from sembra.local.worker.spreading.strips import Strips
 
 _LEVEL_TOLERANCE = 1e-9
 

@@ -8,7 +8,7 @@ import numpy as np
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.loads.load import SurfaceSettlement
 from sembra.local.worker.loads.reach import Reach
-from sembra.local.worker.loads.strips import Strips
+from sembra.local.worker.spreading.strips import Strips
 
 
 @dataclass(frozen=True)

@@ -11,11 +11,11 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.ground.polyline import Polyline
-from sembra.local.worker.loads.columns import cut
 from sembra.local.worker.loads.non_uniform import Embankment, Site, surface_below
 from sembra.local.worker.loads.strip_load import Fill, StripLoad
-from sembra.local.worker.loads.strips import Strips
 from sembra.local.worker.options import Superelevation
+from sembra.local.worker.spreading.columns import cut
+from sembra.local.worker.spreading.strips import Strips
 
 NAME = "Superelevation"
 _LEAST_HEIGHT = 1e-6

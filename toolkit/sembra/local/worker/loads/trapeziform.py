@@ -8,10 +8,10 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.loads.columns import check_count
 from sembra.local.worker.loads.load import PressureLoad
-from sembra.local.worker.loads.spreading import Distribution
-from sembra.local.worker.loads.strips import Strips
+from sembra.local.worker.spreading.columns import check_count
+from sembra.local.worker.spreading.distribution import Distribution
+from sembra.local.worker.spreading.strips import Strips
 
 _TOLERANCE = 1e-9
 

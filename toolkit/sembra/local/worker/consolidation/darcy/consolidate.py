@@ -12,7 +12,8 @@ from sembra.local.worker.consolidation.darcy.dissipation import dissipation
 from sembra.local.worker.consolidation.darcy.profile import Profile, make_profile
 from sembra.local.worker.consolidation.darcy.run import Course, DarcyRun
 from sembra.local.worker.consolidation.darcy.sinking import SinkingLoads
-from sembra.local.worker.loads.load_steps import element_stress, load_steps
+from sembra.local.worker.errors import Problems
+from sembra.local.worker.loads.load_steps import load_steps
 from sembra.local.worker.timesteps import calculation_times
 
 _ROUNDING = 1e-6
@@ -52,6 +53,7 @@ def _consolidate(
     loads_until: Callable[[Sequence[Situation], Sequence[float]], _Loads],
 ) -> list[Consolidated]:
     """Consolidate columns together, in one row for each load step that is wanted to be the last."""
+    drained = _drained(situations)
     s = situations[0]
     steps = load_steps(s.column, s.mesh, s.initial, s.loads)
     profiles = [make_profile(situation) for situation in situations]
@@ -82,10 +84,10 @@ def _consolidate(
             strain=course.strain,
             load_settlements=by_step if s.options.each_step_alone else None,
             stresses=_history(profile, course, s.options.water_unit_weight),
-            drained=_drained(situation),
+            drained=stresses,
         )
-        for situation, profile, course, by_step in zip(
-            situations, profiles, courses[-size:], settlements, strict=True
+        for stresses, profile, course, by_step in zip(
+            drained, profiles, courses[-size:], settlements, strict=True
         )
     ]
 
@@ -119,10 +121,20 @@ class _FixedLoads:
         )
 
 
-def _drained(s: Situation) -> list[Floats]:
-    """Return the effective stress of the elements after each load step, once all water is out."""
-    steps = load_steps(s.column, s.mesh, s.initial, s.loads)
-    return [element_stress(s.mesh, step.effective) for step in steps]
+def _drained(situations: Sequence[Situation]) -> list[list[Floats]]:
+    """Return the effective stress of the elements after each load step, once all water is out.
+
+    Raises:
+        WorkerError: a stress isn't positive; the message names all loads that make one so.
+    """
+    problems = Problems()
+    drained = []
+    for s in situations:
+        with problems.collecting():
+            steps = load_steps(s.column, s.mesh, s.initial, s.loads)
+            drained.append([step.element_stress(s.column, s.mesh) for step in steps])
+    problems.check()
+    return drained
 
 
 def _history(profile: Profile, course: Course, water_unit_weight: float) -> DarcyHistory:

@@ -22,6 +22,7 @@ class Profile:
     """A column before the first load.
 
     Attributes:
+        places: x of each element, in metres.
         levels: levels of the nodes, from top to bottom, in metres.
         materials: the material of each element.
         effective: initial effective stress at the nodes, in kPa.
@@ -30,6 +31,7 @@ class Profile:
         leakage: their flow to vertical drains.
     """
 
+    places: Floats
     levels: Floats
     materials: Sequence[Material]
     effective: Floats
@@ -47,6 +49,7 @@ def make_profile(s: Situation) -> Profile:
     """Return the profile of a column before the first load."""
     elements = s.model.elements
     return Profile(
+        places=np.full(len(elements.materials), s.column.x),
         levels=s.mesh.levels,
         materials=elements.materials,
         effective=s.initial,
@@ -116,6 +119,7 @@ class Row:
 def _joined(profiles: Sequence[Profile]) -> Profile:
     leakages = [profile.leakage for profile in profiles]
     return Profile(
+        places=np.concatenate([profile.places for profile in profiles]),
         levels=np.concatenate([profile.levels for profile in profiles]),
         materials=[material for profile in profiles for material in profile.materials],
         effective=np.concatenate([profile.effective for profile in profiles]),

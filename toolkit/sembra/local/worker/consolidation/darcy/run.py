@@ -8,6 +8,7 @@ from collections.abc import Callable, Sequence
 from dataclasses import dataclass
 
 import numpy as np
+from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.darcy.convolution import Convolution
@@ -15,9 +16,10 @@ from sembra.local.worker.consolidation.darcy.permeability import Permeability
 from sembra.local.worker.consolidation.darcy.profile import Profile, Row
 from sembra.local.worker.consolidation.darcy.storage_equation import (
     Conditions,
+    NotConvergedError,
     StorageEquation,
 )
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.errors import WorkerError, listed, named
 from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS
 from sembra.local.worker.options import Options
 from sembra.local.worker.soil_models.soil_model import Elements, SoilModel
@@ -81,8 +83,8 @@ class DarcyRun:
         self._held = held = ~row.drained
         self._profile = joined = row.profile
         self._initial = row.means(joined.effective)
-        elements = Elements(joined.materials, self._initial, joined.preconsolidation)
-        model = soil_model(elements, options)
+        self._elements = Elements(joined.materials, self._initial, joined.preconsolidation)
+        model = soil_model(self._elements, options)
         self._storage = model.storage
         self._permeability = Permeability(
             [material.conductivity for material in joined.materials], model
@@ -109,7 +111,11 @@ class DarcyRun:
         """
         self._diffusivity[0] = self._diffusivity_at(self._strain[0])
         for step in range(len(self._times) - 1):
-            self._go(step, loading(step, self._row.settlements(self._strain[step])))
+            load = loading(step, self._row.settlements(self._strain[step]))
+            try:
+                self._go(step, load)
+            except NotConvergedError as error:
+                raise self._not_converged(step, error.elements) from None
         part = self._row.part
         return [
             Course(
@@ -186,9 +192,19 @@ class DarcyRun:
 
     def _check_permeability(self) -> None:
         permeability = self._permeability.at(np.zeros_like(self._initial))
-        for number in np.flatnonzero(self._held & ~(permeability > 0)):
-            name = self._profile.materials[int(number)].name
+        if names := self._elements.names_where(self._held & ~(permeability > 0)):
             raise WorkerError(
-                f"The material {name} needs a permeability or a coefficient of consolidation "
+                f"{named('material', names)} a permeability or a coefficient of consolidation "
                 "greater than zero."
             )
+
+    def _not_converged(self, step: int, elements: NDArray[np.bool_]) -> WorkerError:
+        """Return the error of a step that is not solved in some of the elements that hold water."""
+        where = np.zeros_like(self._held)
+        where[self._held] = elements
+        places = listed([f"{x:g}" for x in np.unique(self._profile.places[where])])
+        return WorkerError(
+            f"The consolidation by Darcy's law doesn't converge at x = {places} m in "
+            f"{listed(self._elements.names_where(where))}, between {self._times[step]:g} and "
+            f"{self._times[step + 1]:g} days. See whether the parameters are as they are meant."
+        )

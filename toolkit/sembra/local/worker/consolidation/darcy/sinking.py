@@ -13,9 +13,9 @@ import numpy as np
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.consolidation.darcy.wet_columns import WetColumns
-from sembra.local.worker.ground.stresses import load_stress
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.reach import Reach
+from sembra.local.worker.loads.stresses import load_stress
 from sembra.local.worker.loads.strip_load import StripLoad
 
 _ROUNDING = 1e-6

@@ -25,7 +25,6 @@ from numpy.typing import NDArray
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.darcy.convolution import Factors, Remembered
 from sembra.local.worker.consolidation.darcy.tridiagonal import solve_tridiagonal
-from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS
 
 _TOLERANCE = 1e-9
@@ -71,6 +70,18 @@ class Balance:
     source: Floats
 
 
+class NotConvergedError(Exception):
+    """A step whose equations have no solution that is found.
+
+    Args:
+        elements: which elements have none.
+    """
+
+    def __init__(self, elements: NDArray[np.bool_]) -> None:
+        super().__init__()
+        self.elements = elements
+
+
 class StorageEquation:
     """The nodes of columns, joined by elements.
 
@@ -97,7 +108,7 @@ class StorageEquation:
         """Find the end of a step.
 
         Raises:
-            WorkerError: the iteration doesn't converge.
+            NotConvergedError: the iteration doesn't converge.
         """
         now = conditions
         source, change = now.factors.source, now.factors.change
@@ -140,9 +151,10 @@ class StorageEquation:
             excess, slope = self._creep_excess(stress, now.duration)
             wanted = np.maximum(wanted, LEAST_EFFECTIVE_STRESS)
             error = np.abs(stress - wanted) + np.abs(excess - linear) * creeps
-            if np.all(error <= tolerance):
+            settled = error <= tolerance
+            if np.all(settled):
                 return Balance(pressure, wanted, given + excess - now.leak * ends)
-        raise WorkerError("The consolidation by Darcy's law doesn't converge.")
+        raise NotConvergedError(~settled)
 
     def _solve(self, same: Floats, cross: Floats, right: Floats) -> Floats:
         """Return the pressure at the nodes, 0 at those that are held."""

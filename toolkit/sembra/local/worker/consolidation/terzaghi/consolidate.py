@@ -16,7 +16,7 @@ from sembra.local.worker.consolidation.terzaghi.dewatering import Drawdown, draw
 from sembra.local.worker.consolidation.terzaghi.dissipation import dissipation
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS, pore_pressures
-from sembra.local.worker.loads.load_steps import LoadStep, element_stress, load_steps
+from sembra.local.worker.loads.load_steps import LoadStep, load_steps
 from sembra.local.worker.loads.water_load import in_the_end
 from sembra.local.worker.soil_models.soil_model import StressStep
 from sembra.local.worker.timesteps import calculation_times
@@ -63,7 +63,7 @@ def _consolidate(situation: Situation) -> Consolidated:
     steps = _with_dewatering(s, loads, lowered)
     starts = [step.time for step in steps] + ([s.drains.start] if s.drains else [])
     times = calculation_times(starts, options.end, s.wanted_times)
-    drained = [element_stress(mesh, step.effective) for step in steps]
+    drained = [step.element_stress(s.column, mesh) for step in steps]
     changes = [step for step in steps if not step.is_own_weight]
     strains = np.zeros((len(steps), len(times), len(mesh.thicknesses)))
     if changes:
@@ -96,9 +96,11 @@ def _with_dewatering(
     loads = [step for step in steps if not step.is_own_weight]
     merged = [step for step in steps if step.is_own_weight]
     for time in sorted({step.time for step in loads} | {one.time for one in lowered}):
-        placed = [s.initial, *(step.effective for step in loads if step.time <= time)][-1]
+        last = [LoadStep(time, s.initial), *(step for step in loads if step.time <= time)][-1]
+        placed = last.effective
         lifted = np.maximum(placed + lowering(s.mesh, lowered, time), LEAST_EFFECTIVE_STRESS)
-        merged.append(LoadStep(time, np.where(placed < LEAST_EFFECTIVE_STRESS, placed, lifted)))
+        effective = np.where(placed < LEAST_EFFECTIVE_STRESS, placed, lifted)
+        merged.append(LoadStep(time, effective, last.loads))
     return merged
 
 

@@ -3,8 +3,7 @@
 import numpy as np
 import pytest
 from sembra.local.worker.ground.column import Column, Layer
-from sembra.local.worker.ground.stresses import load_stress, soil_stress
-from sembra.local.worker.loads.uniform import UniformLoad
+from sembra.local.worker.ground.stresses import soil_stress
 
 from tests.toolkit.worker.made_material import material
 
@@ -34,9 +33,3 @@ def column(phreatic_level: float) -> Column:
 )
 def test_total_stress(phreatic_level: float, level: float, stress: float) -> None:
     assert soil_stress(column(phreatic_level), np.array([level]), 10.0) == pytest.approx([stress])
-
-
-def test_a_load_acts_at_and_below_its_level() -> None:
-    load = UniformLoad("Fill", 0, 20.0, 1.5, -1.0)
-    stress = load_stress([load, load], column(0.0), np.array([-0.9, -1.0, -2.0]))
-    assert stress == pytest.approx([0.0, 60.0, 60.0])

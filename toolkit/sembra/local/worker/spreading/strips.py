@@ -6,7 +6,7 @@ from dataclasses import dataclass, field
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.loads.spreading import Distribution, strip_share
+from sembra.local.worker.spreading.distribution import Distribution, strip_share
 
 _MOST_SLICES = 1000
 _VALUES_AT_ONCE = 1_000_000
