@@ -313,9 +313,9 @@ def test_a_failure_of_the_service_keeps_what_the_caller_was_handling(
         except KeyError:
             new_model_1d().generate_input_file()
 
-    post.error = InternalError("down")
+    down = post.error = InternalError("down")
     with pytest.raises(Exception, match=r"^Input file could not be generated") as caught:
         generate_while_handling()
-    assert caught.value.__cause__ is post.error
-    assert caught.value.__context__ is post.error
-    assert isinstance(post.error.__context__, KeyError)
+    assert caught.value.__cause__ is down
+    assert caught.value.__context__ is down
+    assert isinstance(down.__context__, KeyError)

@@ -7,7 +7,6 @@ off, and what the model was then.
 """
 
 import gc
-import os
 import random
 from collections.abc import Callable, Iterator
 from types import SimpleNamespace
@@ -310,7 +309,8 @@ def run(classes: SimpleNamespace, name: str) -> World:
 
 def first_difference(ours: str, plain: str) -> str:
     """Where two entries of a trace begin to differ."""
-    same = len(os.path.commonprefix((ours, plain)))
+    pairs = enumerate(zip(ours, plain, strict=False))
+    same = next((place for place, (a, b) in pairs if a != b), min(len(ours), len(plain)))
     before, after = ours[max(0, same - 80) : same], slice(same, same + 80)
     return f"{before} >>> {ours[after]} <<< instead of >>> {plain[after]} <<<"
 
