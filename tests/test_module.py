@@ -1,8 +1,11 @@
 """The module as a whole: its names, its place in the namespace and its files."""
 
 import importlib
+import sys
 from enum import Enum
+from importlib.metadata import version
 from pathlib import Path
+from subprocess import run
 from typing import Any
 
 import pytest
@@ -138,3 +141,34 @@ def test_the_analysis_is_an_external_program() -> None:
 def test_records_have_no_base_class(name: str) -> None:
     assert getattr(dsettlement, name).__bases__ == (object,)
     assert type(getattr(dsettlement, name)) is type
+
+
+def test_the_module_and_its_distribution_say_the_same_version() -> None:
+    assert dsettlement.__version__ == version("sembra-external-dsettlement")
+
+
+LONE = """
+import sys
+
+class Nothing:
+    def find_spec(self, name, path=None, target=None):
+        if name == {missing!r}:
+            raise ModuleNotFoundError(f"No module named {{name!r}}", name=name)
+
+sys.meta_path.insert(0, Nothing())
+import sembra.external.dsettlement
+"""
+
+
+@pytest.mark.parametrize("missing", ["sembra.errors", "sembra.core"])
+def test_without_the_toolkit_the_import_says_what_to_install(missing: str) -> None:
+    done = run([sys.executable, "-c", LONE.format(missing=missing)], capture_output=True, text=True)
+    *_, error, advice = done.stderr.splitlines()
+    assert error == f"ModuleNotFoundError: No module named {missing!r}"
+    assert "pip install sembra-local" in advice
+
+
+def test_without_something_else_the_import_only_fails() -> None:
+    program = LONE.format(missing="datetime")
+    done = run([sys.executable, "-c", program], capture_output=True, text=True)
+    assert done.stderr.splitlines()[-1] == "ModuleNotFoundError: No module named 'datetime'"

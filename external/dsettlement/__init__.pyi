@@ -19,6 +19,7 @@ from typing import Any, ClassVar, Literal, TypedDict, overload, type_check_only
 from sembra.core import Color, File
 from sembra.external.external_program import ExternalProgram, _JobContent
 
+__version__: str
 __all__ = [
     "CalculationModel",
     "ConsolidationModel",

@@ -58,6 +58,7 @@ struct State {
       names.append(host::Name(name));
     }
     module.add(host::Name("__all__"), names.done());
+    module.add(host::Name("__version__"), host::Name(DSETTLEMENT_VERSION));
   }
 
   host::Module module;
@@ -74,6 +75,24 @@ State*& state_of(PyObject* module) {
   return *static_cast<State**>(PyModule_GetState(module));
 }
 
+// Tells somebody who has installed the module alone what it needs beside it.
+void tell_of_toolkit() noexcept {
+  if (PyErr_ExceptionMatches(PyExc_ModuleNotFoundError) == 0) return;
+  host::Ref failure = host::take_error();
+  try {
+    const host::Ref missing = host::get(failure, host::Name("name"));
+    if (host::is_true(host::call_method(missing, host::Name("startswith"), host::Name("sembra")))) {
+      host::call_method(failure, host::Name("add_note"),
+                        host::Name("The module needs the toolkit sembra around it, or the local "
+                                   "edition of that: pip install sembra-local"));
+    }
+  } catch (...) {
+    host::translate_current_exception();
+    PyErr_Clear();  // the error itself is the one to be told
+  }
+  PyErr_SetRaisedException(failure.release());
+}
+
 int execute(PyObject* module) {
   try {
     // The module owns the state before the first class is made, so that what has been made outlives
@@ -83,6 +102,7 @@ int execute(PyObject* module) {
     return 0;
   } catch (...) {
     host::translate_current_exception();
+    tell_of_toolkit();
     return -1;
   }
 }
