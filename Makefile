@@ -22,7 +22,7 @@ STAMPS := $(VENV)/.stamps
 ENVIRONMENT := $(STAMPS)/environment
 BUILT := $(STAMPS)/module $(STAMPS)/local-edition
 
-.PHONY: help build demo test verify bench lint sanitize fuzz mutants docs clean
+.PHONY: help build demo test verify bench lint sanitize fuzz mutants lock docs clean
 
 help:  ## list the targets
 	@sed -n 's/^\([a-z]*\):.*##  *\(.*\)/\1|\2/p' $(MAKEFILE_LIST) | \
@@ -50,10 +50,9 @@ lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test  ## run formatters, linters, type c
 	  --verifytypes sembra.external.dsettlement
 	$(BIN)/clang-format --dry-run --Werror $(CXX_FILES)
 	$(BIN)/cmake -S . -B build/lint -G Ninja -DCMAKE_MAKE_PROGRAM=$(abspath $(BIN)/ninja) \
-	  -DPython_EXECUTABLE=$(abspath $(BIN)/python) -DCMAKE_BUILD_TYPE=Debug -DDSETTLEMENT_WERROR=ON
+	  -DPython_EXECUTABLE=$(abspath $(BIN)/python) -DCMAKE_BUILD_TYPE=Debug -DDSETTLEMENT_WERROR=ON \
+	  -DCMAKE_CXX_CLANG_TIDY=$(abspath scripts/tidy)
 	$(BIN)/cmake --build build/lint
-	printf '%s\n' $(filter external/%.cpp,$(CXX_FILES)) | \
-	  xargs -P $(JOBS) -n 1 scripts/tidy
 
 demo: $(BUILT) $(STAMPS)/demo  ## tell the usage stories, with files and pictures in demo/
 	$(BIN)/python -m examples.showcase demo
@@ -70,6 +69,9 @@ sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the int
 
 mutants: $(BUILT) $(STAMPS)/test  ## put small faults into the C++ code and tell which the tests miss; hours
 	$(BIN)/python -m mutants
+
+lock: $(STAMPS)/lock  ## write down the releases of today, which LOCKED=1 installs
+	scripts/lock
 
 docs: $(BUILT) $(STAMPS)/docs  ## build the documentation into site/
 	$(BIN)/python -m sphinx --quiet --fail-on-warning --keep-going -d build/docs docs site
@@ -93,10 +95,10 @@ $(ENVIRONMENT): scripts/find-python
 	@touch $@
 
 # A dependency group of pyproject.toml, installed.
-$(STAMPS)/build $(STAMPS)/test $(STAMPS)/lint $(STAMPS)/demo $(STAMPS)/bench $(STAMPS)/docs: \
+$(STAMPS)/build $(STAMPS)/test $(STAMPS)/lint $(STAMPS)/demo $(STAMPS)/bench $(STAMPS)/docs $(STAMPS)/lock: \
 $(STAMPS)/%: pyproject.toml $(ENVIRONMENT)
 	@echo "Installing what $* needs"
-	@$(PIP) install --group $*
+	@$(PIP) install $(if $(LOCKED),--requirement locks/$*.txt,--group $*)
 	@touch $@
 
 $(STAMPS)/module: $(MODULE) pyproject.toml | $(STAMPS)/build
