@@ -22,7 +22,7 @@ STAMPS := $(VENV)/.stamps
 ENVIRONMENT := $(STAMPS)/environment
 BUILT := $(STAMPS)/module $(STAMPS)/local-edition
 
-.PHONY: help build demo test verify bench lint sanitize fuzz mutants lock docs clean
+.PHONY: help build demo test verify bench lint sanitize fuzz mutants wheels lock docs clean
 
 help:  ## list the targets
 	@sed -n 's/^\([a-z]*\):.*##  *\(.*\)/\1|\2/p' $(MAKEFILE_LIST) | \
@@ -70,6 +70,9 @@ sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the int
 mutants: $(BUILT) $(STAMPS)/test  ## put small faults into the C++ code and tell which the tests miss; hours
 	$(BIN)/python -m mutants
 
+wheels: $(ENVIRONMENT) $(STAMPS)/release  ## build source distributions and wheels into dist/, and try them
+	scripts/check-wheels
+
 lock: $(STAMPS)/lock  ## write down the releases of today, which LOCKED=1 installs
 	scripts/lock
 
@@ -78,7 +81,7 @@ docs: $(BUILT) $(STAMPS)/docs  ## build the documentation into site/
 	@echo "Open site/index.html"
 
 clean:  ## remove all that the other targets made
-	rm -rf $(VENV) build demo site docs/examples fuzz-findings .hypothesis .mypy_cache .pytest_cache .ruff_cache
+	rm -rf $(VENV) build demo dist site docs/examples fuzz-findings .hypothesis .mypy_cache .pytest_cache .ruff_cache
 	find . -name __pycache__ -prune -exec rm -rf {} +
 
 $(ENVIRONMENT): scripts/find-python
@@ -95,7 +98,7 @@ $(ENVIRONMENT): scripts/find-python
 	@touch $@
 
 # A dependency group of pyproject.toml, installed.
-$(STAMPS)/build $(STAMPS)/test $(STAMPS)/lint $(STAMPS)/demo $(STAMPS)/bench $(STAMPS)/docs $(STAMPS)/lock: \
+$(STAMPS)/build $(STAMPS)/test $(STAMPS)/lint $(STAMPS)/demo $(STAMPS)/bench $(STAMPS)/docs $(STAMPS)/lock $(STAMPS)/release: \
 $(STAMPS)/%: pyproject.toml $(ENVIRONMENT)
 	@echo "Installing what $* needs"
 	@$(PIP) install $(if $(LOCKED),--requirement locks/$*.txt,--group $*)
