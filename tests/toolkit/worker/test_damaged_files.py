@@ -7,12 +7,12 @@ import pytest
 from sembra.local.worker import run_job
 
 from tests.toolkit.worker.drain_section import with_drains
+from tests.toolkit.worker.embankments import with_embankment
 from tests.toolkit.worker.ground.test_imaginary_surface import with_imaginary_surface
 from tests.toolkit.worker.input_file import input_text, job
+from tests.toolkit.worker.input_section import two_dimensional
 from tests.toolkit.worker.loads.test_pressure_loads import with_load
 from tests.toolkit.worker.loads.test_water_loads import with_water_load
-from tests.toolkit.worker.test_embankment import with_embankment
-from tests.toolkit.worker.test_geometry import two_dimensional
 
 LOADS = [("weight", -1, 5.0, 1.0, 0.0), ("on", 0, 20.0, 1.0, 0.0), ("off", 3, -10.0, 1.0, 0.0)]
 DEWATERED = ("0 : Flow type = Off", "1 : Flow type = Simple input")

@@ -14,9 +14,9 @@ from sembra.local.worker.loads.uniform import UniformLoad
 from sembra.local.worker.spreading.distribution import Distribution, Spreading
 
 from tests.toolkit.worker.input_file import calculated, refused
+from tests.toolkit.worker.input_section import two_dimensional
 from tests.toolkit.worker.made_material import material
 from tests.toolkit.worker.result_file import verticals
-from tests.toolkit.worker.test_geometry import two_dimensional
 
 CLAY = material(drained=True)  # 15 kN/m³ dry and 18 kN/m³ wet
 SPREADING = Spreading(Distribution.BOUSSINESQ, False, 1.0, 1.0, 1.0)

@@ -12,8 +12,8 @@ from sembra.local.worker.loads.trapeziform import TrapeziformLoad, Trapezium
 from sembra.local.worker.spreading.distribution import Distribution
 
 from tests.toolkit.worker.input_file import calculated, input_text, refused
+from tests.toolkit.worker.input_section import two_dimensional
 from tests.toolkit.worker.result_file import verticals
-from tests.toolkit.worker.test_geometry import two_dimensional
 
 
 def circle(alpha: float = 1.0) -> CircularLoad:

@@ -8,7 +8,7 @@ import pytest
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import strip_loads
 
-from tests.toolkit.worker.test_embankment import (
+from tests.toolkit.worker.embankments import (
     embankment,
     settlements,
     site,
@@ -16,7 +16,7 @@ from tests.toolkit.worker.test_embankment import (
     with_embankments,
     without_uniform_load,
 )
-from tests.toolkit.worker.test_geometry import two_dimensional
+from tests.toolkit.worker.input_section import two_dimensional
 
 
 def test_a_load_on_a_load() -> None:

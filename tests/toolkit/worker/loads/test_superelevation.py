@@ -10,7 +10,7 @@ from sembra.local.worker.loads.strip_load import StripLoad
 from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.options import Superelevation
 
-from tests.toolkit.worker.test_embankment import DEEP, embankment, site
+from tests.toolkit.worker.embankments import DEEP, embankment, site
 
 FILL = embankment((10.0, 0.0), (10.0, 2.0), (30.0, 2.0), (30.0, 0.0))
 

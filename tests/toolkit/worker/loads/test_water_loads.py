@@ -12,11 +12,11 @@ from sembra.local.worker.loads.load_steps import load_steps
 from sembra.local.worker.loads.uniform import UniformLoad
 from sembra.local.worker.loads.water_load import WaterStage, in_the_end, water_loads
 
+from tests.toolkit.worker.embankments import without_uniform_load
 from tests.toolkit.worker.input_file import calculated, input_text, refused
+from tests.toolkit.worker.input_section import two_dimensional
 from tests.toolkit.worker.made_material import material
 from tests.toolkit.worker.result_file import verticals
-from tests.toolkit.worker.test_embankment import without_uniform_load
-from tests.toolkit.worker.test_geometry import two_dimensional
 
 CLAY = material(drained=True)  # 15 kN/m³ dry and 18 kN/m³ wet
 

@@ -15,9 +15,9 @@ from sembra.external.dsettlement import (
 
 from tests.toolkit.worker.drain_section import SIMPLE, with_drains
 from tests.toolkit.worker.input_file import calculated, input_text
+from tests.toolkit.worker.input_section import two_dimensional
 from tests.toolkit.worker.published_results import KOPPEJAN
 from tests.toolkit.worker.result_file import verticals
-from tests.toolkit.worker.test_geometry import two_dimensional
 
 CLAY = {"Clay": {"SoilDrained": 0, "SoilCv": 1e-8}}
 PLAIN = input_text(soils=CLAY, phreatic_level=-0.5, end=5000)

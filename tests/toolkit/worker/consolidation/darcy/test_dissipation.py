@@ -19,7 +19,7 @@ from sembra.local.worker.soil_models.koppejan import Koppejan
 from sembra.local.worker.soil_models.soil_model import Elements, SoilModel
 
 from tests.toolkit.samples import FOLDER, needs_samples
-from tests.toolkit.worker.darcy.layers import (
+from tests.toolkit.worker.consolidation.darcy.layers import (
     CREEPING,
     INITIAL,
     STIFF,

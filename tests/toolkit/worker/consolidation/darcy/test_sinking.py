@@ -16,7 +16,7 @@ from sembra.local.worker.soil_models.soil_model import Elements
 from sembra.local.worker.spreading.distribution import Distribution
 from sembra.local.worker.spreading.strips import Strips
 
-from tests.toolkit.worker.darcy.layers import STIFF, UNIT_WEIGHT, material, options
+from tests.toolkit.worker.consolidation.darcy.layers import STIFF, UNIT_WEIGHT, material, options
 
 LEVELS = np.array([0.0, -0.2, -0.5, -3.0, -10.0])
 BELOW = slice(2, None)

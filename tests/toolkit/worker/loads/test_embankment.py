@@ -7,65 +7,23 @@ import pytest
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import Embankment, Site, strip_loads
-from sembra.local.worker.spreading.distribution import Distribution, Spreading, strip_share
+from sembra.local.worker.spreading.distribution import Distribution, strip_share
 
-from tests.toolkit.worker.input_file import calculated, input_text, refused
-from tests.toolkit.worker.result_file import verticals
-from tests.toolkit.worker.test_geometry import two_dimensional
-
-FLAT = Polyline(((0.0, 0.0), (100.0, 0.0)))
-DEEP = Polyline(((0.0, -50.0), (100.0, -50.0)))
-
-
-def site(phreatic_line: Polyline = DEEP, surface: Polyline = FLAT) -> Site:
-    return Site(surface, phreatic_line, 10.0, spreading())
-
-
-def spreading(
-    distribution: Distribution = Distribution.BOUSSINESQ,
-    width: float = 0.5,
-    *,
-    within: bool = False,
-) -> Spreading:
-    return Spreading(distribution, within, width, width, width)
-
-
-def embankment(
-    *points: tuple[float, float], time: float = 0, removal: float | None = None
-) -> Embankment:
-    return Embankment("Dike", time, removal, 18.0, 20.0, Polyline(points))
-
-
-def share(distribution: Distribution, left: float, right: float, depth: float) -> float:
-    return float(strip_share(distribution, *map(np.array, (left, right, depth))))
-
-
-# Stress below the middle of a strip against depth over width, as tabulated for Boussinesq.
-@pytest.mark.parametrize(("depth", "part"), [(0.5, 0.818), (1.0, 0.550), (2.0, 0.306), (4, 0.158)])
-def test_published_values_below_a_strip(depth: float, part: float) -> None:
-    assert share(Distribution.BOUSSINESQ, -0.5, 0.5, depth) == pytest.approx(part, abs=1e-3)
-
-
-@pytest.mark.parametrize(
-    ("distribution", "factor", "power"),
-    [(Distribution.BOUSSINESQ, 2 / pi, 4), (Distribution.BUISMAN, 3 / 4, 5)],
+from tests.toolkit.worker.embankments import (
+    DEEP,
+    FLAT,
+    WIDE_EVERYWHERE,
+    embankment,
+    settlements,
+    site,
+    spreading,
+    with_embankment,
+    with_embankments,
+    without_uniform_load,
 )
-def test_a_strip_is_the_sum_of_its_line_loads(
-    distribution: Distribution, factor: float, power: int
-) -> None:
-    depth, count = 3.0, 20000
-    places = -1.0 + (np.arange(count) + 0.5) * 5.0 / count
-    cosines = depth / np.hypot(places, depth)
-    lines = factor / depth * (cosines**power).sum() * 5.0 / count
-    assert share(distribution, -1.0, 4.0, depth) == pytest.approx(float(lines), rel=1e-6)
-
-
-@pytest.mark.parametrize("distribution", Distribution)
-def test_an_endless_strip_gives_all_and_its_edge_half(distribution: Distribution) -> None:
-    assert share(distribution, -1e9, 1e9, 5.0) == pytest.approx(1.0)
-    assert share(distribution, 0.0, 1e9, 5.0) == pytest.approx(0.5)
-    assert share(distribution, -1.0, 1.0, 0.0) == pytest.approx(1.0)
-    assert share(distribution, 1.0, 2.0, 0.0) == pytest.approx(0.0)
+from tests.toolkit.worker.input_file import calculated, input_text, refused
+from tests.toolkit.worker.input_section import two_dimensional
+from tests.toolkit.worker.result_file import verticals
 
 
 def test_height_between_outline_and_ground() -> None:
@@ -191,9 +149,10 @@ def test_more_comes_under_water_as_the_ground_settles() -> None:
 def test_slices_spread_from_within_the_load() -> None:
     slices = Site(FLAT, DEEP, 10.0, spreading(width=1.0, within=True))
     (load,) = strip_loads([embankment((50.0, 2.4), (51.0, 2.4))], slices)
-    shares = [share(Distribution.BOUSSINESQ, -0.5, 0.5, depth) for depth in (3.0, 4.2)]
+    half = np.full(2, 0.5)
+    shares = strip_share(Distribution.BOUSSINESQ, -half, half, np.array([3.0, 4.2]))
     stress = load.stress(50.5, 0.0, np.array([-3.0]))
-    assert stress == pytest.approx([2.4 * 18 * sum(shares) / 2])
+    assert stress == pytest.approx([2.4 * 18 * shares.sum() / 2])
 
 
 @pytest.mark.parametrize("distribution", Distribution)
@@ -210,52 +169,6 @@ def test_what_passes_a_level_is_the_weight_of_the_load(distribution: Distributio
 def test_initial_loads_know_themselves() -> None:
     loads = strip_loads([embankment((1.0, 1.0), (2.0, 1.0), time=-1)], site())
     assert loads[0].is_initial
-
-
-WIDE = """Wide
-           {time}        15.00        15.00   {temporary}       {end} = Time, Gamma dry, Gamma wet
-    4 = Number of co-ordinates
-       0.000        0.000 = X, Y
-       0.000        {top:.3f} = X, Y
-     100.000        {top:.3f} = X, Y
-     100.000        0.000 = X, Y
-"""
-
-
-WIDE_EVERYWHERE = """Wide
-           0        20.00        20.00   0       0 = Time, Gamma dry, Gamma wet
-    4 = Number of co-ordinates
-   -2000.000        0.000 = X, Y
-   -2000.000        1.500 = X, Y
-    2000.000        1.500 = X, Y
-    2000.000        0.000 = X, Y
-"""
-
-
-def wide(*, time: float = 0, temporary: object = 0, end: object = 0, top: float = 2.0) -> str:
-    return WIDE.format(time=time, temporary=temporary, end=end, top=top)
-
-
-def with_embankments(text: str, *loads: str) -> str:
-    before, _, rest = text.partition("[NON-UNIFORM LOADS]\n")
-    after = rest.partition("[END OF NON-UNIFORM LOADS]\n")[2]
-    blocks = f"{len(loads)} = number of items\n{''.join(loads)}"
-    return f"{before}[NON-UNIFORM LOADS]\n{blocks}[END OF NON-UNIFORM LOADS]\n{after}"
-
-
-def with_embankment(text: str, temporary: object = 0, end: object = 0) -> str:
-    return with_embankments(text, wide(temporary=temporary, end=end))
-
-
-def settlements(text: str) -> list[list[float]]:
-    columns: list[list[float]] = verticals(calculated(text))[1]["per_load"]
-    return columns
-
-
-def without_uniform_load(text: str) -> str:
-    before, _, rest = text.partition("[OTHER LOADS]\n")
-    after = rest.partition("[END OF OTHER LOADS]\n")[2]
-    return f"{before}[OTHER LOADS]\n0\n[END OF OTHER LOADS]\n{after}"
 
 
 def test_a_wide_load_settles_like_a_uniform_one() -> None:

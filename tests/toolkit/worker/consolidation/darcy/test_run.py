@@ -21,7 +21,7 @@ from sembra.local.worker.ground.material import Material
 from sembra.local.worker.soil_models.isotache import Isotache
 from sembra.local.worker.soil_models.koppejan import Koppejan
 
-from tests.toolkit.worker.darcy.layers import (
+from tests.toolkit.worker.consolidation.darcy.layers import (
     CREEPING,
     INITIAL,
     STIFF,

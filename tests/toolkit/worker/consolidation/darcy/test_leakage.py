@@ -14,7 +14,7 @@ from sembra.local.worker.consolidation.drains.water import (
     StandingWater,
 )
 
-from tests.toolkit.worker.darcy.layers import STIFF, material
+from tests.toolkit.worker.consolidation.darcy.layers import STIFF, material
 
 LEVELS = np.array([0.0, -0.5, -2.5, -3.5])
 CLAY = [material(STIFF, horizontal_factor=3.0)] * 3

@@ -10,7 +10,13 @@ from sembra.local.worker.soil_models.isotache import Isotache
 from sembra.local.worker.soil_models.koppejan import Koppejan
 from sembra.local.worker.soil_models.soil_model import Elements, SoilModel
 
-from tests.toolkit.worker.darcy.layers import CREEPING, STIFF, UNIT_WEIGHT, material, options
+from tests.toolkit.worker.consolidation.darcy.layers import (
+    CREEPING,
+    STIFF,
+    UNIT_WEIGHT,
+    material,
+    options,
+)
 
 STRAIN = 0.05
 
