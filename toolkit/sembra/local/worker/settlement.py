@@ -79,7 +79,7 @@ def _result(situation: Situation, consolidated: Consolidated) -> ColumnResult:
         column=column,
         mesh=mesh,
         times=consolidated.times,
-        settlements=_from_bottom(consolidated.strain * mesh.thicknesses),
+        settlements=mesh.settlements(consolidated.strain),
         consolidation=consolidated.stresses,
         load_settlements=consolidated.load_settlements,
         layer_settlements=situation.model.layer_settlements(
@@ -118,9 +118,3 @@ def _too_soft(s: Situation, consolidated: Consolidated) -> list[str]:
         "and the loads are as they are meant."
         for name in s.model.elements.names_where(compressed[s.mesh.element_layers])
     ]
-
-
-def _from_bottom(compressions: Floats) -> Floats:
-    """Settlement of the nodes out of the compression of the elements, shape (times, elements)."""
-    sums = np.cumsum(compressions[:, ::-1], axis=1)[:, ::-1]
-    return np.hstack([sums, np.zeros((len(compressions), 1))])

@@ -38,11 +38,6 @@ class Conductivity:
         """Coefficient of consolidation by vertical flow, c_v in m²/day."""
         return self.cv * _SECONDS_PER_DAY
 
-    @property
-    def horizontal_coefficient(self) -> float:
-        """Coefficient of consolidation by horizontal flow, c_h in m²/day."""
-        return self.vertical_coefficient * self.horizontal_factor
-
 
 @dataclass(frozen=True)
 class Material:

@@ -57,6 +57,13 @@ class Mesh:
         means: Floats = (at_nodes[:-1] + at_nodes[1:]) / 2
         return means
 
+    def settlements(self, strain: Floats) -> Floats:
+        """Return the settlement of the nodes by the strain of the elements, along the last axis."""
+        compressions = strain * self.thicknesses
+        none = np.zeros_like(compressions[..., :1])
+        from_below = np.cumsum(compressions[..., ::-1], axis=-1)[..., ::-1]
+        return np.concatenate([from_below, none], axis=-1)
+
 
 def make_mesh(column: Column) -> Mesh:
     """The mesh of a column.

@@ -38,10 +38,11 @@ class Polyline:
     def levels(self, x: Floats) -> Floats:
         """Return the levels at some places, those of the ends beyond them.
 
-        At a vertical part of the line, that is the level of its last point.
+        At a vertical part of the line, that is the level of its first point.
         """
         places, levels = np.array(self.points).T
-        found: Floats = np.interp(x, places, levels)
+        first = np.minimum(np.searchsorted(places, x), len(places) - 1)
+        found: Floats = np.where(places[first] == x, levels[first], np.interp(x, places, levels))
         return found
 
     def lowest(self, x: Floats) -> Floats:
@@ -58,11 +59,10 @@ class Polyline:
         Raises:
             WorkerError: the line has no point at x.
         """
-        for (x1, y1), (x2, y2) in itertools.pairwise(self.points):
-            if x1 <= x <= x2:
-                return y1 if x1 == x2 else y1 + (y2 - y1) * (x - x1) / (x2 - x1)
-        raise WorkerError(f"The vertical at x = {x:g} m lies outside the geometry.")
+        if not self.covers(x):
+            raise WorkerError(f"The vertical at x = {x:g} m lies outside the geometry.")
+        return float(self.levels(np.array(x)))
 
     def covers(self, x: float) -> bool:
         """Whether the line has a point at x."""
-        return self.points[0][0] <= x <= self.points[-1][0]
+        return self.start <= x <= self.end

@@ -12,8 +12,7 @@ from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.ground.column import Column
-
-_LEVEL_TOLERANCE = 1e-9
+from sembra.local.worker.tolerances import LENGTH
 
 
 def pore_pressures_at(
@@ -40,7 +39,7 @@ def pore_pressures_at(
 def layers_at(column: Column, levels: Floats) -> NDArray[np.intp]:
     """Return the position in the column's layers of the layer that each level lies in."""
     bottoms = np.array([layer.bottom for layer in column.layers])
-    found = np.searchsorted(-bottoms, -levels - _LEVEL_TOLERANCE)
+    found = np.searchsorted(-bottoms, -levels - LENGTH)
     return np.minimum(found, len(bottoms) - 1)
 
 

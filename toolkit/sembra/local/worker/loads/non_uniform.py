@@ -14,12 +14,12 @@ from sembra.local.worker.arrays import Floats
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.strip_load import Fill, StripLoad
-from sembra.local.worker.spreading.columns import cut
+from sembra.local.worker.spreading.columns import cut, quarters, slopes
 from sembra.local.worker.spreading.distribution import Spreading
 from sembra.local.worker.spreading.strips import Strips
+from sembra.local.worker.tolerances import LENGTH
 
 _LEVEL_TOLERANCE = 1e-6
-_WIDTH_TOLERANCE = 1e-9
 
 
 @dataclass(frozen=True)
@@ -78,33 +78,32 @@ def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad
 def _strip_load(embankments: Sequence[Embankment], index: int, site: Site) -> StripLoad:
     embankment = embankments[index]
     left, right = _edges(embankments, index, site)
-    middles, quarter = (left + right) / 2, (right - left) / 4
     # The tool takes the ground at both ends of a column, where it is vertical the lower end of it:
     # beside a step a column stands on a slope down to the step's foot.
-    ground_left, ground_right = site.surface.lowest(left), site.surface.lowest(right)
-    outlines, surfaces = [], []
-    for part in (0.25, 0.5, 0.75):
-        x = left + part * (right - left)
-        ground = (1 - part) * ground_left + part * ground_right
-        outlines.append(embankment.outline.levels(x))
-        surfaces.append(surface_below(embankments, index, ground, x))
-    before, base, after = map(np.minimum, outlines, surfaces)
-    top_before, _, top_after = map(np.maximum, outlines, surfaces)
+    grounds = quarters(site.surface.lowest(left), site.surface.lowest(right))
+    places = quarters(left, right)
+    outlines = [embankment.outline.levels(x) for x in places]
+    surfaces = [
+        surface_below(embankments, index, ground, x)
+        for ground, x in zip(grounds, places, strict=True)
+    ]
+    bases = [*map(np.minimum, outlines, surfaces)]
+    tops = [*map(np.maximum, outlines, surfaces)]
     return StripLoad(
         name=embankment.name,
         time=embankment.time,
         strips=Strips(
             left=left,
             right=right,
-            base=base,
-            height=np.abs(outlines[1] - surfaces[1]),
-            slope=(after - before) / (2 * quarter),
+            base=bases[1],
+            height=tops[1] - bases[1],
+            slope=slopes(bases, left, right),
             distribution=site.spreading.distribution,
             sliced=site.spreading.within_loads,
-            top_slope=(top_after - top_before) / (2 * quarter),
+            top_slope=slopes(tops, left, right),
         ),
         fill=Fill(embankment.unit_weight_dry, embankment.unit_weight_wet, site.water_unit_weight),
-        water_levels=site.phreatic_line.levels(middles),
+        water_levels=site.phreatic_line.levels(places[1]),
     )
 
 
@@ -114,9 +113,7 @@ def _edges(embankments: Sequence[Embankment], index: int, site: Site) -> tuple[F
     Vertices are those of the outline, of the ground, and of all the loads below.
     """
     name, outline, ground = embankments[index].name, embankments[index].outline, site.surface
-    if outline.start < ground.start - _WIDTH_TOLERANCE or (
-        outline.end > ground.end + _WIDTH_TOLERANCE
-    ):
+    if outline.start < ground.start - LENGTH or (outline.end > ground.end + LENGTH):
         raise WorkerError(f'The load "{name}" reaches beyond the limits of the ground.')
     lines = [ground, outline, *(embankments[i].outline for i in _below(embankments, index))]
     places = [x for line in lines for x, _ in line.points if outline.start <= x <= outline.end]

@@ -11,8 +11,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.spreading.strips import Strips
-
-_LEVEL_TOLERANCE = 1e-9
+from sembra.local.worker.tolerances import LENGTH
 
 
 class Reach:
@@ -32,7 +31,7 @@ class Reach:
         line = np.repeat(np.arange(len(points)), [len(levels) for _, levels in points])
         high = np.flatnonzero(levels > base.min(initial=np.inf))
         level = levels[high, np.newaxis]
-        inside = level > np.minimum(standing[line[high]], top) + _LEVEL_TOLERANCE
+        inside = level > np.minimum(standing[line[high]], top) + LENGTH
         shares[high] = np.where(inside, 0.0, shares[high])
         # Few columns reach points above their bases, so these pairs stand apart.
         place, self._columns = np.nonzero((level > base) & (shares[high] != 0))

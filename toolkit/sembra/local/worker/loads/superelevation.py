@@ -14,7 +14,7 @@ from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import Embankment, Site, surface_below
 from sembra.local.worker.loads.strip_load import Fill, StripLoad
 from sembra.local.worker.options import Superelevation
-from sembra.local.worker.spreading.columns import cut
+from sembra.local.worker.spreading.columns import cut, quarters, slopes
 from sembra.local.worker.spreading.strips import Strips
 
 NAME = "Superelevation"
@@ -50,16 +50,15 @@ class MaintainedProfile:
         vertices = np.unique([*(x for line in lines for x, _ in line.points), *places])
         inside = (ground.start <= vertices) & (vertices <= ground.end)
         left, right = cut(vertices[inside], site.spreading.non_uniform_width, "The superelevation")
-        middles, quarter = (left + right) / 2, (right - left) / 4
-        before, base, after = (
-            self._top(x) for x in (middles - quarter, middles, middles + quarter)
-        )
+        places_of_columns = quarters(left, right)
+        bases = [self._top(x) for x in places_of_columns]
+        middles, base = places_of_columns[1], bases[1]
         loaded = base - ground.levels(middles) > _LEAST_HEIGHT
         lower, height, upper = (
             np.where(loaded, np.interp(x, places, np.maximum(heights, 0.0)), 0.0)
             for x in (left, middles, right)
         )
-        slope = (after - before) / (2 * quarter)
+        slope = slopes(bases, left, right)
         return StripLoad(
             name=NAME,
             time=self.option.time,

@@ -13,7 +13,8 @@ from sembra.local.worker.spreading.columns import check_count
 from sembra.local.worker.spreading.distribution import Distribution
 from sembra.local.worker.spreading.strips import Strips
 
-_TOLERANCE = 1e-9
+# In parts of a column.
+_ROUNDING = 1e-9
 
 
 @dataclass(frozen=True)
@@ -74,4 +75,4 @@ class TrapeziformLoad(PressureLoad):
         """Edges of the columns of a slope as parts of its length; only its foot if it has none."""
         if length == 0:
             return np.zeros(1)
-        return np.linspace(0, 1, math.floor(length / self.column_width + _TOLERANCE) + 2)
+        return np.linspace(0, 1, math.floor(length / self.column_width + _ROUNDING) + 2)

@@ -6,8 +6,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.loads.load import PressureLoad
-
-_LEVEL_TOLERANCE = 1e-9
+from sembra.local.worker.tolerances import LENGTH
 
 
 @dataclass(frozen=True)
@@ -25,4 +24,4 @@ class UniformLoad(PressureLoad):
 
     def stress(self, _x: float, _z: float, levels: Floats, /) -> Floats:
         """Vertical stress at some levels, the same everywhere: all of it at and below its own."""
-        return np.where(levels <= self.level + _LEVEL_TOLERANCE, self.pressure, 0.0)
+        return np.where(levels <= self.level + LENGTH, self.pressure, 0.0)

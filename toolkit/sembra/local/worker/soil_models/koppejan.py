@@ -140,19 +140,18 @@ class Koppejan(SoilModel):
 
 
 class _Loading:
-    """The effective stress of the elements, and what they remember of earlier stresses."""
+    """The effective stress of the elements, and the preconsolidation pressure that it has left."""
 
     def __init__(self, model: Koppejan) -> None:
         self._corrects = model.options.preconsolidation.corrected_at_every_step
-        self._stress = self._highest = model.elements.initial
+        self._stress = model.elements.initial
         self.preconsolidation = model.elements.preconsolidation
 
     def load(self, stress: Floats) -> StressPath:
         """Change the effective stress. Return the path to it."""
         if self._corrects:
-            self.preconsolidation = np.maximum(self.preconsolidation, self._highest)
+            self.preconsolidation = np.maximum(self.preconsolidation, self._stress)
         path = stress_path(self._stress, stress, self.preconsolidation)
-        self._highest = np.maximum(self._highest, stress)
         self._stress = stress
         return path
 

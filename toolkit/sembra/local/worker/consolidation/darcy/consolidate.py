@@ -15,8 +15,7 @@ from sembra.local.worker.consolidation.darcy.sinking import SinkingLoads
 from sembra.local.worker.errors import Problems
 from sembra.local.worker.loads.load_steps import load_steps
 from sembra.local.worker.timesteps import calculation_times
-
-_ROUNDING = 1e-6
+from sembra.local.worker.tolerances import TIME
 
 
 class _Loads(Protocol):
@@ -112,7 +111,7 @@ class _FixedLoads:
 
     def increases(self, time: float, _settlements: Floats, /) -> Floats:
         """Return the increase by the last load step at or before a time in days."""
-        now = np.minimum(self._lasts, time + _ROUNDING)
+        now = np.minimum(self._lasts, time + TIME)
         return np.array(
             [
                 [self._none, *(increase for when, increase in self._steps if when <= until)][-1]

@@ -17,8 +17,7 @@ from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.drains.drains import Drains
 from sembra.local.worker.consolidation.drains.water import Schedule
 from sembra.local.worker.ground.material import Material
-
-_ROUNDING = 1e-6
+from sembra.local.worker.tolerances import LENGTH, TIME
 
 
 @dataclass(frozen=True)
@@ -42,14 +41,14 @@ class Leakage:
 
     def factors_at(self, time: float) -> Floats:
         """Return l in a step that begins at a time in days: none before the start of drainage."""
-        flows = self.schedule is not None and time + _ROUNDING >= self.schedule.start
+        flows = self.schedule is not None and time + TIME >= self.schedule.start
         return self.factors * flows
 
     def pressure_at(self, time: float, levels: Floats, water_unit_weight: float) -> Floats:
         """Return the pressure in the drains at a time in days and some levels, in kPa."""
         if self.schedule is None:
             return np.zeros_like(levels)
-        return self.schedule.water(time + _ROUNDING).pressure(levels, water_unit_weight)
+        return self.schedule.water(time + TIME).pressure(levels, water_unit_weight)
 
 
 def leakage(
@@ -68,5 +67,5 @@ def leakage(
         return Leakage(none, none, None)
     ratios = np.array([material.conductivity.horizontal_factor for material in materials])
     stated = drains.rate(x) * ratios * (levels[:-1] - levels[1:]) ** 2 / 4
-    reached = levels[1:] >= drains.bottom - _ROUNDING
+    reached = levels[1:] >= drains.bottom - LENGTH
     return Leakage(np.where(reached, stated, 0.0), stated, drains.schedule)

@@ -17,8 +17,7 @@ from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.reach import Reach
 from sembra.local.worker.loads.stresses import load_stress
 from sembra.local.worker.loads.strip_load import StripLoad
-
-_ROUNDING = 1e-6
+from sembra.local.worker.tolerances import TIME
 
 
 class SinkingLoads:
@@ -52,7 +51,7 @@ class SinkingLoads:
             time: in days; loads that come at it are there.
             settlements: settlement of the nodes in metres, shape (runs, nodes).
         """
-        now = np.minimum(self._lasts, time + _ROUNDING)
+        now = np.minimum(self._lasts, time + TIME)
         surface = settlements[:, self._surfaces]
         increases = np.concatenate(
             [

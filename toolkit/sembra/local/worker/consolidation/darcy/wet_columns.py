@@ -14,8 +14,7 @@ from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.loads.strip_load import StripLoad
-
-_ROUNDING = 1e-9
+from sembra.local.worker.tolerances import LENGTH
 
 
 class WetColumns:
@@ -49,7 +48,7 @@ class WetColumns:
         limit = np.where(is_first, lead, np.maximum(settlement - self._sunk, 0.0))
         allowed = np.where(np.isnan(self._lead), np.minimum(lead, limit), self._lead)
         wet = np.maximum(np.minimum(ahead, behind + allowed), 0.0) + np.maximum(behind, 0.0)
-        cut_off = there & (wet > 0) & (lead > np.where(is_first, 0.0, limit) + _ROUNDING)
+        cut_off = there & (wet > 0) & (lead > np.where(is_first, 0.0, limit) + LENGTH)
         self._lead = np.where(cut_off, allowed, self._lead)
         self._sunk = np.where(there, settlement, np.nan)
         heights: Floats = wet / 2

@@ -80,7 +80,7 @@ def _consolidate(situation: Situation) -> Consolidated:
         times=times,
         strain=strains[-1],
         load_settlements=(strains @ mesh.thicknesses).T,
-        stresses=_stresses(s, times, loads, strains[-1, -1] * mesh.thicknesses, lowered),
+        stresses=_stresses(s, times, loads, mesh.settlements(strains[-1, -1]), lowered),
         drained=drained,
     )
 
@@ -122,7 +122,7 @@ def _stresses(
     s: Situation,
     times: Floats,
     loads: Sequence[LoadStep],
-    compressions: Floats,
+    settlements: Floats,
     lowered: Sequence[Drawdown],
 ) -> TerzaghiStresses:
     """Return the stresses as D-Settlement writes them: effective ones are those of the loads alone.
@@ -130,7 +130,6 @@ def _stresses(
     What the last step of dewatering changes, whichever way, is added to the total and the water
     stress instead.
     """
-    settlements = np.append(np.cumsum(compressions[::-1])[::-1], 0.0)
     water = pore_pressures(
         in_the_end(s.column, s.loads), s.mesh, s.options.water_unit_weight, settlements
     )
