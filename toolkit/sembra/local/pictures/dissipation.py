@@ -5,9 +5,8 @@ from collections.abc import Sequence
 from matplotlib.axes import Axes
 from matplotlib.ticker import FuncFormatter, NullFormatter, PercentFormatter
 
+from local.pictures.style import curve_style, draw_grid, look, new_figure
 from sembra.local.results import ResultFile
-
-from .style import curve_style, draw_grid, look, new_figure
 
 FIRST_TIME = 0.1
 """Left end of the time axis [days]."""

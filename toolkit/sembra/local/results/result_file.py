@@ -10,8 +10,8 @@ from typing import TYPE_CHECKING, Final, Self
 
 from sembra.external.dsettlement import OutputFileParser
 
-from . import frames
-from .dissipation import LayerDissipation, read_dissipation
+from local.results import frames
+from local.results.dissipation import LayerDissipation, read_dissipation
 
 if TYPE_CHECKING:
     from pandas import DataFrame
