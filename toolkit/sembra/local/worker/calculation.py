@@ -13,6 +13,7 @@ from functools import partial
 
 import numpy as np
 
+from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import ColumnResult
 from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.dissipation import dissipation
@@ -26,6 +27,9 @@ _AT_REST = 1e-7
 """Settlements of two repetitions, in metres, that count as the same."""
 
 _MOST_REPETITIONS = 100
+
+_LARGEST_STEP = 10.0
+"""How many times as far as the plain next repetition the profile is taken where it rests slowly."""
 
 
 def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnResult]:
@@ -116,12 +120,16 @@ def _maintain(
     """Return the results below loads whose profile is maintained.
 
     The superelevation is as high as the ground settled in the repetition before. When the vertical
-    that settles most does so by less than the tolerance more, one last repetition follows.
+    that settles most does so by less than the tolerance more, one last repetition follows. Ground
+    that settles by nearly as much as is put on it comes to rest all the same, as each metre more
+    compresses it less, but after thousands of repetitions; after a hundred of them it is taken on
+    in longer steps, by the secant method.
     """
     places = np.array([column.x for column in project.columns])
     heights = np.zeros_like(places)
+    before: tuple[Floats, Floats] | None = None
     is_last = False
-    for done in range(_MOST_REPETITIONS):
+    for done in range(2 * _MOST_REPETITIONS):
         # How many repetitions there will be isn't known: each is told as half of what is left.
         superelevation = profile.load(places, heights)
         loads = (*project.loads, superelevation)
@@ -130,15 +138,32 @@ def _maintain(
         if is_last:
             return [replace(result, superelevation=superelevation.area) for result in results]
         settled = np.array([result.settlements[-1, 0] for result in results])
+        rests = settled - heights
         most = int(np.argmax(settled))
-        change = float(settled[most] - heights[most])
-        is_last = abs(change) < max(profile.option.tolerance, _AT_REST)
-        heights = settled
+        is_last = abs(rests[most]) < max(profile.option.tolerance, _AT_REST)
+        step = 1.0
+        if before and done >= _MOST_REPETITIONS and not is_last:
+            step = _longer_step(before, (heights, rests))
+        before = heights, rests
+        heights = heights + step * rests if step > 1 else settled
     raise WorkerError(
         f"The profile can't be maintained: at x = {places[most]:g} m the settlement of "
-        f"{heights[most]:.3f} m still changes by {change:.3g} m after {_MOST_REPETITIONS} "
-        "repetitions."
+        f"{settled[most]:.3f} m still changes by {rests[most]:.3g} m after "
+        f"{2 * _MOST_REPETITIONS} repetitions."
     )
+
+
+def _longer_step(before: tuple[Floats, Floats], now: tuple[Floats, Floats]) -> float:
+    """Return how many times as far as it settled in this repetition the ground will settle.
+
+    Args:
+        before: heights in one repetition, and by how much more the ground settled.
+        now: the same in the next.
+    """
+    heights, rests = now[0] - before[0], now[1] - before[1]
+    # One less the slope of settlement over height: what the rest falls by for each metre.
+    fall = float(-(rests @ heights)) / max(float(heights @ heights), np.finfo(float).tiny)
+    return 1 / max(fall, 1 / _LARGEST_STEP)
 
 
 def _draft(project: Project) -> Project:
