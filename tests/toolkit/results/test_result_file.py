@@ -107,6 +107,12 @@ def test_a_file_is_read_from_the_disk_as_it_is(tmp_path: Path) -> None:
         )
 
 
+def test_a_file_of_the_local_worker_keeps_its_names(tmp_path: Path) -> None:
+    path = tmp_path / "road.sld"
+    path.write_bytes("[Results]\nT\u00e9\u00e9k\n[End of Results]\n".encode())
+    assert "T\u00e9\u00e9k" in ResultFile.read(path).raw_results
+
+
 def test_a_failed_calculation_has_no_results(tmp_path: Path) -> None:
     path = tmp_path / "road.sld"
     path.write_bytes(b"FILENAME    : C:\\work\\road.sld\n[RUN]\n")

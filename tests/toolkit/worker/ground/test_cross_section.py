@@ -1,5 +1,6 @@
 """Columns that verticals cut out of a cross-section."""
 
+import numpy as np
 import pytest
 from sembra.local.worker.errors import WorkerError
 from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
@@ -33,6 +34,12 @@ def test_levels_at_the_vertical() -> None:
     assert column.surface == pytest.approx(2.5)
     assert column.phreatic_level == pytest.approx(-0.1)
     assert [layer.bottom for layer in column.layers] == pytest.approx([-3.0, -10.9])
+
+
+def test_where_a_line_is_vertical_the_level_is_that_of_its_first_point() -> None:
+    steps = Polyline(((0.0, 1.0), (0.0, 2.0), (5.0, 2.0), (5.0, -3.0), (5.0, 4.0), (9.0, 0.0)))
+    assert steps.levels(np.array([0.0, 5.0, 7.0, 9.0])) == pytest.approx([1.0, 2.0, 2.0, 0.0])
+    assert [steps.level(x) for x in (0.0, 5.0, 7.0, 9.0)] == pytest.approx([1.0, 2.0, 2.0, 0.0])
 
 
 def test_interpolated_pressure_between_the_nearest_known_ones() -> None:

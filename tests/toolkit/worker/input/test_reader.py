@@ -6,7 +6,6 @@ from sembra.local.worker.ground.preconsolidation import PreconsolidationOption
 from sembra.local.worker.input import read_project
 
 from tests.toolkit.worker.input_file import calculated, input_text, refused
-from tests.toolkit.worker.result_file import verticals
 
 GOOD = input_text(
     layers=[(1.5, "Soft Clay"), (-0.5, "Sand")],
@@ -136,9 +135,25 @@ def test_load_after_the_end() -> None:
     )
 
 
-def test_text_of_an_older_code_page() -> None:
-    text = input_text(soils={"T\u00e9\u00e9k": {}}, layers=[(0.0, "T\u00e9\u00e9k")])
-    assert verticals(calculated(text.encode("latin-1"))) == verticals(calculated(text))
+@pytest.mark.parametrize("encoding", ["utf-8", "utf-8-sig", "cp1252"])
+def test_names_keep_their_characters_in_the_result(encoding: str) -> None:
+    # In the code page 85 is the ellipsis; elsewhere it ends a line, as U+2028 does.
+    name = "T\u00e9\u00e9k \u20ac\u2026" + ("" if encoding == "cp1252" else "\u2028\u0085.")
+    text = input_text(soils={name: {}}, layers=[(0.0, name)], loads=[(name, 0, 20.0, 1.5, 0.0)])
+    result = calculated(text.encode(encoding))
+    assert result.startswith("Dump file for D-Settlement")
+    echo, data = (
+        one.partition("[INPUT DATA]")[2].partition("[END OF INPUT DATA]")[0]
+        for one in (result, text)
+    )
+    assert name in echo
+    assert echo == data
+
+
+def test_a_message_keeps_the_characters_of_names() -> None:
+    text = input_text(loads=[("T\u00e9\u00e9k \u20ac", -2, 20.0, 1.5, 0.0)])
+    for encoding in ("utf-8", "cp1252"):
+        assert refused(text.encode(encoding)).startswith('The load "T\u00e9\u00e9k \u20ac" comes')
 
 
 def test_names_may_be_empty() -> None:

@@ -6,17 +6,16 @@ import re
 from io import StringIO
 from os import PathLike
 from pathlib import Path
-from typing import TYPE_CHECKING, Final, Self
+from typing import TYPE_CHECKING, Self
 
 from sembra.external.dsettlement import OutputFileParser
 
-from local.results import frames
-from local.results.dissipation import LayerDissipation, read_dissipation
+from sembra.local.results import frames
+from sembra.local.results.dissipation import LayerDissipation, read_dissipation
+from sembra.local.sli.text import decode
 
 if TYPE_CHECKING:
     from pandas import DataFrame
-
-ENCODING: Final = "cp1252"
 
 _END = r"(?>\r\n|\n|\r)"
 _LINE = r"[^\r\n]*+"
@@ -63,14 +62,15 @@ class ResultFile(OutputFileParser):
         """Read a file from the disk.
 
         Args:
-            path: The result file. It is decoded as cp1252, in which the tool writes; a byte that
-                has no character there is shown by its number. Line ends stay as they are.
+            path: The result file, in UTF-8 as the local worker writes it, or in the code page of
+                the tool, cp1252, where a byte that has no character is shown by its number. Line
+                ends stay as they are.
 
         Raises:
             OSError: The file can't be read.
             ParsingError: It has no [Results] block, as after a calculation that failed.
         """
-        text = Path(path).read_bytes().decode(ENCODING, errors="backslashreplace")
+        text = decode(Path(path).read_bytes())
         return cls(StringIO(text, newline=""))
 
     @property

@@ -177,7 +177,12 @@ def parse_number(section: Section, line: int, what: str, field: str) -> float:
     return value
 
 
+def split_lines(text: str) -> list[str]:
+    """The lines of a text with CRLF, LF or CR as line ends, and with no other ones."""
+    return text.replace("\r\n", "\n").replace("\r", "\n").split("\n")
+
+
 def read_whole(text: str) -> "Section":
     """The whole text of a file as one section, named after the file."""
-    lines = text.replace("\r\n", "\n").replace("\r", "\n").split("\n")
+    lines = split_lines(text)
     return Section("INPUT FILE", 1, tuple(Line(i, line) for i, line in enumerate(lines, 1)))

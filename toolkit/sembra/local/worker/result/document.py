@@ -2,6 +2,7 @@
 
 from collections.abc import Iterator, Sequence
 
+from sembra.local.sli.sections import split_lines
 from sembra.local.worker.column_result import ColumnResult, DarcyHistory
 from sembra.local.worker.project import Project
 from sembra.local.worker.result.dissipation import dissipation_block
@@ -26,7 +27,7 @@ def write_results(
         remarks: what the user should know about the calculation, as whole sentences.
     """
     line_end = "\r\n" if "\r\n" in text else "\n"
-    lines = [*_echo(text.splitlines()), "", *_results(project, results, remarks)]
+    lines = [*_echo(split_lines(text)), "", *_results(project, results, remarks)]
     return line_end.join(lines) + line_end
 
 
