@@ -6,13 +6,13 @@ axes. In a notebook the picture appears below the cell; in a program, `save(axes
 (`pip install sembra-local[pictures]`).
 """
 
-from local.pictures.column import soil_column
-from local.pictures.depth import settlement_along_depth, stresses
-from local.pictures.dissipation import dissipation
-from local.pictures.load_step import LoadStep
-from local.pictures.section import cross_section
-from local.pictures.settlement import settlement_per_load, settlement_per_vertical
-from local.pictures.style import save
+from sembra.local.pictures.column import soil_column
+from sembra.local.pictures.depth import settlement_along_depth, stresses
+from sembra.local.pictures.dissipation import dissipation
+from sembra.local.pictures.load_step import LoadStep
+from sembra.local.pictures.section import cross_section
+from sembra.local.pictures.settlement import settlement_per_load, settlement_per_vertical
+from sembra.local.pictures.style import save
 
 __all__ = [
     "LoadStep",

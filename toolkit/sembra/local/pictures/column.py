@@ -9,9 +9,10 @@ from matplotlib.lines import Line2D
 from matplotlib.patches import Patch, Rectangle
 from sembra.external.dsettlement import Model1D
 
-from local.pictures.load_step import LoadStep
-from local.pictures.spreading import spread
-from local.pictures.style import (
+from sembra.core import Color
+from sembra.local.pictures.load_step import LoadStep
+from sembra.local.pictures.spreading import spread
+from sembra.local.pictures.style import (
     INK,
     LOAD,
     WATER,
@@ -22,8 +23,7 @@ from local.pictures.style import (
     new_figure,
     text_color,
 )
-from local.pictures.symbols import draw_uniform_load, draw_water_level, told_load
-from sembra.core import Color
+from sembra.local.pictures.symbols import draw_uniform_load, draw_water_level, told_load
 
 LEFT, RIGHT = 0.0, 1.0
 LABEL_LEFT, WATER_RIGHT, PICTURE_RIGHT = -0.10, 1.22, 1.95

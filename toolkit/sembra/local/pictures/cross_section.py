@@ -6,8 +6,8 @@ from dataclasses import dataclass
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from local.pictures.load_step import LoadStep
 from sembra.core import Color
+from sembra.local.pictures.load_step import LoadStep
 
 ROW_OF_LOAD = 0.11
 """Height of a row of arrows, as a part of the height of the cross-section."""

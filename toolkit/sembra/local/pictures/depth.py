@@ -10,7 +10,15 @@ import numpy as np
 from matplotlib.axes import Axes
 from sembra.external.dsettlement import OutputFileParser
 
-from local.pictures.style import INK, WATER, LineStyle, curve_style, draw_grid, look, new_figure
+from sembra.local.pictures.style import (
+    INK,
+    WATER,
+    LineStyle,
+    curve_style,
+    draw_grid,
+    look,
+    new_figure,
+)
 
 if TYPE_CHECKING:
     from sembra.external.dsettlement import VerticalResult

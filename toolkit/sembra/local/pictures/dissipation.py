@@ -5,7 +5,7 @@ from collections.abc import Sequence
 from matplotlib.axes import Axes
 from matplotlib.ticker import FuncFormatter, NullFormatter, PercentFormatter
 
-from local.pictures.style import curve_style, draw_grid, look, new_figure
+from sembra.local.pictures.style import curve_style, draw_grid, look, new_figure
 from sembra.local.results import ResultFile
 
 FIRST_TIME = 0.1

@@ -5,9 +5,9 @@ from matplotlib.axes import Axes
 from matplotlib.patches import Polygon
 from matplotlib.patheffects import withStroke
 
-from local.pictures.cross_section import CrossSection, levels
-from local.pictures.section_style import load_style
-from local.pictures.style import LOAD
+from sembra.local.pictures.cross_section import CrossSection, levels
+from sembra.local.pictures.section_style import load_style
+from sembra.local.pictures.style import LOAD
 
 THINNEST_LABELLED = 0.16
 """Height at which a load has room for its number, in inches."""

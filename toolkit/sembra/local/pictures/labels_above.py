@@ -5,8 +5,8 @@ from collections.abc import Sequence
 from matplotlib.axes import Axes
 from matplotlib.transforms import ScaledTranslation
 
-from local.pictures.spreading import spread
-from local.pictures.style import figure_of
+from sembra.local.pictures.spreading import spread
+from sembra.local.pictures.style import figure_of
 
 ROOM = 11.0
 """Height of the short lines, in points."""

@@ -9,13 +9,13 @@ from matplotlib.axes import Axes
 from matplotlib.patches import Polygon
 from sembra.external.dsettlement import Model2D
 
-from local.pictures.cross_section import CrossSection, Line, between, levels
-from local.pictures.embankments import draw_embankments
-from local.pictures.labels_above import write_above
-from local.pictures.scale import Scale, fit
-from local.pictures.section_legend import draw_legends, draw_one_legend
-from local.pictures.section_of_model import section_of
-from local.pictures.section_style import (
+from sembra.local.pictures.cross_section import CrossSection, Line, between, levels
+from sembra.local.pictures.embankments import draw_embankments
+from sembra.local.pictures.labels_above import write_above
+from sembra.local.pictures.scale import Scale, fit
+from sembra.local.pictures.section_legend import draw_legends, draw_one_legend
+from sembra.local.pictures.section_of_model import section_of
+from sembra.local.pictures.section_style import (
     DRAIN,
     DRAINS,
     MANY_DRAINS,
@@ -23,8 +23,8 @@ from local.pictures.section_style import (
     VERTICAL,
     pl_line_style,
 )
-from local.pictures.style import INK, LOAD, WATER, figure_of, fill_color, look, new_figure
-from local.pictures.symbols import draw_uniform_load, draw_water_level, told_load
+from sembra.local.pictures.style import INK, LOAD, WATER, figure_of, fill_color, look, new_figure
+from sembra.local.pictures.symbols import draw_uniform_load, draw_water_level, told_load
 
 WIDTH = 11.5
 ROOM_ACROSS, ROOM_UPWARDS = 10.2, 5.6

@@ -8,9 +8,15 @@ from matplotlib.figure import Figure
 from matplotlib.lines import Line2D
 from matplotlib.patches import Patch
 
-from local.pictures.cross_section import CrossSection, Embankment
-from local.pictures.section_style import MANY_DRAINS, PHREATIC, VERTICAL, load_style, pl_line_style
-from local.pictures.style import INK, fill_color
+from sembra.local.pictures.cross_section import CrossSection, Embankment
+from sembra.local.pictures.section_style import (
+    MANY_DRAINS,
+    PHREATIC,
+    VERTICAL,
+    load_style,
+    pl_line_style,
+)
+from sembra.local.pictures.style import INK, fill_color
 
 Place = Literal["outside lower left", "outside lower center", "outside lower right"]
 

@@ -5,8 +5,8 @@ from typing import Any
 
 from sembra.external.dsettlement import DrainGrid, DrainType, Model2D
 
-from local.pictures.column import uniform_loads
-from local.pictures.cross_section import CrossSection, DrainBand, Embankment, Layer, Line
+from sembra.local.pictures.column import uniform_loads
+from sembra.local.pictures.cross_section import CrossSection, DrainBand, Embankment, Layer, Line
 
 Document = Mapping[str, Any]
 

@@ -6,8 +6,8 @@ from typing import Any
 import numpy as np
 from matplotlib.colors import to_rgb
 
-from local.pictures.cross_section import Embankment
-from local.pictures.style import INK, LOAD, WATER
+from sembra.local.pictures.cross_section import Embankment
+from sembra.local.pictures.style import INK, LOAD, WATER
 
 PHREATIC: dict[str, Any] = {"color": WATER, "linewidth": 1.6, "linestyle": (0, (7, 3))}
 DRAINS: dict[str, Any] = {

@@ -9,11 +9,11 @@ from matplotlib.axes import Axes
 from matplotlib.ticker import FuncFormatter, NullFormatter
 from sembra.external.dsettlement import OutputFileParser
 
-from local.pictures.labels_above import write_above
-from local.pictures.load_step import LoadStep
-from local.pictures.settlements import settlements_at, settlements_of
-from local.pictures.spreading import spread
-from local.pictures.style import LOAD, LineStyle, curve_style, draw_grid, look, new_figure
+from sembra.local.pictures.labels_above import write_above
+from sembra.local.pictures.load_step import LoadStep
+from sembra.local.pictures.settlements import settlements_at, settlements_of
+from sembra.local.pictures.spreading import spread
+from sembra.local.pictures.style import LOAD, LineStyle, curve_style, draw_grid, look, new_figure
 
 FIRST_TIME = 1.0
 """Left end of the time axis [days]: a logarithmic axis has no day 0."""

@@ -4,8 +4,8 @@ from matplotlib.axes import Axes
 from matplotlib.path import Path
 from matplotlib.transforms import ScaledTranslation
 
-from local.pictures.load_step import LoadStep
-from local.pictures.style import LOAD, WATER, figure_of
+from sembra.local.pictures.load_step import LoadStep
+from sembra.local.pictures.style import LOAD, WATER, figure_of
 
 TRIANGLE = Path([(0, 0), (-0.6, 1), (0.6, 1), (0, 0)], closed=True)
 

@@ -8,7 +8,7 @@ from typing import TYPE_CHECKING, Any
 if TYPE_CHECKING:
     from pandas import DataFrame
 
-    from local.results.dissipation import LayerDissipation
+    from sembra.local.results.dissipation import LayerDissipation
 
 Verticals = Mapping[int, Mapping[str, Any]]
 """What `OutputFileParser.vertical_results` gives."""
