@@ -342,7 +342,7 @@ class Pair:
             self.create_non_uniform_load()
 
 
-def is_registered(model: Any) -> bool:
+def is_indexed(model: Any) -> bool:
     """Whether boundaries or verticals of a native model are found without searching."""
     registers = getattr(model, "_dsettlement_registers", None)
     return any(type(known) in (_Boundary, _Vertical) for known in gc.get_referents(registers))
@@ -358,7 +358,7 @@ def compare_random_model(rng: random.Random, what: str) -> bool:
         return False
     for _ in range(rng.randrange(3, 14)):
         pair.step()
-    registered = is_registered(pair.models[0])
+    indexed = is_indexed(pair.models[0])
     pair.compare_state()
     pair.compare_documents()
-    return registered
+    return indexed

@@ -158,9 +158,9 @@ def test_pl_lines_and_boundaries_add_nothing() -> None:
 
 def test_chains_behave_like_objects_of_any_class() -> None:
     chain: Any = _Boundary(curves_through(*STORY))
-    for twin in (copy.deepcopy(chain), pickle.loads(pickle.dumps(chain))):
-        assert twin == chain
-        assert twin._curves is not chain._curves
+    for copied in (copy.deepcopy(chain), pickle.loads(pickle.dumps(chain))):
+        assert copied == chain
+        assert copied._curves is not chain._curves
     assert copy.copy(chain)._curves is chain._curves
     chain._curves = []
     assert chain.curves == vars(chain)["_curves"] == []

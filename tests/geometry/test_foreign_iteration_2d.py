@@ -42,9 +42,9 @@ def test_boundaries_may_go_while_layers_are_numbered(
 
     model = new_model_2d()
     boundary = model._create_boundary(points_of(model, (0, 10), (50, 10), (100, 30)))
-    twin = _Boundary([_Curve(curve.p1, curve.p2) for curve in boundary.curves])
+    equal = _Boundary([_Curve(curve.p1, curve.p2) for curve in boundary.curves])
     del boundary
-    model._layers = Clearing([_Layer(twin, twin, "Sand", 0, 0)] * 3)
+    model._layers = Clearing([_Layer(equal, equal, "Sand", 0, 0)] * 3)
     with pytest.raises(ValueError, match=r" is not in list$"):
         model._serialize_layers()
 
@@ -83,6 +83,7 @@ def test_a_list_of_curves_that_is_another_each_time_is_read_each_time(
     assert model._serialize_boundaries() == [[2], [4, 6]]
 
 
+@pytest.mark.implementation
 def test_numbers_of_another_kind_stay_visible_to_the_garbage_collector(
     new_model_2d: Factory,
 ) -> None:

@@ -12,7 +12,7 @@ import pytest
 import sembra.external.dsettlement as module
 from sembra.external.dsettlement import Model2D, _Vertical
 
-from tests.geometry.registers_2d import build, register
+from tests.geometry.index_2d import build, index_of
 
 Factory = Callable[..., Any]
 
@@ -62,12 +62,13 @@ class Slots(Model2D):
         return object.__getstate__(self)
 
 
+@pytest.mark.implementation
 def test_what_a_model_is_made_of_can_be_asked_past_its_class(
     new_model_2d: Factory, points_of: Factory
 ) -> None:
     model = build(new_model_2d(Slots), points_of)
     for one in (copy.deepcopy(model), pickle.loads(pickle.dumps(model))):
-        assert register(one) is None
+        assert index_of(one) is None
         one.create_vertical(1.0)
         assert [v.x for v in one._verticals] == [1.0, 3.0, 4.0, 5.0]
     shallow = copy.copy(model)

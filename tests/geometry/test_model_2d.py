@@ -142,16 +142,16 @@ def test_a_copied_or_pickled_model_gives_the_same_document_and_grows_on(
 ) -> None:
     model = build_story_2d()
     document = model._generate_input()
-    twins = [copy.deepcopy(model)]
-    twins += [pickle.loads(pickle.dumps(model, protocol)) for protocol in range(6)]
-    for twin in twins:
-        assert list(vars(twin)) == list(vars(model))
-        assert twin._generate_input() == document
-        points = points_of(twin, (0.0, 0.0), (100.0, 0.0))
-        assert twin._create_boundary(points) is twin._boundaries[0]
-        layer = twin.create_layer(points_of(twin, (0.0, 11.0), (100.0, 11.0)), "Sand", 0, 0)
-        assert layer.boundary_top is twin._boundaries[-1]
-        assert twin.create_vertical(50) is twin._verticals[1]
+    copies = [copy.deepcopy(model)]
+    copies += [pickle.loads(pickle.dumps(model, protocol)) for protocol in range(6)]
+    for copied in copies:
+        assert list(vars(copied)) == list(vars(model))
+        assert copied._generate_input() == document
+        points = points_of(copied, (0.0, 0.0), (100.0, 0.0))
+        assert copied._create_boundary(points) is copied._boundaries[0]
+        layer = copied.create_layer(points_of(copied, (0.0, 11.0), (100.0, 11.0)), "Sand", 0, 0)
+        assert layer.boundary_top is copied._boundaries[-1]
+        assert copied.create_vertical(50) is copied._verticals[1]
     assert model._generate_input() == document
 
 
@@ -160,11 +160,11 @@ def test_a_copy_that_shares_the_lists_sees_what_the_other_does(
 ) -> None:
     model = new_model_2d()
     model.create_layer(level(model, 1.0), "Sand", 0, 0)
-    twin = copy.copy(model)
-    assert twin._boundaries is model._boundaries
+    copied = copy.copy(model)
+    assert copied._boundaries is model._boundaries
     top = model.create_layer(level(model, 3.0), "Sand", 0, 0).boundary_top
-    assert twin._create_boundary(level(twin, 3.0)) is top
-    between = twin._create_boundary(level(twin, 2.0))
+    assert copied._create_boundary(level(copied, 3.0)) is top
+    between = copied._create_boundary(level(copied, 2.0))
     assert model._create_boundary(level(model, 2.0)) is between
     assert model._boundaries.index(between) == 2
 

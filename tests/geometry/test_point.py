@@ -107,9 +107,9 @@ def test_numbers_of_other_types_are_compared_by_their_own_equality() -> None:
 def test_points_behave_like_objects_of_any_class() -> None:
     point: Any = _Point(1.0, 2)
     point.note = "corner"
-    for twin in (copy.copy(point), copy.deepcopy(point), pickle.loads(pickle.dumps(point))):
-        assert twin == point
-        assert vars(twin) == {"_x": 1.0, "_y": 2, "note": "corner"}
+    for copied in (copy.copy(point), copy.deepcopy(point), pickle.loads(pickle.dumps(point))):
+        assert copied == point
+        assert vars(copied) == {"_x": 1.0, "_y": 2, "note": "corner"}
     del point.note
     with pytest.raises(AttributeError):
         del point.note

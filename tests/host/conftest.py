@@ -162,7 +162,7 @@ def operation(path: str) -> Any:
 
 
 @pytest.fixture
-def make_twin(soil_parameters: dict[str, Any]) -> Callable[[str], Any]:
+def make_counterpart(soil_parameters: dict[str, Any]) -> Callable[[str], Any]:
     """Make a class of the same name, written in Python, with that one operation."""
 
     def make(path: str) -> Any:
@@ -179,6 +179,6 @@ def make_twin(soil_parameters: dict[str, Any]) -> Callable[[str], Any]:
 
 
 @pytest.fixture
-def twin(path: str, make_twin: Callable[[str], Any]) -> Any:
+def counterpart(path: str, make_counterpart: Callable[[str], Any]) -> Any:
     """The same operation, written in Python."""
-    return getattr(make_twin(path), path.split(".")[1])
+    return getattr(make_counterpart(path), path.split(".")[1])

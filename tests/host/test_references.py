@@ -120,6 +120,7 @@ def test_memory_does_not_grow(action: str) -> None:
     assert blocks_after(ROUNDS) - before < ROUNDS // 4
 
 
+@pytest.mark.implementation
 @pytest.mark.parametrize("action", ACTIONS)
 def test_what_is_used_is_given_back(action: str) -> None:
     classes = [value for value in vars(dsettlement).values() if isinstance(value, type)]
@@ -139,6 +140,7 @@ def test_what_is_used_is_given_back(action: str) -> None:
     assert grown == []
 
 
+@pytest.mark.implementation
 def test_values_that_are_passed_through_are_given_back(soil_parameters: dict[str, Any]) -> None:
     value = object()
     before = sys.getrefcount(value)

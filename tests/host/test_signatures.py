@@ -24,22 +24,24 @@ def test_what_is_said_of_operations_is_said_of_those_that_exist() -> None:
     assert {path.split(".")[0] for path in OPERATIONS} >= set(dsettlement.__all__) - ENUMERATIONS
 
 
-def test_the_signature_is_that_of_an_operation_written_in_python(operation: Any, twin: Any) -> None:
-    assert described(inspect.signature(operation)) == described(inspect.signature(twin))
+def test_the_signature_is_that_of_an_operation_written_in_python(
+    operation: Any, counterpart: Any
+) -> None:
+    assert described(inspect.signature(operation)) == described(inspect.signature(counterpart))
 
 
 def test_the_signature_of_a_bound_operation_leaves_out_the_object(
-    path: str, operation: Any, twin: Any
+    path: str, operation: Any, counterpart: Any
 ) -> None:
     bound = types.MethodType(operation, object())
-    python = types.MethodType(twin, object())
+    python = types.MethodType(counterpart, object())
     assert described(inspect.signature(bound)) == described(inspect.signature(python))
 
 
 def test_the_signature_of_a_class_is_that_of_its_constructor(
-    constructor: str, make_twin: Any
+    constructor: str, make_counterpart: Any
 ) -> None:
-    python = make_twin(f"{constructor}.__init__")
+    python = make_counterpart(f"{constructor}.__init__")
     cls = getattr(dsettlement, constructor)
     assert described(inspect.signature(cls)) == described(inspect.signature(python))
 

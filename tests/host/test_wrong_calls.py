@@ -64,17 +64,17 @@ def wrong_calls(python: Callable[..., Any]) -> Iterator[Call]:
     yield (), {(): 2}
 
 
-def test_the_words_are_those_of_python(path: str, operation: Any, twin: Any) -> None:
-    calls = list(wrong_calls(twin))
+def test_the_words_are_those_of_python(path: str, operation: Any, counterpart: Any) -> None:
+    calls = list(wrong_calls(counterpart))
     assert len(calls) >= 5
     for call in calls:
-        assert refusal(operation, call) == refusal(twin, call), call
+        assert refusal(operation, call) == refusal(counterpart, call), call
 
 
 def test_the_words_are_those_of_python_when_an_object_is_made(
-    constructor: str, make_twin: Any
+    constructor: str, make_counterpart: Any
 ) -> None:
-    python: Any = make_twin(f"{constructor}.__init__")
+    python: Any = make_counterpart(f"{constructor}.__init__")
     cls = getattr(dsettlement, constructor)
     for args, kwargs in wrong_calls(python.__init__):
         if not args or "self" in kwargs:
@@ -84,9 +84,9 @@ def test_the_words_are_those_of_python_when_an_object_is_made(
 
 @pytest.mark.parametrize("call", [((), {}), ((1, 2, 3, 4), {}), ((1, 2), {"self": 3})])
 def test_the_words_are_those_of_python_on_a_bound_operation(
-    call: Call, new_model_1d: Callable[..., Any], make_twin: Any
+    call: Call, new_model_1d: Callable[..., Any], make_counterpart: Any
 ) -> None:
-    python = make_twin("Model1D.update_geometry")()
+    python = make_counterpart("Model1D.update_geometry")()
     bound = new_model_1d().update_geometry
     assert refusal(bound, call) == refusal(python.update_geometry, call)
 
@@ -135,10 +135,10 @@ def test_keywords_match_by_their_text_and_not_by_the_object(
     assert (material.gam_dry, material.gam_wet, material._kwargs["cohesion"]) == (1.0, 2.0, 3.0)
 
 
-def test_keywords_that_are_not_ascii_are_compared_as_text(make_twin: Any) -> None:
+def test_keywords_that_are_not_ascii_are_compared_as_text(make_counterpart: Any) -> None:
     call: Call = ((), {"file_nаme": "with a Cyrillic letter"})  # noqa: RUF001
-    twin = make_twin("Metadata.__init__")
-    assert refusal(Metadata, call) == refusal(twin, call)
+    counterpart = make_counterpart("Metadata.__init__")
+    assert refusal(Metadata, call) == refusal(counterpart, call)
 
 
 def test_the_object_itself_may_be_given_by_keyword(new_model_1d: Callable[..., Any]) -> None:

@@ -64,9 +64,9 @@ def test_the_frame_is_abstract_in_four_of_its_operations() -> None:
 
 def test_the_frame_itself_cannot_be_made_and_says_so_in_pythons_words() -> None:
     namespace = {name: abstractmethod(lambda self: None) for name in ABSTRACT}
-    twin: Any = ABCMeta("_Model", (), namespace)
+    counterpart: Any = ABCMeta("_Model", (), namespace)
     with pytest.raises(TypeError) as expected:
-        twin()
+        counterpart()
     with pytest.raises(TypeError) as refused:
         _Model()  # type: ignore[abstract, call-arg]
     assert str(refused.value) == str(expected.value)

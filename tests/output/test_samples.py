@@ -1,4 +1,4 @@
-"""Result files of the real tool read alike on both roads."""
+"""Result files of the real tool read alike by both readers."""
 
 import os
 from pathlib import Path

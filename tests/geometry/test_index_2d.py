@@ -22,19 +22,21 @@ from sembra.external.dsettlement import (
     _Vertical,
 )
 
-from tests.geometry.registers_2d import build, finds_chains, finds_verticals, register
+from tests.geometry.index_2d import build, finds_chains, finds_verticals, index_of
 
 Factory = Callable[..., Any]
 
 CLASSES = (_Point, _Curve, _CurveList, _PlLine, _Boundary, _Layer, _Vertical)
 
 
-def test_a_plain_model_is_registered(new_model_2d: Factory, points_of: Factory) -> None:
+@pytest.mark.implementation
+def test_a_plain_model_is_indexed(new_model_2d: Factory, points_of: Factory) -> None:
     model = build(new_model_2d(), points_of)
     assert finds_chains(model)
     assert finds_verticals(model)
 
 
+@pytest.mark.implementation
 def test_classes_that_were_looked_at_are_as_they_were_made(
     new_model_2d: Factory, points_of: Factory
 ) -> None:
@@ -48,6 +50,7 @@ def test_classes_that_were_looked_at_are_as_they_were_made(
         assert finds_verticals(one)
 
 
+@pytest.mark.implementation
 def test_a_class_with_another_operation_is_not(
     new_model_2d: Factory, points_of: Factory, monkeypatch: pytest.MonkeyPatch
 ) -> None:
@@ -109,6 +112,7 @@ def test_what_is_changed_while_the_class_of_the_model_is_patched_is_not_missed(
     assert model._create_boundary(level(model, 5.0)) is not boundary
 
 
+@pytest.mark.implementation
 @pytest.mark.parametrize(("size", "is_plain"), [(1e150, True), (1.1e150, False)])
 def test_sizes_that_areas_can_be_calculated_of_are_plain(
     new_model_2d: Factory, level: Factory, size: float, is_plain: bool
@@ -153,6 +157,7 @@ class ArrayFloat(float):
     __hash__ = float.__hash__
 
 
+@pytest.mark.implementation
 def test_elements_of_arrays_are_plain_numbers(new_model_2d: Factory, points_of: Factory) -> None:
     numpy = pytest.importorskip("numpy")
     model = new_model_2d()
@@ -183,20 +188,22 @@ def test_floats_of_other_classes_are_not(new_model_2d: Factory) -> None:
     assert model.create_vertical(ArrayFloat(5.0)) is not model.create_vertical(ArrayFloat(5.0))
 
 
+@pytest.mark.implementation
 def test_other_attributes_change_nothing(new_model_2d: Factory, points_of: Factory) -> None:
     model = build(new_model_2d(), points_of)
-    known = gc.get_referents(register(model))
+    known = gc.get_referents(index_of(model))
     model._points[0].tag = 1
     model._points[2].curve = 1
     del model._points[0].tag
     model.create_vertical(60.0)
-    assert set(map(id, known)) <= set(map(id, gc.get_referents(register(model))))
+    assert set(map(id, known)) <= set(map(id, gc.get_referents(index_of(model))))
     model._points[2].__dict__ = {"_x": 0.0, "_y": 77.0}
     assert model._create_boundary(points_of(model, (0, 5), (50, 3), (100, 5))) not in [
         known for known in known if type(known) is _Boundary
     ]
 
 
+@pytest.mark.implementation
 def test_a_refused_model_is_read_again_when_it_may_hold(
     new_model_2d: Factory, points_of: Factory
 ) -> None:
@@ -210,7 +217,8 @@ def test_a_refused_model_is_read_again_when_it_may_hold(
     assert finds_chains(model)
 
 
-def test_a_class_that_answers_for_missing_attributes_is_registered(
+@pytest.mark.implementation
+def test_a_class_that_answers_for_missing_attributes_is_indexed(
     new_model_2d: Factory, points_of: Factory
 ) -> None:
     class Answering(Model2D):
@@ -222,7 +230,7 @@ def test_a_class_that_answers_for_missing_attributes_is_registered(
             return super().__getattribute__(name)
 
     assert finds_chains(build(new_model_2d(Answering), points_of))
-    assert register(build(new_model_2d(Asking), points_of)) is None
+    assert index_of(build(new_model_2d(Asking), points_of)) is None
 
 
 def test_what_is_taken_out_is_let_go(new_model_2d: Factory, points_of: Factory) -> None:
@@ -233,6 +241,7 @@ def test_what_is_taken_out_is_let_go(new_model_2d: Factory, points_of: Factory) 
         assert gone() is None
 
 
+@pytest.mark.implementation
 def test_lists_may_be_replaced_while_others_are_let_go(
     new_model_2d: Factory, level: Factory
 ) -> None:

@@ -1,4 +1,4 @@
-"""What the registers of a two-dimensional model know, seen from outside."""
+"""What the index of a two-dimensional model knows, seen from outside."""
 
 import gc
 from collections.abc import Callable
@@ -10,15 +10,15 @@ Factory = Callable[..., Any]
 
 
 def finds_chains(model: Any) -> bool:
-    """Whether the register knows the boundaries of the model."""
-    return any(type(known) is _Boundary for known in gc.get_referents(register(model)))
+    """Whether the index knows the boundaries of the model."""
+    return any(type(known) is _Boundary for known in gc.get_referents(index_of(model)))
 
 
 def finds_verticals(model: Any) -> bool:
-    return any(type(known) is _Vertical for known in gc.get_referents(register(model)))
+    return any(type(known) is _Vertical for known in gc.get_referents(index_of(model)))
 
 
-def register(model: Any) -> Any:
+def index_of(model: Any) -> Any:
     return getattr(model, "_dsettlement_registers", None)
 
 
