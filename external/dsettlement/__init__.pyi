@@ -280,7 +280,7 @@ class VerticalDrain:
     def position_drain(self) -> float | None:
         """Level of the drain pipe [m], or None."""
     def _serialize(self) -> dict[str, Any]:
-        """Return the drain's part of the document, always the same 17 keys, as a new mapping."""
+        """Return the drain's part of the document, always with the same keys, as a new mapping."""
 
 class Metadata:
     """The identification block of an input file.

@@ -1,6 +1,8 @@
 #include "analysis/metadata.hpp"
 
 #include "host/class_body.hpp"
+#include "host/filled.hpp"
+#include "host/sequence.hpp"
 #include "host/text.hpp"
 
 namespace dsettlement::analysis {
@@ -27,11 +29,10 @@ constexpr Parameter init_parameters[] = {host::self,
                                          {"write_time", "bool", flag(false)}};
 
 void check_title(State& state, Handle title) {
-  const Py_ssize_t length = PyObject_Size(title);
-  if (length < 0) throw host::ErrorSet{};
+  const Py_ssize_t length = host::length(title);
   if (length > longest_title) {
-    state.toolkit.refuse("Max amount of character of identification title is 50: {} present.",
-                         {Ref::steal(PyLong_FromSsize_t(length))});
+    state.toolkit.refuse("Max amount of character of identification title is {}: {} present.",
+                         {host::integer(longest_title), host::integer(length)});
   }
 }
 
@@ -76,18 +77,20 @@ Ref serialize(State& state, Arguments arguments) {
       .done();
 }
 
-}  // namespace
-
-void define_metadata(host::Module& module, State& state) {
-  constexpr const char* fields =
-      R"(file_name: name of the input file as the file itself tells it.
+constexpr auto fields =
+    host::filled(R"(file_name: name of the input file as the file itself tells it.
 company: company that the calculation is made for.
 created_by: who or what made the file.
-title_1, title_2, title_3: titles of the calculation, at most 50 characters each.
+title_1, title_2, title_3: titles of the calculation, at most {} characters each.
 write_date: whether the date of generation is written; else 01/01/1900.
 write_time: whether the time of generation is written; else 00:00:00.
 
-Raises ModelError for the first title that is too long.)";
+Raises ModelError for the first title that is too long.)",
+                 longest_title);
+
+}  // namespace
+
+void define_metadata(host::Module& module, State& state) {
   host::ClassBody body(module, "Metadata",
                        R"(The identification block of an input file.
 

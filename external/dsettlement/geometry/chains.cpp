@@ -20,17 +20,17 @@ using host::Ref;
 namespace {
 
 // There is no list of curves: the curves of a model are those of its chains.
-Ref curves_of_model(State& state, Arguments arguments) {
+Ref curves(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
-  Ref curves = host::List().done();
+  Ref all = host::List().done();
   const auto extend_by = [&](const Ref& chain) {
     static_cast<void>(
-        Ref::steal(PySequence_InPlaceConcat(curves.get(), host::get(chain, names.curves).get())));
+        Ref::steal(PySequence_InPlaceConcat(all.get(), host::get(chain, names.curves).get())));
   };
   for (const Ref& boundary : host::Elements(boundaries_of(state, self))) extend_by(boundary);
   for (const Ref& pl_line : host::Elements(state.pl_lines.read(self))) extend_by(pl_line);
-  return curves;
+  return all;
 }
 
 // The first of the known objects that equals the new one, or an empty Ref.
@@ -157,7 +157,7 @@ Ref create_pl_line(State& state, Arguments arguments) {
 void add_chains(host::ClassBody& body, State& state) {
   body.add(
       state,
-      host::property<curves_of_model>(
+      host::property<curves>(
           "_curves",
           R"(The curves of all boundaries from low to high, then those of all pl-lines, as a new list.
 

@@ -1,6 +1,8 @@
 #include "geometry/layer.hpp"
 
+#include "geometry/codes.hpp"
 #include "host/class_body.hpp"
+#include "host/filled.hpp"
 
 namespace dsettlement::geometry {
 
@@ -34,13 +36,21 @@ void define_layer(host::Module& module, State& state) {
       R"(The soil between two boundaries, with the pressure at its top and at its bottom.
 
 Each object is equal only to itself.)");
-  body.add(state, host::method<init>("__init__", init_parameters,
-                                     R"(Keep the five values; nothing is checked.
+  static constexpr auto init_documentation =
+      host::filled(R"(Keep the five values; nothing is checked.
 
 boundary_top, boundary_bottom: boundaries at the top and at the bottom.
 material: name of the material.
-pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, or 0 for no pressure, or
-    99 for interpolation.)"));
+pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, or {} for no pressure, or
+    {} for interpolation.)",
+                   no_pressure, interpolation);
+  static constexpr auto top_documentation =
+      host::filled("Pl-line at the top, or {} for no pressure, or {} for interpolation.",
+                   no_pressure, interpolation);
+  static constexpr auto bottom_documentation =
+      host::filled("Pl-line at the bottom, or {} for no pressure, or {} for interpolation.",
+                   no_pressure, interpolation);
+  body.add(state, host::method<init>("__init__", init_parameters, init_documentation));
   body.add(state,
            host::getter<State, &State::Names::private_material>("material", "Name of the material.")
                .returning("str"));
@@ -50,13 +60,11 @@ pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, or 0 for no p
   body.add(state, host::getter<State, &State::Names::private_boundary_bottom>(
                       "boundary_bottom", "Boundary at the bottom.")
                       .returning("_Boundary"));
-  body.add(state, host::getter<State, &State::Names::private_pl_line_top>(
-                      "pl_line_top",
-                      R"(Pl-line at the top, or 0 for no pressure, or 99 for interpolation.)")
-                      .returning("_PlLine | int"));
-  body.add(state, host::getter<State, &State::Names::private_pl_line_bottom>(
-                      "pl_line_bottom",
-                      R"(Pl-line at the bottom, or 0 for no pressure, or 99 for interpolation.)")
+  body.add(state,
+           host::getter<State, &State::Names::private_pl_line_top>("pl_line_top", top_documentation)
+               .returning("_PlLine | int"));
+  body.add(state, host::getter<State, &State::Names::private_pl_line_bottom>("pl_line_bottom",
+                                                                             bottom_documentation)
                       .returning("_PlLine | int"));
   state.layer = body.make();
 }

@@ -3,6 +3,7 @@
 #include "geometry/codes.hpp"
 #include "geometry/index/index.hpp"
 #include "host/containers.hpp"
+#include "host/filled.hpp"
 #include "host/text.hpp"
 
 namespace dsettlement::geometry {
@@ -21,11 +22,13 @@ constexpr Parameter parameters[] = {host::self,
                                     {"pl_line_bottom", "_PlLine | int"}};
 
 // Only integers are checked: what else stands in the place of a pl-line shows in the document.
-void check_code(const State& state, Handle pl_line, const char* refusal) {
+void check_code(const State& state, Handle pl_line, const char* name) {
   if (host::is_instance(pl_line, reinterpret_cast<PyObject*>(&PyLong_Type)) &&
       !host::compare(pl_line, Py_EQ, host::integer(no_pressure)) &&
       !host::compare(pl_line, Py_EQ, host::integer(interpolation))) {
-    state.toolkit.refuse(refusal);
+    state.toolkit.refuse(
+        "'{}' must be {} or {} or of type _PlLine created with 'create_pl_line'",
+        {host::characters_of(name), host::integer(no_pressure), host::integer(interpolation)});
   }
 }
 
@@ -37,14 +40,13 @@ Ref create_layer(State& state, Arguments arguments) {
   if (!host::contains(host::get(self, names.private_materials), material)) {
     state.toolkit.refuse("Material with name '{}' does not exist", {material});
   }
-  check_code(state, pl_line_top,
-             "'pl_line_top' must be 0 or 99 or of type _PlLine created with 'create_pl_line'");
-  check_code(state, pl_line_bottom,
-             "'pl_line_bottom' must be 0 or 99 or of type _PlLine created with 'create_pl_line'");
+  check_code(state, pl_line_top, "pl_line_top");
+  check_code(state, pl_line_bottom, "pl_line_bottom");
   if (!host::is_true(host::get(self, names.private_layers)) &&
       host::compare(pl_line_bottom, Py_EQ, host::integer(interpolation))) {
     state.toolkit.refuse(
-        "Interpolation value for pl-line (99) cannot be assigned to bottom of geometry.");
+        "Interpolation value for pl-line ({}) cannot be assigned to bottom of geometry.",
+        {host::integer(interpolation)});
   }
 
   const Ref top = host::call_method(self, names.private_create_boundary, points);
@@ -60,27 +62,31 @@ Ref create_layer(State& state, Arguments arguments) {
   return layer;
 }
 
-}  // namespace
-
-void add_layering(host::ClassBody& body, State& state) {
-  body.add(state, host::method<create_layer>("create_layer", parameters,
-                                             R"(Define layers from bottom to top.
+constexpr auto documentation =
+    host::filled(R"(Define layers from bottom to top.
 
 boundary_top: points of the boundary at the top, made with create_point, from the left limit
     of the model to the right; two points may share an x coordinate.
 material: name of the material, made with create_material or one of the default materials.
 pl_line_top, pl_line_bottom: pl-line at the top and at the bottom, made with create_pl_line,
-    or 0 for no pressure, or 99 for interpolation, which neither the bottom of the first layer
+    or {} for no pressure, or {} for interpolation, which neither the bottom of the first layer
     nor the top of the last may have.
 
 Returns the new layer. It lies on the layer created before it, the first one on the lowest
 boundary of the model.
 
-Raises ModelError if the material does not exist, if a pl-line is another integer than 0 and
-99, if the bottom of the first layer is 99, or if the points do not run from limit to limit
+Raises ModelError if the material does not exist, if a pl-line is another integer than {} and
+{}, if the bottom of the first layer is {}, or if the points do not run from limit to limit
 or not from left to right; the model then stays as it is. Raises ModelError too if top and
-bottom are the same; a new boundary is kept then.)")
-                      .returning("_Layer"));
+bottom are the same; a new boundary is kept then.)",
+                 no_pressure, interpolation, no_pressure, interpolation, interpolation);
+
+}  // namespace
+
+void add_layering(host::ClassBody& body, State& state) {
+  body.add(
+      state,
+      host::method<create_layer>("create_layer", parameters, documentation).returning("_Layer"));
 }
 
 }  // namespace dsettlement::geometry

@@ -2,6 +2,7 @@
 
 #include "host/class_body.hpp"
 #include "host/elements.hpp"
+#include "host/filled.hpp"
 #include "host/text.hpp"
 #include "model/options.hpp"
 
@@ -17,6 +18,8 @@ namespace options = model::options;
 namespace {
 
 constexpr long one_dimensional = 0;
+constexpr double top_of_new_model = 0.0;
+constexpr double bottom_of_new_model = -10.0;
 
 constexpr Parameter init_parameters[] = {
     host::self,
@@ -43,9 +46,10 @@ Ref init(State& state, Arguments arguments) {
                    init_parameters, arguments);
 
   host::List layers;
-  layers.append(Ref::steal(PyTuple_Pack(2, host::real(0.0).get(), names.undetermined.get())));
+  layers.append(
+      Ref::steal(PyTuple_Pack(2, host::real(top_of_new_model).get(), names.undetermined.get())));
   host::set(self, names.private_geometry,
-            host::call(state.geometry_1d.now(), host::real(-10.0), layers.done()));
+            host::call(state.geometry_1d.now(), host::real(bottom_of_new_model), layers.done()));
   host::List verticals;
   verticals.append(host::call(state.model.vertical.now(), host::real(0.0)));
   host::set(self, names.private_verticals, verticals.done());
@@ -106,14 +110,10 @@ Ref serialize(State& state, Arguments arguments) {
       .done();
 }
 
-// Drains reach from the bottom to the top of the column; both levels are asked of the model, so
-// that a model with levels of its own is measured by them.
-
-constexpr const char* class_documentation =
-    R"(Model for a 1D D-Settlement analysis.
+constexpr auto class_documentation = host::filled(R"(Model for a 1D D-Settlement analysis.
 
 The soil is one column: layers above a bottom level, with a phreatic level and one vertical at
-x = 0. A new model has one layer of "Undetermined" from 0.0 down to -10.0 m.
+x = 0. A new model has one layer of "Undetermined" from {} down to {} m.
 
     model = Model1D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI)
     model.create_material("my_mat", 21.0, 19.0, color=Color(0, 0, 0))
@@ -123,17 +123,17 @@ x = 0. A new model has one layer of "Undetermined" from 0.0 down to -10.0 m.
     input_file = model.generate_input_file()
 
 Units: metres for levels, days for times, kN/m³ for unit weights, kPa for pressures. Values
-are kept as given; nothing is converted.)";
+are kept as given; nothing is converted.)",
+                                                  top_of_new_model, bottom_of_new_model);
 
-constexpr const char* init_documentation =
-    R"(Make a model with the default geometry.
+constexpr auto init_documentation = host::filled(R"(Make a model with the default geometry.
 
 calculation_model: specifies which calculation model is used.
 consolidation_model: specifies which consolidation model is used.
 create_default_materials: start with default materials or none.
 natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.
 water_unit_weight: in [kN/m³].
-verticals_discretization: number of elements along the vertical, from 5 to 500.
+verticals_discretization: number of elements along the vertical, from {} to {}.
 verticals_z_coordinate: z coordinate of the vertical [m].
 maintain_profile: whether the profile is maintained by superelevation.
 profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:
@@ -142,7 +142,8 @@ end_of_settlement_calculation: [days]; no calculation time may lie behind it.
 vertical_drain: parameters for vertical drains, or None (default) to disable option.
 
 Raises ModelError if an option is out of its range, KeyError if calculation_model is not a
-member of CalculationModel.)";
+member of CalculationModel.)",
+                                                 options::fewest_elements, options::most_elements);
 
 constexpr const char* update_documentation =
     R"( Overwrite the current (default if not updated before) geometry with the given data.
@@ -181,6 +182,8 @@ void define_model_1d(host::Module& module, State& state) {
                       R"(Return the model's document as a new mapping: what all models share, then
 'model_type' and 'geometry'.)")
                       .returning("dict[str, Any]"));
+  // Drains reach from the bottom to the top of the column; both levels are asked of the model, so
+  // that a model with levels of its own is measured by them.
   body.add(state, host::getter<State, &State::Names::bottom_level>(
                       "_min_vertical_drains", "Lowest level for vertical drains [m]: the bottom.")
                       .returning("float"));

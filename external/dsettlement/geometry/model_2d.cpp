@@ -9,6 +9,7 @@
 #include "geometry/verticals.hpp"
 #include "host/class_body.hpp"
 #include "host/elements.hpp"
+#include "host/filled.hpp"
 #include "host/unpack.hpp"
 #include "model/options.hpp"
 #include "soil/non_uniform_load.hpp"
@@ -109,8 +110,8 @@ or pl-line; what repeats is folded together.
 Units: metres for coordinates, days for times, kN/m³ for unit weights, kPa for pressures.
 Values are kept as given; nothing is converted.)";
 
-constexpr const char* init_documentation =
-    R"(Make a model with its bottom boundary and no layer.
+constexpr auto init_documentation =
+    host::filled(R"(Make a model with its bottom boundary and no layer.
 
 calculation_model: specifies which calculation model is used.
 consolidation_model: specifies which consolidation model is used.
@@ -120,10 +121,10 @@ create_default_materials: start with default materials or none.
 natural_strain: if False -> linear strain; only NEN_KOPPEJAN listens to it.
 limits: left and right x limit of the geometry [m].
 water_unit_weight: in [kN/m³].
-verticals_discretization: number of elements along a vertical, from 5 to 500.
+verticals_discretization: number of elements along a vertical, from {} to {}.
 verticals_z_coordinate: z coordinate of the verticals [m].
 maintain_profile: whether the profile is maintained by superelevation.
-profile_time: time of the superelevation [days], from 0 to 100000 and not above
+profile_time: time of the superelevation [days], from 0 to {} and not above
     end_of_settlement_calculation.
 profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:
     unit weight of the superelevation [kN/m³].
@@ -134,7 +135,8 @@ vertical_drain: parameters for vertical drains, or None (default) to disable opt
 Raises ModelError if an option is out of its range or if the bottom boundary does not run
 from limit to limit and from left to right, KeyError if calculation_model is not a member of
 CalculationModel, IndexError if boundary_bottom is empty, ValueError if one of its entries is
-no pair.)";
+no pair.)",
+                 options::fewest_elements, options::most_elements, options::latest_profile_time);
 
 constexpr const char* create_point_documentation =
     R"(Create a point for a boundary or a pl-line.

@@ -33,8 +33,8 @@ Ref validate(State& state, Arguments arguments) {
   const Ref top_layer = layer_at(state, self, -1, "Model should have at least 1 layer.");
   const Ref pl_line_top = host::get(top_layer, names.pl_line_top);
   if (host::compare(pl_line_top, Py_EQ, host::integer(interpolation))) {
-    state.toolkit.refuse(R"(pl_line_top for top layer cannot have interpolation value (99): {})",
-                         {host::get(top_layer, names.pl_line_top)});
+    state.toolkit.refuse(R"(pl_line_top for top layer cannot have interpolation value ({}): {})",
+                         {host::integer(interpolation), host::get(top_layer, names.pl_line_top)});
   }
   if (host::compare(host::get(self, names.private_phreatic_line), Py_EQ, host::integer(0))) {
     state.toolkit.refuse("No phreatic line is set for the model.");

@@ -2,6 +2,7 @@
 
 #include "host/containers.hpp"
 #include "host/elements.hpp"
+#include "host/filled.hpp"
 #include "host/unpack.hpp"
 #include "model/options.hpp"
 
@@ -80,6 +81,13 @@ void enter_default_materials(State& state, Handle self) {
   }
 }
 
+constexpr auto refusal_of_elements =
+    host::filled("verticals_discretization must be between {} and {}", options::fewest_elements,
+                 options::most_elements);
+constexpr auto refusal_of_profile_time =
+    host::filled("profile_time must be between 0 and {} and <= end_of_settlement_calculation",
+                 options::latest_profile_time);
+
 Ref init(State& state, Arguments arguments) {
   const auto [self, calculation_model, consolidation_model, create_default_materials,
               natural_strain, reliability_analysis, fit_for_settlement_plate,
@@ -99,17 +107,16 @@ Ref init(State& state, Arguments arguments) {
   host::set(self, names.private_limits, limits);
   host::set(self, names.private_water_unit_weight, water_unit_weight);
 
-  if (!host::between(5L, verticals_discretization, 500L)) {
-    state.toolkit.refuse("verticals_discretization must be between 5 and 500");
+  if (!host::between(options::fewest_elements, verticals_discretization, options::most_elements)) {
+    state.toolkit.refuse(refusal_of_elements);
   }
   host::set(self, names.private_verticals_discretization, verticals_discretization);
   host::set(self, names.private_verticals_z_coordinate, verticals_z_coordinate);
   host::set(self, names.private_maintain_profile, maintain_profile);
 
-  if (!host::between(0L, profile_time, 100000L) ||
+  if (!host::between(0L, profile_time, options::latest_profile_time) ||
       !host::compare(profile_time, Py_LE, end_of_settlement_calculation)) {
-    state.toolkit.refuse(
-        "profile_time must be between 0 and 100000 and <= end_of_settlement_calculation");
+    state.toolkit.refuse(refusal_of_profile_time);
   }
   host::set(self, names.private_profile_time, profile_time);
   host::set(self, names.private_profile_unit_weight_above, profile_unit_weight_above);
@@ -123,12 +130,8 @@ Ref init(State& state, Arguments arguments) {
   return host::none();
 }
 
-}  // namespace
-
-void add_calculation_options(host::ClassBody& body, State& state) {
-  body.add(state, host::method<init>(
-                      "__init__", parameters,
-                      R"(Check and keep the calculation options, and enter the default materials.
+constexpr auto documentation =
+    host::filled(R"(Check and keep the calculation options, and enter the default materials.
 
 calculation_model: the calculation model.
 consolidation_model: the consolidation model; not checked here.
@@ -138,10 +141,10 @@ reliability_analysis, fit_for_settlement_plate, horizontal_displacements: kept, 
     no document.
 limits: left and right limit of the model [m].
 water_unit_weight: [kN/m³]; kept, and part of no document.
-verticals_discretization: number of elements along a vertical, from 5 to 500.
+verticals_discretization: number of elements along a vertical, from {} to {}.
 verticals_z_coordinate: z coordinate of the verticals [m].
 maintain_profile: whether the profile is maintained by superelevation.
-profile_time: time of the superelevation [days], from 0 to 100000 and not above
+profile_time: time of the superelevation [days], from 0 to {} and not above
     end_of_settlement_calculation.
 profile_unit_weight_above_phreatic_level, profile_unit_weight_below_phreatic_level:
     unit weight of the superelevation [kN/m³].
@@ -150,8 +153,13 @@ stress_distribution_loads: True for "Simulate", False for "None".
 vertical_drain: the vertical drains, or None for a model without.
 
 Raises ModelError if an option is out of its range, KeyError if calculation_model is not a
-member of CalculationModel.)")
-                      .abstract());
+member of CalculationModel.)",
+                 options::fewest_elements, options::most_elements, options::latest_profile_time);
+
+}  // namespace
+
+void add_calculation_options(host::ClassBody& body, State& state) {
+  body.add(state, host::method<init>("__init__", parameters, documentation).abstract());
 }
 
 }  // namespace dsettlement::model

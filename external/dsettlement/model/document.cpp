@@ -16,7 +16,7 @@ Ref value_of(State& state, Handle self, const host::Name& attribute) {
   return host::get(host::get(self, attribute), state.names.value);
 }
 
-Ref make_document(State& state, Arguments arguments) {
+Ref serialize(State& state, Arguments arguments) {
   const Handle self = arguments[0];
   const State::Names& names = state.names;
   const State::Names::Keys& keys = names.keys;
@@ -50,7 +50,7 @@ Ref make_document(State& state, Arguments arguments) {
   return document.done();
 }
 
-Ref make_verticals(State& state, Arguments arguments) {
+Ref serialize_verticals(State& state, Arguments arguments) {
   host::List verticals;
   const Ref all = host::get(arguments[0], state.names.private_verticals);
   for (const Ref& vertical : host::Elements(all)) {
@@ -61,17 +61,22 @@ Ref make_verticals(State& state, Arguments arguments) {
 
 }  // namespace
 
-constinit const host::Operation<State> serialize =
-    host::method<make_document>(
-        "_serialize",
-        R"(Return the part of the model document that all models share, as a new mapping.
+void add_document(host::ClassBody& body, State& state) {
+  body.add(state,
+           host::method<serialize>(
+               "_serialize",
+               R"(Return the part of the model document that all models share, as a new mapping.
 
 A concrete model adds its geometry behind these keys. The model stays as it is.)")
-        .returning("dict[str, Any]");
+               .returning("dict[str, Any]")
+               .abstract());
+}
 
-constinit const host::Operation<State> serialize_verticals =
-    host::method<make_verticals>("_serialize_verticals",
-                                 "Return a new list with the document of each vertical.")
-        .returning("list[dict[str, Any]]");
+void add_vertical_documents(host::ClassBody& body, State& state) {
+  body.add(state,
+           host::method<serialize_verticals>(
+               "_serialize_verticals", "Return a new list with the document of each vertical.")
+               .returning("list[dict[str, Any]]"));
+}
 
 }  // namespace dsettlement::model

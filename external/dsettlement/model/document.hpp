@@ -1,12 +1,12 @@
 // The part of the model document that one and two dimensions share.
 #pragma once
 
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 #include "model/state.hpp"
 
 namespace dsettlement::model {
 
-extern const host::Operation<State> serialize;
-extern const host::Operation<State> serialize_verticals;
+void add_document(host::ClassBody& body, State& state);
+void add_vertical_documents(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::model

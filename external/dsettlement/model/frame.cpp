@@ -87,18 +87,16 @@ pressures. Values are kept as given; nothing is converted.)");
                       .returning("dict[str, _Material]"));
   body.add(state, host::property<verticals>("verticals", "The verticals, as a new list.")
                       .returning("list[_Vertical]"));
-  // In the order in which callers know them, so that tables of one folder do not stand together.
-  body.add(soil, soil::create_material);
-  body.add(soil, soil::create_uniform_load);
+  soil::add_materials(body, soil);
+  soil::add_uniform_loads(body, soil);
   add_calculation_times(body, state);
   analysis::add_input_generation(body, analysis);
   soil::add_drain_limits(body, soil);
-  body.add(soil, soil::add_other_load);
-  body.add(state, serialize.abstract());
-  body.add(soil, soil::serialize_materials);
-  body.add(state, serialize_verticals);
-  body.add(soil, soil::serialize_non_uniform_loads);
-  body.add(soil, soil::serialize_other_loads);
+  soil::add_other_loads(body, soil);
+  add_document(body, state);
+  soil::add_material_documents(body, soil);
+  add_vertical_documents(body, state);
+  soil::add_load_documents(body, soil);
   body.add(state, host::property<left_to_concrete_models>("_min_vertical_drains",
                                                           "Lowest level for vertical drains [m].")
                       .returning("float")

@@ -14,6 +14,11 @@ using host::keyword_only;
 using host::number;
 using host::Parameter;
 
+// Between which bounds some of them lie.
+inline constexpr long fewest_elements = 5;
+inline constexpr long most_elements = 500;
+inline constexpr long latest_profile_time = 100000;
+
 inline constexpr Parameter calculation_model{"calculation_model", "CalculationModel"};
 inline constexpr Parameter consolidation_model{"consolidation_model", "ConsolidationModel"};
 inline constexpr Parameter create_default_materials{"create_default_materials", "bool", flag(true)};

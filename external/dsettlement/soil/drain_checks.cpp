@@ -10,11 +10,6 @@ using host::Ref;
 
 namespace {
 
-constexpr double least_size = 0.001;
-constexpr long largest_size = 1000;
-constexpr long largest_time = 100000;
-constexpr long largest_underpressure = 100000;
-
 class Checks {
  public:
   Checks(const State& state, const DrainValues& drain) : state_(state), drain_(drain) {}

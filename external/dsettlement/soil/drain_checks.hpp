@@ -5,6 +5,12 @@
 
 namespace dsettlement::soil {
 
+// Between which bounds the values lie: sizes in [m], times in [days], underpressure in [kPa].
+inline constexpr double least_size = 0.001;
+inline constexpr long largest_size = 1000;
+inline constexpr long largest_time = 100000;
+inline constexpr long largest_underpressure = 100000;
+
 struct DrainValues {
   host::Handle drain_type;
   host::Handle center_to_center;

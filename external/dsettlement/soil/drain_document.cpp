@@ -65,7 +65,7 @@ void add_drain_document(host::ClassBody& body, State& state) {
       state,
       host::method<serialize>(
           "_serialize",
-          "Return the drain's part of the document, always the same 17 keys, as a new mapping.")
+          "Return the drain's part of the document, always with the same keys, as a new mapping.")
           .returning("dict[str, Any]"));
 }
 

@@ -17,7 +17,7 @@ constexpr Parameter create_parameters[] = {host::self,          {"name", "str"},
                                            {"time", "int"},     {"unit_weight", "float"},
                                            {"height", "float"}, {"y_application", "float"}};
 
-Ref enter_uniform_load(State& state, Arguments arguments) {
+Ref create_uniform_load(State& state, Arguments arguments) {
   const auto [self, name, time, unit_weight, height, y_application] =
       arguments.first<std::size(create_parameters)>();
   const Ref load = host::call(state.uniform_load.now(), time, unit_weight, height, y_application);
@@ -27,7 +27,7 @@ Ref enter_uniform_load(State& state, Arguments arguments) {
 
 constexpr Parameter add_parameters[] = {host::self, {"name", "str"}, {"load", "_OtherLoad"}};
 
-Ref enter_other_load(State& state, Arguments arguments) {
+Ref add_other_load(State& state, Arguments arguments) {
   const auto [self, name, load] = arguments.first<std::size(add_parameters)>();
   const Ref loads = host::get(self, state.names.private_other_loads);
   if (host::contains(loads, name)) {
@@ -38,7 +38,7 @@ Ref enter_other_load(State& state, Arguments arguments) {
 }
 
 // In the order in which the loads were created.
-Ref list_loads(State& state, Handle loads) {
+Ref serialize_loads(State& state, Handle loads) {
   host::List list;
   for (const Ref& entry : host::items_of(loads)) {
     const Ref name = host::item(entry, 0);
@@ -47,19 +47,19 @@ Ref list_loads(State& state, Handle loads) {
   return list.done();
 }
 
-Ref list_other_loads(State& state, Arguments arguments) {
-  return list_loads(state, host::get(arguments[0], state.names.private_other_loads));
+Ref serialize_other_loads(State& state, Arguments arguments) {
+  return serialize_loads(state, host::get(arguments[0], state.names.private_other_loads));
 }
 
-Ref list_non_uniform_loads(State& state, Arguments arguments) {
-  return list_loads(state, host::get(arguments[0], state.names.private_non_uniform_loads));
+Ref serialize_non_uniform_loads(State& state, Arguments arguments) {
+  return serialize_loads(state, host::get(arguments[0], state.names.private_non_uniform_loads));
 }
 
 }  // namespace
 
-constinit const host::Operation<State> create_uniform_load =
-    host::method<enter_uniform_load>("create_uniform_load", create_parameters,
-                                     R"(Create a load of the same weight everywhere.
+void add_uniform_loads(host::ClassBody& body, State& state) {
+  body.add(state, host::method<create_uniform_load>("create_uniform_load", create_parameters,
+                                                    R"(Create a load of the same weight everywhere.
 
 name: name of the load, of any length; must be new among the uniform loads of this model.
 time: the moment of application [days]; -1 marks an initial load.
@@ -67,27 +67,31 @@ unit_weight: [kN/m³].
 height: [m].
 y_application: level of application [m].
 
-Raises ModelError if the name exists already; the earlier load then stays.)");
+Raises ModelError if the name exists already; the earlier load then stays.)"));
+}
 
-constinit const host::Operation<State> add_other_load =
-    host::method<enter_other_load>("_add_other_load", add_parameters,
-                                   R"(Enter a load into the table of other loads.
+void add_other_loads(host::ClassBody& body, State& state) {
+  body.add(state, host::method<add_other_load>("_add_other_load", add_parameters,
+                                               R"(Enter a load into the table of other loads.
 
 name: name of the load; must be new in the table.
 load: the load.
 
-Raises ModelError if the name exists already.)");
+Raises ModelError if the name exists already.)"));
+}
 
-constinit const host::Operation<State> serialize_other_loads =
-    host::method<list_other_loads>(
-        "_serialize_other_loads",
-        "Return a new list with the document of each other load, in the order of creation.")
-        .returning("list[dict[str, Any]]");
-
-constinit const host::Operation<State> serialize_non_uniform_loads =
-    host::method<list_non_uniform_loads>(
-        "_serialize_non_uniform_loads",
-        "Return a new list with the document of each non-uniform load, in the order of creation.")
-        .returning("list[dict[str, Any]]");
+void add_load_documents(host::ClassBody& body, State& state) {
+  body.add(
+      state,
+      host::method<serialize_non_uniform_loads>(
+          "_serialize_non_uniform_loads",
+          "Return a new list with the document of each non-uniform load, in the order of creation.")
+          .returning("list[dict[str, Any]]"));
+  body.add(state,
+           host::method<serialize_other_loads>(
+               "_serialize_other_loads",
+               "Return a new list with the document of each other load, in the order of creation.")
+               .returning("list[dict[str, Any]]"));
+}
 
 }  // namespace dsettlement::soil

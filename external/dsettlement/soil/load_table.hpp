@@ -1,14 +1,14 @@
 // What the model frame does with its tables of loads.
 #pragma once
 
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 #include "soil/state.hpp"
 
 namespace dsettlement::soil {
 
-extern const host::Operation<State> create_uniform_load;
-extern const host::Operation<State> add_other_load;
-extern const host::Operation<State> serialize_other_loads;
-extern const host::Operation<State> serialize_non_uniform_loads;
+// Several groups, as the order of operations in the class is part of its interface.
+void add_uniform_loads(host::ClassBody& body, State& state);
+void add_other_loads(host::ClassBody& body, State& state);
+void add_load_documents(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::soil

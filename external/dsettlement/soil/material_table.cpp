@@ -4,6 +4,7 @@
 
 #include "host/containers.hpp"
 #include "host/elements.hpp"
+#include "host/filled.hpp"
 #include "host/sequence.hpp"
 #include "host/text.hpp"
 #include "soil/material.hpp"
@@ -31,7 +32,7 @@ constexpr auto parameters = [] {
   return all;
 }();
 
-Ref enter_material(State& state, Arguments arguments) {
+Ref create_material(State& state, Arguments arguments) {
   const auto [self, name, gam_dry, gam_wet, color] = arguments.first<first_of_vocabulary>();
   const State::Names& names = state.names;
 
@@ -56,7 +57,7 @@ Ref enter_material(State& state, Arguments arguments) {
   return host::none();
 }
 
-Ref make_list(State& state, Arguments arguments) {
+Ref serialize_materials(State& state, Arguments arguments) {
   const Ref pairs =
       Ref::steal(PyMapping_Items(host::get(arguments[0], state.names.private_materials).get()));
   host::check(PyList_Sort(pairs.get()));
@@ -68,13 +69,10 @@ Ref make_list(State& state, Arguments arguments) {
   return materials.done();
 }
 
-}  // namespace
+constexpr auto documentation_of_create =
+    host::filled(R"(Create a material, for layers to refer to by its name.
 
-constinit const host::Operation<State> create_material =
-    host::method<enter_material>("create_material", parameters,
-                                 R"(Create a material, for layers to refer to by its name.
-
-name: name of the material, at most 25 characters; must be new in this model.
+name: name of the material, at most {} characters; must be new in this model.
 gam_dry: unit weight above the phreatic level [kN/m³].
 gam_wet: unit weight below the phreatic level [kN/m³].
 color: colour for visualisation in D-Settlement; a random one if it is not given.
@@ -104,11 +102,21 @@ cr_index, cc_index, csw_index: the same as indices [-].
 pri_comp_index, sec_comp_index, sec_comp_rate: isotache parameters a, b and c [-].
 horizontal_behaviour_type, elasticity [kPa], default_elasticity: horizontal behaviour.
 
-Raises ModelError if the name exists already or is too long; the model then stays as it was.)");
+Raises ModelError if the name exists already or is too long; the model then stays as it was.)",
+                 longest_name);
 
-constinit const host::Operation<State> serialize_materials =
-    host::method<make_list>("_serialize_materials",
-                            "Return a new list with the document of each material, sorted by name.")
-        .returning("list[dict[str, Any]]");
+}  // namespace
+
+void add_materials(host::ClassBody& body, State& state) {
+  body.add(state,
+           host::method<create_material>("create_material", parameters, documentation_of_create));
+}
+
+void add_material_documents(host::ClassBody& body, State& state) {
+  body.add(state, host::method<serialize_materials>(
+                      "_serialize_materials",
+                      "Return a new list with the document of each material, sorted by name.")
+                      .returning("list[dict[str, Any]]"));
+}
 
 }  // namespace dsettlement::soil

@@ -1,12 +1,13 @@
 // What the model frame does with its table of materials.
 #pragma once
 
-#include "host/operation.hpp"
+#include "host/class_body.hpp"
 #include "soil/state.hpp"
 
 namespace dsettlement::soil {
 
-extern const host::Operation<State> create_material;
-extern const host::Operation<State> serialize_materials;
+// Several groups, as the order of operations in the class is part of its interface.
+void add_materials(host::ClassBody& body, State& state);
+void add_material_documents(host::ClassBody& body, State& state);
 
 }  // namespace dsettlement::soil

@@ -2,6 +2,7 @@
 
 #include "host/class_body.hpp"
 #include "host/elements.hpp"
+#include "host/filled.hpp"
 #include "host/sequence.hpp"
 #include "host/text.hpp"
 #include "host/unpack.hpp"
@@ -175,12 +176,12 @@ name: not used; the load knows its name.)")
   state.non_uniform_load = body.make({state.load.original()});
 }
 
-void add_non_uniform_loads(host::ClassBody& body, State& state) {
-  body.add(state, host::method<create_non_uniform_load>(
-                      "create_non_uniform_load", parameters,
-                      R"(Create a load by the weight of the soil below a polyline.
+namespace {
 
-name: name of the load, at most 25 characters; must be new among the non-uniform loads.
+constexpr auto documentation_of_create =
+    host::filled(R"(Create a load by the weight of the soil below a polyline.
+
+name: name of the load, at most {} characters; must be new among the non-uniform loads.
 points: x-y coordinates from left to right [m]. The first and the last must each be a point
     of a boundary or of an earlier non-uniform load. The list is kept, not copied.
 time: the moment the load is laid down [days]; -1 makes it an initial load.
@@ -195,7 +196,14 @@ Returns the new load.
 Raises ModelError if the name is too long or exists already, if the first or the last point is
 on no point of a boundary or load, if time is greater than end_time, or if an x coordinate is
 less than the one before it; the model then stays as it is. Raises IndexError if there is no
-point.)")
+point.)",
+                 longest_name);
+
+}  // namespace
+
+void add_non_uniform_loads(host::ClassBody& body, State& state) {
+  body.add(state, host::method<create_non_uniform_load>("create_non_uniform_load", parameters,
+                                                        documentation_of_create)
                       .returning("_NonUniformLoad"));
 }
 

@@ -1,6 +1,7 @@
 #include "soil/vertical_drain.hpp"
 
 #include "host/class_body.hpp"
+#include "host/filled.hpp"
 #include "soil/drain_checks.hpp"
 #include "soil/drain_document.hpp"
 
@@ -57,24 +58,26 @@ Ref init(State& state, Arguments arguments) {
   return host::none();
 }
 
-}  // namespace
-
-void define_vertical_drain(host::Module& module, State& state) {
-  constexpr const char* fields =
-      R"(drain_type: kind of drain.
+constexpr auto fields = host::filled(R"(drain_type: kind of drain.
 range_from, range_to: range along x over which drainage takes place [m].
 bottom_position: level of the bottom of the drains [m].
-center_to_center: distance between the centres of drains [m], from 0.001 to 1000.
-width_diameter: width of the drains, or diameter for COLUMN [m], from 0.001 to 1000.
-thickness: thickness of a strip [m], from 0.001 to 1000; must be set for STRIP.
+center_to_center: distance between the centres of drains [m], from {} to {}.
+width_diameter: width of the drains, or diameter for COLUMN [m], from {} to {}.
+thickness: thickness of a strip [m], from {} to {}; must be set for STRIP.
 position_drain: level of the drain pipe [m]; must be set for SAND_WALL with a schedule.
 grid: grid of the drains; must be set for STRIP and COLUMN.
-start_of_drainage: [days], from 0 to 100000; must be set unless the schedule is a list.
+start_of_drainage: [days], from 0 to {}; must be set unless the schedule is a list.
 phreatic_level_in_drain: [m]; must be set unless the schedule is a list.
 schedule: None; a DrainageSimpleMode; or a list of triples of time [days], underpressure
     [kPa] and water head [m] (tube pressure [kPa] for SAND_WALL).
 
-Raises ModelError for the first value that is missing or out of its range.)";
+Raises ModelError for the first value that is missing or out of its range.)",
+                                     least_size, largest_size, least_size, largest_size, least_size,
+                                     largest_size, largest_time);
+
+}  // namespace
+
+void define_vertical_drain(host::Module& module, State& state) {
   host::ClassBody body(
       module, "VerticalDrain",
       R"(The vertical drains of a model: what they are, where they are, and the schedule of their dewatering.
