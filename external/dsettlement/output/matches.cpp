@@ -76,7 +76,7 @@ Ref match_verticals(const State& state, Handle cls, Handle pattern, Handle resul
   Mapping verticals;
   long number = 0;
   for (const Ref& match : all_matches(state, pattern, results)) {
-    const Ref parse = host::get(cls, state.names.parse_vertical);
+    const Ref parse = host::get(cls, state.names.private_parse_vertical);
     verticals.put(host::integer(++number), host::call(parse, whole_match(state, match)));
   }
   return verticals.done();

@@ -21,7 +21,7 @@ constexpr Parameter vertical_parameters[] = {host::cls, {"vertical", "str"}};
 Ref init(State& state, Arguments arguments) {
   const auto [self, sld_file] = arguments.first<std::size(init_parameters)>();
   const State::Names& names = state.names;
-  const Ref parse = host::get(self, names.parse_results);
+  const Ref parse = host::get(self, names.private_parse_results);
   host::set(self, names.private_results,
             host::call(parse, host::call_method(sld_file, names.getvalue)));
   return host::none();
@@ -33,13 +33,13 @@ Ref raw_results(State& state, Arguments arguments) {
 
 Ref vertical_results(State& state, Arguments arguments) {
   const Handle self = arguments[0];
-  const Ref parse = host::get(self, state.names.parse_verticals);
+  const Ref parse = host::get(self, state.names.private_parse_verticals);
   return host::call(parse, host::get(self, state.names.private_results));
 }
 
 Ref residual_times(State& state, Arguments arguments) {
   const Handle self = arguments[0];
-  const Ref parse = host::get(self, state.names.parse_residual_settlements);
+  const Ref parse = host::get(self, state.names.private_parse_residual_settlements);
   return host::call(parse, host::get(self, state.names.private_results));
 }
 
@@ -77,28 +77,30 @@ Ref parse_residual_settlements(State& state, Arguments arguments) {
 }  // namespace
 
 void define_parser(host::Module& module, State& state) {
-  host::ClassBody body(
-      module, "OutputFileParser",
-      "Helper class to extract results from a D-Settlement output file (.sld).\n\n"
-      "Construct it with the text of a finished analysis, then read the results:\n\n"
-      "    parser = OutputFileParser(sld_file)\n"
-      "    parser.vertical_results\n"
-      "    parser.residual_times\n\n"
-      "Nothing is kept between reads: each parses the text afresh and returns new objects.");
+  host::ClassBody body(module, "OutputFileParser",
+                       R"(Helper class to extract results from a D-Settlement output file (.sld).
+
+Construct it with the text of a finished analysis, then read the results:
+
+    parser = OutputFileParser(sld_file)
+    parser.vertical_results
+    parser.residual_times
+
+Nothing is kept between reads: each parses the text afresh and returns new objects.)");
   body.declare("_results", "str");
   state.patterns.define(body);
-  body.add(state,
-           host::method<init>(
-               "__init__", init_parameters,
-               "Cut the [Results] block out of the file.\n\n"
-               "sld_file: the output of the analysis; any object whose `getvalue` gives the text "
-               "will do.\n\n"
-               "Raises ParsingError if the text has no [Results] block."));
-  body.add(state, host::property<raw_results>(
-                      "raw_results",
-                      "Raw result data. For convenience, specific data can also be extracted using "
-                      "available methods.")
-                      .returning("str"));
+  body.add(state, host::method<init>("__init__", init_parameters,
+                                     R"(Cut the [Results] block out of the file.
+
+sld_file: the output of the analysis; any object whose `getvalue` gives the text will do.
+
+Raises ParsingError if the text has no [Results] block.)"));
+  body.add(
+      state,
+      host::property<raw_results>(
+          "raw_results",
+          R"(Raw result data. For convenience, specific data can also be extracted using available methods.)")
+          .returning("str"));
   body.add(state, host::property<vertical_results>("vertical_results",
                                                    R"(Returns results for all verticals.
 
@@ -128,11 +130,12 @@ Raises ValueError for a field that is no number, and IndexError for a row with t
 some files of D-Settlement the first such block has no rows and runs on to the end of a second one:
 that raises ValueError too.)")
                       .returning("dict[int, dict[str, list[float]]]"));
-  body.add(state, host::class_method<parse_results>(
-                      "_parse_results", file_parameters,
-                      "Return the [Results] block of a text, tags included.\n\n"
-                      "Raises ParsingError if there is none.")
-                      .returning("str"));
+  body.add(state,
+           host::class_method<parse_results>("_parse_results", file_parameters,
+                                             R"(Return the [Results] block of a text, tags included.
+
+Raises ParsingError if there is none.)")
+               .returning("str"));
   body.add(state, host::class_method<parse_verticals>(
                       "_parse_verticals", results_parameters,
                       "Return the results of all [Vertical] blocks, by number from 1.")
@@ -147,8 +150,8 @@ that raises ValueError too.)")
                "Return the residual settlements: vertical, then header, to a list of numbers.")
                .returning("dict[int, dict[str, list[float]]]"));
   state.parser = body.make();
-  state.parse_vertical = host::get(host::get(state.parser.original(), state.names.parse_vertical),
-                                   state.names.function);
+  state.parse_vertical = host::get(
+      host::get(state.parser.original(), state.names.private_parse_vertical), state.names.function);
 }
 
 }  // namespace dsettlement::output

@@ -27,10 +27,10 @@ struct State {
   struct Names {
     host::Name private_results{"_results"};
     host::Name getvalue{"getvalue"};
-    host::Name parse_results{"_parse_results"};
-    host::Name parse_verticals{"_parse_verticals"};
-    host::Name parse_vertical{"_parse_vertical"};
-    host::Name parse_residual_settlements{"_parse_residual_settlements"};
+    host::Name private_parse_results{"_parse_results"};
+    host::Name private_parse_verticals{"_parse_verticals"};
+    host::Name private_parse_vertical{"_parse_vertical"};
+    host::Name private_parse_residual_settlements{"_parse_residual_settlements"};
     host::Name function{"__func__"};
 
     // Operations of patterns, matches and texts.

@@ -47,7 +47,7 @@ Ref read_verticals(const State& state, Handle cls, Handle results) {
   }
   return with_text_of(results, [&]<typename Character>(Text<Character> text) {
     return for_each_vertical(text, [&](const Section<Character>& vertical) {
-      const Ref parse = host::get(cls, state.names.parse_vertical);
+      const Ref parse = host::get(cls, state.names.private_parse_vertical);
       if (is_original(state, cls, parse)) {
         return VerticalReader<Character>(state, cls, results, &vertical).read();
       }
