@@ -165,7 +165,8 @@ def test_dissipation_of_soil_that_would_float_without_initial_loads_is_left_away
         model={"Calculation type": 0},
         options={"Dissipation": 1},
     )
-    (remark,) = run_job(job(text))["remarks"]
+    floats, remark = run_job(job(text))["remarks"]
+    assert floats.startswith("The material Clay would float")
     assert remark.startswith("The dissipation is left away. The pore pressure carries more than ")
     assert "[Dissipation in Layers]" not in calculated(text)
 

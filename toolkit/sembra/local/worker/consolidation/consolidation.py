@@ -69,6 +69,9 @@ class Consolidation(ABC):
     goes_by_steps: ClassVar[bool]
     """Whether it goes from one time to the next, with all columns together."""
 
+    by_coefficient: ClassVar[bool]
+    """Whether all materials consolidate by their coefficient of consolidation c_v."""
+
     @abstractmethod
     def consolidate(
         self, situations: Sequence[Situation], *, sinking: bool = False

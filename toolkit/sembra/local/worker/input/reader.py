@@ -18,6 +18,7 @@ from sembra.local.worker.input.options import (
     read_times,
 )
 from sembra.local.worker.input.other_loads import read_other_loads
+from sembra.local.worker.input.remarks import fast_consolidation, late_loads, light_soil
 from sembra.local.worker.input.soils import Materials
 from sembra.local.worker.input.water_loads import read_water_loads
 from sembra.local.worker.loads.load import Load
@@ -45,6 +46,7 @@ def read_project(text: str) -> Project:
     problems = Problems(find_gaps(whole))
     options = read_options(whole)
     model = Labelled(whole.section("MODEL"))
+    consolidation = CONSOLIDATIONS[model.one_of("Calculation type", CONSOLIDATIONS)]
     soil_model = SOIL_MODELS[model.one_of("Model", SOIL_MODELS)]
     materials = Materials(whole, soil_model, problems)
     ground = read_ground(whole, materials, options.water_unit_weight)
@@ -81,7 +83,7 @@ def read_project(text: str) -> Project:
         late.append(NAME)
     return Project(
         soil_model=soil_model,
-        consolidation=CONSOLIDATIONS[model.one_of("Calculation type", CONSOLIDATIONS)],
+        consolidation=consolidation,
         columns=tuple(columns),
         loads=tuple(load for load in loads if load.time < options.end),
         options=options,
@@ -91,7 +93,9 @@ def read_project(text: str) -> Project:
         profile=profile,
         remarks=(
             *left_away(whole),
-            *_late(late, options.end),
+            *late_loads(late, options.end),
+            *fast_consolidation(columns, consolidation),
+            *light_soil(columns, options.water_unit_weight),
             *_without_profile(options, embankments),
         ),
     )
@@ -105,15 +109,6 @@ def _read_site(whole: Section, ground: LevelGround | Geometry2D, options: Option
         water_unit_weight=options.water_unit_weight,
         spreading=read_spreading(whole),
     )
-
-
-def _late(names: Sequence[str], end: float) -> Iterator[str]:
-    """What the user should know about loads that come when the calculation is over."""
-    for name in names:
-        yield (
-            f'The load "{name}" comes when the calculation has ended, after {end:g} days, and '
-            "causes nothing."
-        )
 
 
 def _without_profile(options: Options, embankments: Sequence[StripLoad]) -> Iterator[str]:

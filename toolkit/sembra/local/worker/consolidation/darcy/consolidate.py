@@ -33,6 +33,7 @@ class Darcy(Consolidation):
     """
 
     goes_by_steps = True
+    by_coefficient = False
 
     def consolidate(
         self, situations: Sequence[Situation], *, sinking: bool = False

@@ -26,6 +26,7 @@ class Terzaghi(Consolidation):
     """Consolidation by Terzaghi's theory, each column by itself."""
 
     goes_by_steps = False
+    by_coefficient = True
 
     def consolidate(
         self, situations: Sequence[Situation], *, sinking: bool = False
