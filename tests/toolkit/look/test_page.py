@@ -1,0 +1,144 @@
+"""What stands on a page."""
+
+import re
+from pathlib import Path
+
+import pytest
+from sembra.errors import ParsingError
+from sembra.local.look import make_page
+from sembra.local.look.page import read_page
+
+from tests.toolkit.look.reading_pages import ReadPage
+from tests.toolkit.samples import all_input_files, needs_samples
+
+Pair = tuple[Path, Path]
+
+
+def assert_is_one_page(html: str) -> ReadPage:
+    """Assert that a page is whole, and refers to nothing outside itself."""
+    page = ReadPage(html)
+    assert page.open == []
+    assert len(page.names) == len(set(page.names))
+    assert all(address.startswith("#") for address in page.addresses)
+    referred = [address[1:] for address in page.addresses] + re.findall(r"url\(#([^)]+)\)", html)
+    assert set(referred) <= set(page.names)
+    assert "url(http" not in html
+    assert "@import" not in html
+    return page
+
+
+def test_a_page_of_input_and_results(pair: Pair) -> None:
+    page = assert_is_one_page(make_page(*pair))
+    for text in ("A <made> file", "Soil & Sons", "Layers", "Soils", "Loads", "NEN-Koppejan, with"):
+        assert any(text in shown for shown in page.texts), text
+    for picture in ("Stresses along depth", "Settlement along depth", "Degree of consolidation"):
+        assert any(shown.startswith(picture) for shown in page.texts), picture
+
+
+def test_a_result_file_shows_its_input_too(pair: Pair) -> None:
+    both, alone = read_page(*pair), read_page(pair[1])
+    assert alone.tables == both.tables
+    assert alone.options == both.options
+    assert alone.settlements == both.settlements
+    assert len(alone.drawings) == len(both.drawings)
+    assert alone.ground
+
+
+def test_an_input_file_alone_has_no_results(pair: Pair) -> None:
+    page = read_page(pair[0])
+    assert page.ground
+    assert not page.drawings
+    assert not page.settlements
+    assert "Results" not in assert_is_one_page(make_page(pair[0])).texts
+
+
+def test_the_tables_say_what_the_model_holds(column_pair: Pair) -> None:
+    page = read_page(*column_pair)
+    layers, soils, loads = page.tables
+    assert [[getattr(cell, "text", cell) for cell in row] for row in layers.rows] == [
+        ["<Clay & silt>", "0", "\N{MINUS SIGN}4", "4"],
+        ["Sand layer", "\N{MINUS SIGN}4", "\N{MINUS SIGN}6", "2"],
+    ]
+    clay = next(row for row in soils.rows if getattr(row[0], "text", "") == "<Clay & silt>")
+    assert clay[1:] == ["14", "15", "no", "1·10⁻⁷", "OCR 1", "30", "10", "300", "100", "1", "1"]
+    assert [column.label for column in soils.columns][4:7] == ["cv", "Preconsolidation", "Cp"]
+    assert loads.rows[0][1:] == [
+        "uniform", "day 0", "27 kPa (1.5 m of 18 kN/m³)", "everywhere, at level 0 m",
+    ]  # fmt: skip
+
+
+def test_settlements_are_those_of_the_result_file(column_pair: Pair) -> None:
+    final, at_times, residual = read_page(*column_pair).settlements
+    [[_, settlement]] = [row[:1] + row[-1:] for row in map(list, final.rows)]
+    values = [
+        [float(str(cell)) for cell in list(table.rows[0])[1:]] for table in (at_times, residual)
+    ]
+    assert [column.label for column in at_times.columns] == [
+        "Vertical", "day 10", "day 100", "day 1000",
+    ]  # fmt: skip
+    for now, later in zip(*values, strict=True):
+        assert now + later == pytest.approx(float(str(settlement)), abs=1.1e-3)
+
+
+def test_results_of_another_input_are_remarked(column_pair: Pair, tmp_path: Path) -> None:
+    other = tmp_path / "other.sli"
+    other.write_text(column_pair[0].read_text("utf-8").replace("18.00", "19.00"), "utf-8")
+    assert read_page(other, column_pair[1]).remarks == [
+        "The result file repeats another input than that of the input file."
+    ]
+
+
+def test_warnings_of_the_calculation_are_shown(column_pair: Pair, tmp_path: Path) -> None:
+    text = column_pair[1].read_text("utf-8")
+    end = "[End of Results]"
+    warned = f"[Warnings]\n      1     number of warnings\nMind the gap.\n[End of Warnings]\n{end}"
+    path = tmp_path / "warned.sld"
+    path.write_text(text.replace(end, warned), "utf-8")
+    assert read_page(path).remarks == ["Mind the gap."]
+
+
+def test_a_malformed_section_leaves_the_others(column_pair: Pair, tmp_path: Path) -> None:
+    path = tmp_path / "damaged.sli"
+    path.write_text(column_pair[0].read_text("utf-8").replace("SoilGamDry=14", "SoilGamDry=x"))
+    page = read_page(path)
+    [remark] = page.remarks
+    assert "in section [SOIL], line" in remark
+    assert 'SoilGamDry should be a number and is "x.00"' in remark
+    assert [table.title for table in page.tables] == ["Layers", "Loads"]
+    assert page.options
+    assert not page.ground
+
+
+def test_what_no_model_can_hold_is_listed(column_pair: Pair, tmp_path: Path) -> None:
+    path = tmp_path / "short.sli"
+    text = column_pair[0].read_text("utf-8")
+    path.write_text(text.replace("10000 = End of", "1 = End of"))
+    page = read_page(path)
+    assert [one.what for one in page.left_out if one.section == "RESIDUAL TIMES"] == [
+        "the time 10", "the time 100", "the time 1000",
+    ]  # fmt: skip
+
+
+@pytest.mark.parametrize("text", ["", "no file of the tool"])
+def test_other_files_are_refused(text: str, tmp_path: Path) -> None:
+    path = tmp_path / "other.txt"
+    path.write_text(text)
+    with pytest.raises(ParsingError, match=r"there is no section \[INPUT DATA\]"):
+        make_page(path)
+
+
+def test_a_result_file_without_results_is_refused(pair: Pair) -> None:
+    with pytest.raises(ParsingError):
+        make_page(pair[0], pair[0])
+
+
+@needs_samples
+@pytest.mark.parametrize("path", all_input_files(), ids=lambda path: path.stem)
+def test_every_published_pair_gives_a_page(path: Path) -> None:
+    page = read_page(path, path.with_suffix(".sld"))
+    assert page.remarks == []
+    assert page.ground
+    assert len(page.drawings) >= 2
+    assert len(page.tables) >= 2
+    assert page.settlements
+    assert_is_one_page(make_page(path))

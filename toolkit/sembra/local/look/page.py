@@ -1,0 +1,193 @@
+"""The page: what stands on it, put into its template."""
+
+from __future__ import annotations
+
+from collections.abc import Callable, Iterable, Iterator, Sequence
+from dataclasses import dataclass
+from io import StringIO
+from os import PathLike
+from pathlib import Path
+
+from jinja2 import Environment, PackageLoader, StrictUndefined
+
+from sembra.errors import ModelError, ParsingError
+from sembra.local.input_file import LeftOut, read_model
+from sembra.local.results import ResultFile
+from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.text import decode
+
+from .check import Check, check
+from .drains import drains, schedule
+from .drawing import Drawing
+from .ground import layers
+from .loads import loads
+from .options import Fact, identification, options
+from .pictures import picture_of_model, pictures_of_results
+from .settlements import settlements
+from .soils import soils
+from .table import Table
+
+_WARNINGS = ("[Warnings]", "[End of Warnings]")
+"""Tags of the block in which the local worker says what there is to know."""
+
+
+@dataclass(frozen=True)
+class Page:
+    """What stands on the page.
+
+    Args:
+        name: the names of the files.
+        titles: the titles of the calculation.
+        identification: who made the input, for whom and when.
+        remarks: what couldn't be shown, and why; and the warnings of the calculation.
+        check: what the worker makes of the file, if that was asked for.
+        ground: the picture of the model, if one could be made.
+        options: the options of the calculation.
+        drains: what is said of the drains.
+        tables: soils, loads and the schedule of the drains.
+        drawings: the pictures of results.
+        settlements: the tables of results.
+        left_out: what a model can't hold of the file.
+    """
+
+    name: str
+    titles: Sequence[str]
+    identification: Sequence[Fact]
+    remarks: Sequence[str]
+    check: Check | None
+    ground: Drawing | None
+    options: Sequence[Fact]
+    drains: Sequence[Fact]
+    tables: Sequence[Table]
+    drawings: Sequence[Drawing]
+    settlements: Sequence[Table]
+    left_out: Sequence[LeftOut]
+
+
+def make_page(
+    path: str | PathLike[str],
+    result_path: str | PathLike[str] | None = None,
+    *,
+    checked: bool = False,
+) -> str:
+    """Make a page of an input file, of a result file, or of both.
+
+    A result file repeats its input, so that it will do alone.
+
+    Args:
+        path: An input file (.sli) or a result file (.sld), of D-Settlement or of the local worker.
+        result_path: The result file of the input file, if there is one.
+        checked: Whether the page says what the local worker makes of the input.
+
+    Returns:
+        The page: HTML that refers to nothing outside itself.
+
+    Raises:
+        OSError: A file can't be read.
+        ParsingError: There is no input in the first file, or there are no results in the second.
+    """
+    return render(read_page(path, result_path, checked=checked))
+
+
+def read_page(
+    path: str | PathLike[str],
+    result_path: str | PathLike[str] | None = None,
+    *,
+    checked: bool = False,
+) -> Page:
+    """Read what `make_page` puts onto the page; arguments and exceptions are those of it."""
+    paths = [Path(path), *([] if result_path is None else [Path(result_path)])]
+    texts = [decode(one.read_bytes()) for one in paths]
+    file = InputFile(texts[0])
+    results = _results(texts[-1], required=result_path is not None)
+    remarks = [*_warnings(results), *_of_another_input(file, texts)]
+    ground, left_out = _model(paths[0], remarks)
+    return Page(
+        name=" and ".join(one.name for one in paths),
+        titles=_kept(lambda: [title for title in file.titles if title.strip(" -")], remarks),
+        identification=list(identification(file)),
+        remarks=remarks,
+        check=check(texts[0]) if checked else None,
+        ground=ground,
+        options=_kept(lambda: options(file), remarks),
+        drains=_kept(lambda: drains(file), remarks),
+        tables=[
+            *_kept(lambda: [layers(file)], remarks),
+            *_kept(lambda: [soils(file)], remarks),
+            *_kept(lambda: loads(file), remarks),
+            *_kept(lambda: _present(schedule(file)), remarks),
+        ],
+        drawings=[*pictures_of_results(results)] if results else [],
+        settlements=[*settlements(results)] if results else [],
+        left_out=left_out,
+    )
+
+
+def render(page: Page) -> str:
+    """Put a page into its template."""
+    return _environment.get_template("page.html.j2").render(page=page)
+
+
+def _results(text: str, *, required: bool) -> ResultFile | None:
+    try:
+        return ResultFile(StringIO(text, newline=""))
+    except ParsingError:
+        if required:
+            raise
+        return None
+
+
+def _warnings(results: ResultFile | None) -> list[str]:
+    """What the local worker warned of when it calculated."""
+    lines = results.raw_results.splitlines() if results else []
+    begin, end = _WARNINGS
+    # The line behind the tag tells how many there are.
+    return lines[lines.index(begin) + 2 : lines.index(end)] if begin in lines else []
+
+
+def _of_another_input(file: InputFile, texts: Sequence[str]) -> Iterator[str]:
+    """Say so if the results are of another input than the one shown."""
+    if len(texts) > 1 and _words(InputFile(texts[1])) != _words(file):
+        yield "The result file repeats another input than that of the input file."
+
+
+def _words(file: InputFile) -> list[list[str]]:
+    return [text.split() for text in file.data.texts if text.strip()]
+
+
+def _model(path: Path, remarks: list[str]) -> tuple[Drawing | None, Sequence[LeftOut]]:
+    """The picture of a file's model, and what the model can't hold."""
+    try:
+        read = read_model(path)
+    except InputFileError as error:
+        remarks.append(str(error))
+        return None, ()
+    except ModelError as error:
+        remarks.append(f"There is no picture of the ground, since no model can be made: {error}.")
+        return None, ()
+    return picture_of_model(read.model), read.left_out
+
+
+def _kept[T](parts: Callable[[], Iterable[T]], remarks: list[str]) -> list[T]:
+    """What can be read; where a section is malformed, that is remarked once instead."""
+    try:
+        return list(parts())
+    except InputFileError as error:
+        if str(error) not in remarks:
+            remarks.append(str(error))
+        return []
+
+
+def _present(table: Table | None) -> Iterator[Table]:
+    if table:
+        yield table
+
+
+_environment = Environment(
+    loader=PackageLoader("sembra.local.look"),
+    undefined=StrictUndefined,
+    autoescape=True,
+    trim_blocks=True,
+    lstrip_blocks=True,
+)

@@ -1,0 +1,97 @@
+"""Which pictures a page has."""
+
+from __future__ import annotations
+
+from collections.abc import Callable, Iterator
+
+import matplotlib.pyplot as plt
+from matplotlib.axes import Axes
+from sembra.external.dsettlement import Model1D, Model2D
+
+from sembra.local import pictures
+from sembra.local.pictures.settlements import settlements_of
+from sembra.local.pictures.style import figure_of
+from sembra.local.results import ResultFile
+
+from .drawing import Drawing, svg
+
+NARROW = 4.6
+"""Width of a picture that can be read on a phone, in inches."""
+
+LINE_OF_LEGEND = 0.2
+"""Height of a line of a legend, in inches."""
+
+Draw = Callable[[Axes], Axes]
+
+
+def picture_of_model(model: Model1D | Model2D) -> Drawing:
+    """Return the soil column or the cross-section of a model."""
+    if isinstance(model, Model1D):
+        told = "Layers, phreatic level and uniform loads of the soil column"
+        wide = pictures.soil_column(model)
+        narrow = pictures.soil_column(model, _axes(NARROW, 5.6))
+    else:
+        told = "Layers, pl-lines, loads, drains and verticals of the cross-section"
+        wide = pictures.cross_section(model)
+        narrow = pictures.cross_section(model, _axes(NARROW, 3.6))
+        narrow.set_xlabel(narrow.get_xlabel().replace("  (", "\n("))
+    _put_legend_below(narrow)
+    return Drawing(
+        told, svg(figure_of(wide), "ground", told), svg(figure_of(narrow), "ground-narrow", told)
+    )
+
+
+def pictures_of_results(results: ResultFile) -> Iterator[Drawing]:
+    """Yield pictures of settlements, stresses and dissipation, as far as the results have them."""
+    try:
+        found = settlements_of(results)
+    except ValueError:
+        return
+    if len(found) > 1:
+        yield _drawn(
+            "verticals", "Settlement of the surface at each vertical",
+            lambda axes: pictures.settlement_per_vertical(results, axes),
+        )  # fmt: skip
+    most = max(found, key=lambda number: abs(found[number].total[-1]))
+    at = f" at vertical {most}" if len(found) > 1 else ""
+    yield _drawn(
+        "loads", f"Settlement by the load steps, each with those before it{at}",
+        lambda axes: pictures.settlement_per_load(results, axes, vertical=most),
+    )  # fmt: skip
+    vertical = results.vertical_results[most]
+    if vertical["stresses"]:
+        yield _drawn(
+            "stresses", f"Stresses along depth{at}",
+            lambda axes: pictures.stresses(results, axes, vertical=most),
+        )  # fmt: skip
+    if vertical["vertical_data"]:
+        yield _drawn(
+            "depth", f"Settlement along depth{at}",
+            lambda axes: pictures.settlement_along_depth(results, axes, vertical=most),
+        )  # fmt: skip
+    if results.dissipation:
+        yield _drawn(
+            "dissipation", "Degree of consolidation of each layer, counted from the lowest",
+            lambda axes: pictures.dissipation(results, axes),
+        )  # fmt: skip
+
+
+def _drawn(name: str, told: str, draw: Draw) -> Drawing:
+    return Drawing(told, svg(figure_of(draw(_axes(NARROW, 4.4))), name, told))
+
+
+def _axes(width: float, height: float) -> Axes:
+    """Axes on a figure of their own, of a size in inches."""
+    return plt.figure(figsize=(width, height), layout="constrained").add_subplot()
+
+
+def _put_legend_below(axes: Axes) -> None:
+    """Give the entries of a legend a line each, below the axes, on as much paper as they need."""
+    legend, figure = axes.get_legend(), figure_of(axes)
+    if legend is None:
+        return
+    texts = [text.get_text() for text in legend.get_texts()]
+    handles = [handle for handle in legend.legend_handles if handle is not None]
+    legend.remove()
+    figure.set_figheight(figure.get_figheight() + LINE_OF_LEGEND * (len(texts) + 1))
+    figure.legend(handles, texts, loc="outside lower left", frameon=False, fontsize=9)
