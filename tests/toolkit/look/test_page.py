@@ -6,7 +6,7 @@ from pathlib import Path
 import pytest
 from sembra.errors import ParsingError
 from sembra.local.look import make_page
-from sembra.local.look.page import read_page
+from sembra.local.look.page import read_page, render
 
 from tests.toolkit.look.reading_pages import ReadPage
 from tests.toolkit.samples import all_input_files, needs_samples
@@ -141,4 +141,4 @@ def test_every_published_pair_gives_a_page(path: Path) -> None:
     assert len(page.drawings) >= 2
     assert len(page.tables) >= 2
     assert page.settlements
-    assert_is_one_page(make_page(path))
+    assert_is_one_page(render(page))
