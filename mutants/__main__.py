@@ -10,8 +10,8 @@ The command ends with status 1 if there is one that is neither.
 
 import argparse
 import json
+import os
 import random
-import re
 import time
 import tomllib
 from collections import Counter
@@ -20,6 +20,8 @@ from pathlib import Path
 from mutants import tree
 from mutants.areas import AREAS, Area
 from mutants.source import Mutant, mutants_of
+from mutants.switches import numbered, switched
+from mutants.trying import outcomes
 
 EXPLAINED = Path(__file__).parent / "explained.toml"
 REPORT = tree.TREE / "report.json"
@@ -28,7 +30,11 @@ REPORT = tree.TREE / "report.json"
 def sample(area: Area, seed: str, count: int) -> list[Mutant]:
     """Some mutants of an area, in an order that has nothing to do with the code's."""
     root = tree.PROJECT
-    found = [mutant for path in area.files(root) for mutant in mutants_of(root, path)]
+    found: list[Mutant] = []
+    for path in area.files(root):
+        numbers = numbered(mutants_of(root, path))
+        _, fitting = switched((root / path).read_text(), numbers, tree.HEADER)
+        found += [numbers[number] for number in sorted(fitting)]
     return random.Random(f"{seed} {area.name}").sample(found, min(count, len(found)))
 
 
@@ -43,37 +49,19 @@ def why(mutant: Mutant, explained: dict[tuple[str, str, str], str]) -> str | Non
     return explained.get((mutant.path.name, mutant.before.strip(), mutant.after.strip()))
 
 
-def attempt(mutant: Mutant, area: Area, limit: float) -> str:
-    """What becomes of a mutant."""
-    original = (tree.SOURCES / mutant.path).read_text()
-    try:
-        mutant.apply(tree.SOURCES)
-        if not tree.build():
-            return "does not compile"
-        status = tree.test(area.tests, limit)
-        if status is None:
-            return "killed: time limit"
-        if status == 0:
-            return "survived"
-        if "Timeout (" in tree.last_output():
-            return "killed: time limit"
-        failed = re.search(r"^(?:FAILED|ERROR) (\S+)", tree.last_output(), re.MULTILINE)
-        return f"killed: {failed[1]}" if failed else f"killed: ended with status {status}"
-    finally:
-        (tree.SOURCES / mutant.path).write_text(original)
-
-
-def try_area(area: Area, mutants: list[Mutant], report: list[dict[str, str]]) -> Counter[str]:
+def try_area(
+    area: Area, mutants: dict[int, Mutant], jobs: int, report: list[dict[str, str]]
+) -> Counter[str]:
     """Try the mutants of one area, adding to the report as it goes."""
     explained = explanations()
-    tree.build()
     start = time.monotonic()
-    if tree.test(area.tests, None) != 0:
-        raise SystemExit(f"the tests fail without any fault:\n{tree.last_output()}")
-    limit = 20 + 5 * (time.monotonic() - start)
+    ((_, sound),) = outcomes([0], area.tests, 3600, 1)
+    if sound != "survived":
+        raise SystemExit(f"the tests fail without any fault: {sound}")
+    limit = 20 + 5 * jobs * (time.monotonic() - start)
     counts: Counter[str] = Counter()
-    for mutant in mutants:
-        outcome = attempt(mutant, area, limit)
+    for number, outcome in outcomes(mutants, area.tests, limit, jobs):
+        mutant = mutants[number]
         if outcome == "survived" and why(mutant, explained):
             outcome = "explained"
         counts[outcome.split(":")[0]] += 1
@@ -90,6 +78,7 @@ def main() -> int:
     parser.add_argument("--count", type=int, default=60, help="mutants of each area")
     parser.add_argument("--seed", default="1", help="which of them")
     parser.add_argument("--areas", nargs="*", default=[area.name for area in AREAS])
+    parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1, help="side by side")
     parser.add_argument("--list", action="store_true", help="only say which")
     options = parser.parse_args()
     areas = [area for area in AREAS if area.name in options.areas]
@@ -97,11 +86,15 @@ def main() -> int:
     if options.list:
         print("\n".join(str(mutant) for mutants in chosen.values() for mutant in mutants))
         return 0
-    tree.prepare()
+    mutants = numbered(mutant for those in chosen.values() for mutant in those)
+    placed = tree.prepare(mutants)
+    print(f"{len(placed)} mutants; {len(mutants) - len(placed)} more do not compile", flush=True)
     report: list[dict[str, str]] = []
     total: Counter[str] = Counter()
     for area in areas:
-        counts = try_area(area, chosen[area.name], report)
+        own = set(chosen[area.name])
+        those = {n: m for n, m in mutants.items() if n in placed and m in own}
+        counts = try_area(area, those, options.jobs, report)
         total += counts
         print(f"{area.name}: {dict(counts)}", flush=True)
     print(f"seed {options.seed}, all: {dict(total)}; each in {REPORT.relative_to(tree.PROJECT)}")

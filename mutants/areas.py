@@ -21,7 +21,22 @@ class Area:
 
 
 AREAS = (
-    Area("reader", ("output/**/*.cpp", "output/**/*.hpp"), ("tests/output",)),
+    Area(
+        "reader",
+        ("output/**/*.cpp", "output/**/*.hpp"),
+        (
+            # The quick ones first: most faults end the run there.
+            "tests/output/test_samples.py",
+            "tests/output/test_vertical.py",
+            "tests/output/test_residual_times.py",
+            "tests/output/test_results_block.py",
+            "tests/output/test_time_series.py",
+            "tests/output/test_overrides.py",
+            "tests/output/test_characters.py",
+            "tests/output/test_leaks.py",
+            "tests/output/test_agreement.py",
+        ),
+    ),
     Area(
         "registers",
         (

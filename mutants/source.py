@@ -37,7 +37,11 @@ STATEMENT = re.compile(
     r"[\w:.>*&(\[\]-]+(?:\(.*\)|(?:\+\+|--)| [-+|&]?= .+);$"
 )
 DECLARATION = re.compile(r"^\s+(?:[\w:]+(?:<.*>)?[&*]? )+\w+(?: = .+|\{.*\}|\(.*\))?;$")
-HIDDEN = re.compile(r'//[^\n]*|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])\'|#[^\n]*')
+HIDDEN = re.compile(
+    r'R"(?P<end>\w*)\(.*?\)(?P=end)"'
+    r'|//[^\n]*|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])\'|^\s*#[^\n]*',
+    re.DOTALL | re.MULTILINE,
+)
 
 
 @dataclass(frozen=True)
@@ -73,22 +77,26 @@ def changed_lines(code: str, line: str) -> Iterator[str]:
         yield line[: found.start()] + line[found.end() :]
     for found in CONDITION.finditer(code):
         for value in ("true", "false"):
-            if f"while ({value}" != "while (true":  # would only run into the time limit
+            if f"{found[0][:7]}{value}" != "while (true":  # would only run into the time limit
                 yield line[: found.start(1)] + value + line[found.end(1) :]
     if STATEMENT.match(code) and not DECLARATION.match(code):
         yield line[: len(line) - len(line.lstrip())] + ";"
 
 
+def blanked(text: str) -> str:
+    """A text of C++ with underscores in the place of comments and texts."""
+    return HIDDEN.sub(lambda found: re.sub(r"[^\n]", "_", found[0]), text)
+
+
 def mutants_of(root: Path, path: Path) -> list[Mutant]:
     """All mutants of a file."""
     text = (root / path).read_text()
-    code = HIDDEN.sub(lambda found: "_" * len(found[0]), text)
     found = []
-    for number, (line, blanked) in enumerate(
-        zip(text.splitlines(), code.splitlines(), strict=True), start=1
+    for number, (line, code) in enumerate(
+        zip(text.splitlines(), blanked(text).splitlines(), strict=True), start=1
     ):
         if re.match(r"\s*(template|static_assert|constexpr \w+ \w+\[\])", line):
             continue
-        afters = dict.fromkeys(changed_lines(blanked, line))
+        afters = dict.fromkeys(changed_lines(code, line))
         found += [Mutant(path, number, line, after) for after in afters if after != line]
     return found

@@ -1,67 +1,99 @@
-"""A copy of the sources with a build of its own, in which one file at a time is changed."""
+"""A copy of the sources with the mutants in it, and a build of its own."""
 
-import os
+import re
 import shutil
 import subprocess
 import sys
+from collections import defaultdict
+from collections.abc import Mapping
 from pathlib import Path
+
+from mutants import switches
+from mutants.source import Mutant
 
 PROJECT = Path(__file__).parent.parent
 TREE = PROJECT / "build" / "mutants"
 SOURCES = TREE / "sources"
 BUILD = TREE / "build"
-PACKAGE = TREE / "site" / "sembra" / "external" / "dsettlement"
+SITE = TREE / "site"
+PACKAGE = SITE / "sembra" / "external" / "dsettlement"
+LOG = TREE / "build.log"
+HEADER = TREE / "mutant_number.hpp"
+
+ROUNDS = 12
+"""How often mutants that don't compile are left out."""
+
+ERROR = re.compile(
+    rf"^{re.escape(str(SOURCES))}/([^:\s]+):(\d+):\d+: (?:fatal )?error:", re.MULTILINE
+)
 
 
-def run(command: list[str], limit: float | None = None, **environment: str) -> int | None:
-    """Run a command without its output; its status, or None if it took too long."""
-    log = TREE / "last.log"
-    with log.open("wb") as output:
-        process = subprocess.Popen(
-            command,
-            stdin=subprocess.DEVNULL,
-            stdout=output,
-            stderr=subprocess.STDOUT,
-            cwd=PROJECT,
-            env=os.environ | environment,
-            start_new_session=True,
-        )
-        try:
-            return process.wait(limit)
-        except subprocess.TimeoutExpired:
-            return None
-        finally:
-            if process.poll() is None:
-                os.killpg(process.pid, 9)
-                process.wait()
+def run(command: list[str]) -> int:
+    """Run a command, with its output in the log; its status."""
+    with LOG.open("wb") as output:
+        return subprocess.run(
+            command, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT, check=False
+        ).returncode
 
 
 def last_output() -> str:
     """What the latest command printed."""
-    return (TREE / "last.log").read_text(errors="replace")
+    return LOG.read_text(errors="replace")
 
 
-def prepare() -> None:
-    """Copy the sources and build them as they are, quickly rather than well."""
+def prepare(mutants: Mapping[int, Mutant]) -> set[int]:
+    """Build the sources with the mutants behind switches; the numbers of those that are in."""
     TREE.mkdir(parents=True, exist_ok=True)
-    for name in ("external", "tests/native"):
-        if (PROJECT / name).is_dir():
-            shutil.rmtree(SOURCES / name, ignore_errors=True)
-            shutil.copytree(PROJECT / name, SOURCES / name)
-    shutil.copy2(PROJECT / "CMakeLists.txt", SOURCES)
+    _write(HEADER, switches.SWITCH)
+    left_out: set[int] = set()
+    for _ in range(ROUNDS):
+        placed = _write_sources({n: m for n, m in mutants.items() if n not in left_out})
+        if _build():
+            return placed
+        faulty = {(found[1], int(found[2])) for found in ERROR.finditer(last_output())}
+        at_fault = {n for n in placed if (str(mutants[n].path), mutants[n].line) in faulty}
+        if not at_fault:
+            break
+        left_out |= at_fault
+    raise SystemExit(f"the sources don't build:\n{last_output()}")
+
+
+def _write_sources(mutants: Mapping[int, Mutant]) -> set[int]:
+    """Write the sources that are not as they should be."""
+    by_file: dict[Path, dict[int, Mutant]] = defaultdict(dict)
+    for number, mutant in mutants.items():
+        by_file[mutant.path][number] = mutant
+    placed: set[int] = set()
+    for path in (Path("CMakeLists.txt"), *_files("external")):
+        text = (PROJECT / path).read_text()
+        if path in by_file:
+            text, fitting = switches.switched(text, by_file[path], HEADER)
+            placed |= fitting
+        _write(SOURCES / path, text)
+    return placed
+
+
+def _write(path: Path, text: str) -> None:
+    """Write a file, unless it is as it should be: what depends on it would be built again."""
+    if not path.exists() or path.read_text() != text:
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text)
+
+
+def _files(folder: str) -> list[Path]:
+    found = (path for path in (PROJECT / folder).rglob("*") if path.is_file())
+    return sorted(path.relative_to(PROJECT) for path in found)
+
+
+def _build() -> bool:
+    """Build what has changed, quickly rather than well; whether it compiles."""
     tools = Path(sys.executable).parent
-    command = [
+    configure = [
         str(tools / "cmake"), "-S", str(SOURCES), "-B", str(BUILD), "-G", "Ninja",
         f"-DCMAKE_MAKE_PROGRAM={tools / 'ninja'}", f"-DPython_EXECUTABLE={sys.executable}",
-        "-DCMAKE_BUILD_TYPE=None", "-DCMAKE_CXX_FLAGS=-O1 -g0 -w",
+        "-DCMAKE_BUILD_TYPE=None", "-DCMAKE_CXX_FLAGS=-O0 -g0 -w",
     ]  # fmt: skip
-    if run(command) != 0 or not build():
-        raise SystemExit(f"the sources don't build:\n{last_output()}")
-
-
-def build() -> bool:
-    """Build what has changed; whether it compiles."""
-    if run([str(Path(sys.executable).parent / "cmake"), "--build", str(BUILD)]) != 0:
+    if run(configure) != 0 or run([str(tools / "cmake"), "--build", str(BUILD), "--", "-k0"]) != 0:
         return False
     PACKAGE.mkdir(parents=True, exist_ok=True)
     (extension,) = BUILD.glob("__init__.*.so")
@@ -69,17 +101,3 @@ def build() -> bool:
     shutil.copy2(extension, PACKAGE / "new")
     (PACKAGE / "new").rename(PACKAGE / extension.name)
     return True
-
-
-def test(tests: tuple[str, ...], limit: float | None) -> int | None:
-    """Run tests against the build until the first fails; their status, or None for too long."""
-    options = ["-x", "-q", "-p", "no:cacheprovider", "-p", "mutants.limit"]
-    command = [sys.executable, "-m", "pytest", *options, *tests]
-    return run(
-        command,
-        limit,
-        PYTHONPATH=str(TREE / "site"),
-        SEMBRA_RANDOM_MODELS="400",
-        SEMBRA_HOSTILE_PROGRAMS="200",
-        SEMBRA_SEED="mutants",
-    )
