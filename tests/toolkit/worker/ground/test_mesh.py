@@ -112,5 +112,5 @@ def test_a_layer_without_thickness_is_refused() -> None:
 
 
 def test_a_column_of_endless_depth_is_refused() -> None:
-    with pytest.raises(WorkerError, match="no deeper"):
+    with pytest.raises(WorkerError, match="at x = 0 m the ground is deeper"):
         make_mesh(column(0.0, -1e9))

@@ -45,6 +45,20 @@ class LocalError(WorkerError):
         self.severity = severity
 
 
+class LackError(WorkerError):
+    """Materials that lack a value.
+
+    Args:
+        names: their names, at least one.
+        what: what they need, as it stands in a sentence.
+    """
+
+    def __init__(self, names: Sequence[str], what: str) -> None:
+        super().__init__(f"{named('material', names)} {what}.")
+        self.names = names
+        self.what = what
+
+
 class Problems:
     """What stands in the way of a calculation, gathered so that one message names all of it.
 
@@ -85,13 +99,18 @@ class Problems:
 
     def _sentences(self) -> Iterator[str]:
         worst: dict[str, LocalError] = {}
+        lacking: dict[str, list[str]] = {}
         for error in self._found:
             if isinstance(error, LocalError):
                 known = worst.setdefault(error.cause, error)
                 if error.severity > known.severity:
                     worst[error.cause] = error
+            elif isinstance(error, LackError):
+                lacking.setdefault(error.what, []).extend(error.names)
             else:
                 yield str(error)
+        for what, names in lacking.items():
+            yield str(LackError(list(dict.fromkeys(names)), what))
         yield from map(str, worst.values())
 
 

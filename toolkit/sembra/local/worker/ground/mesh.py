@@ -72,14 +72,18 @@ def make_mesh(column: Column) -> Mesh:
         WorkerError: a layer is too thin to hold its nodes, or the column is too deep.
     """
     if column.surface - column.layers[-1].bottom > _DEEPEST:
-        raise WorkerError(f"The worker calculates to a depth of {_DEEPEST:g} m and no deeper.")
+        raise WorkerError(
+            f"The worker calculates to a depth of {_DEEPEST:g} m, and at x = {column.x:g} m the "
+            "ground is deeper."
+        )
     everywhere = _fixed_levels(column)
     levels: list[float] = []
     layers: list[int] = []
     for index, layer in enumerate(column.layers):
         if layer.thickness < 10 * TOP_OFFSET:
             raise WorkerError(
-                f"The layer of {layer.material.name} at {layer.top:g} m is too thin to calculate."
+                f"At x = {column.x:g} m the layer of {layer.material.name} at {layer.top:g} m is "
+                "too thin to calculate."
             )
         inside = [level for level in everywhere if layer.bottom < level < layer.top]
         middle = (layer.top + layer.bottom) / 2

@@ -19,7 +19,7 @@ from sembra.local.worker.consolidation.darcy.storage_equation import (
     NotConvergedError,
     StorageEquation,
 )
-from sembra.local.worker.errors import WorkerError, listed, named
+from sembra.local.worker.errors import LackError, WorkerError, listed
 from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS
 from sembra.local.worker.options import Options
 from sembra.local.worker.soil_models.soil_model import Elements, SoilModel
@@ -193,9 +193,8 @@ class DarcyRun:
     def _check_permeability(self) -> None:
         permeability = self._permeability.at(np.zeros_like(self._initial))
         if names := self._elements.names_where(self._held & ~(permeability > 0)):
-            raise WorkerError(
-                f"{named('material', names)} a permeability or a coefficient of consolidation "
-                "greater than zero."
+            raise LackError(
+                names, "a permeability or a coefficient of consolidation greater than zero"
             )
 
     def _not_converged(self, step: int, elements: NDArray[np.bool_]) -> WorkerError:

@@ -9,7 +9,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError, named
+from sembra.local.worker.errors import LackError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
 
@@ -122,7 +122,5 @@ def _coefficients(column: Column, drained: Sequence[bool]) -> Floats:
         if not one and layer.material.conductivity.cv <= 0
     )
     if without:
-        raise WorkerError(
-            f"{named('material', [*without])} a coefficient of consolidation greater than zero."
-        )
+        raise LackError([*without], "a coefficient of consolidation greater than zero")
     return np.array([flow.vertical_coefficient for flow in flows])
