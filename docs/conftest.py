@@ -20,7 +20,7 @@ PAGES = (
 )
 """Pages that stand alone."""
 
-AFTERWARDS = ("how-to/results.md", "how-to/data-frames.md")
+AFTERWARDS = ("how-to/results.md", "how-to/data-frames.md", "how-to/existing-files.md")
 """Pages that go on from a calculation that has been done."""
 
 HERE = Path.cwd()
@@ -49,6 +49,7 @@ def calculate(namespace: dict[str, Any]) -> None:
     model.create_uniform_load("Sand", 0, 18.0, 1.5, 0.0)
     model.set_calculation_times(10, 100, 1000)
     input_file = model.generate_input_file(dissipation_calculation=model.verticals[0])
+    Path("road.sli").write_bytes(input_file.getvalue())
     analysis = ds.DSettlementAnalysis(input_file)
     analysis.execute(timeout=60)
     result: StringIO = analysis.get_sld_file()
