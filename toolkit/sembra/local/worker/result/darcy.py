@@ -6,7 +6,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import DarcyHistory
-from sembra.local.worker.result.format import FIXED, history, table
+from sembra.local.worker.result.format import FIXED, history, table, tables
 
 _HEADERS = (
     "Settlement",
@@ -56,11 +56,9 @@ def darcy_history(times: Floats, settlements: Floats, consolidation: DarcyHistor
         axis=-1,
     )
     upper = np.concatenate([nodes[:, :-1], elements], axis=-1)
-    tables = (
-        [*table(_NODE_AND_ELEMENT, above), *table(_LOWEST_NODE, below)]
-        for above, below in zip(upper, nodes[:, -1:], strict=True)
-    )
-    yield from history(_HEADERS, times, tables)
+    rows = [_NODE_AND_ELEMENT] * elements.shape[1] + [_LOWEST_NODE]
+    values = np.hstack([upper.reshape(len(times), -1), nodes[:, -1]])
+    yield from history(_HEADERS, times, tables(rows, values))
 
 
 def _of_next_steps(coefficients: Floats) -> Floats:

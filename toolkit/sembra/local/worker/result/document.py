@@ -28,7 +28,8 @@ def write_results(
     """
     line_end = "\r\n" if "\r\n" in text else "\n"
     lines = [*_echo(split_lines(text)), "", *_results(project, results, remarks)]
-    return line_end.join(lines) + line_end
+    # Tables hold the line feeds between their rows already.
+    return ("\n".join(lines) + "\n").replace("\n", line_end)
 
 
 def _echo(lines: Sequence[str]) -> Iterator[str]:

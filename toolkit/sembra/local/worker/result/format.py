@@ -1,6 +1,6 @@
 """Numbers and lists as they stand in a result file."""
 
-from collections.abc import Iterable, Iterator
+from collections.abc import Iterable, Iterator, Sequence
 
 import numpy as np
 
@@ -29,15 +29,28 @@ def row(values: Iterable[float]) -> str:
 def table(pattern: str, values: Floats) -> list[str]:
     """The rows of a table, as `fixed` writes each number.
 
-    They are written at once, since most of a result file are numbers of tables.
-
     Args:
         pattern: a row, with a `%` conversion of seven decimals for each number.
         values: the numbers, shape (rows, numbers of a row).
     """
-    numbers = np.where(np.abs(values) <= _LARGEST_ZERO, 0.0, values)
-    text = "\n".join([pattern] * len(numbers)) % tuple(numbers.ravel().tolist())
-    return text.split("\n") if len(numbers) else []
+    if not len(values):
+        return []
+    (text,) = tables([pattern] * len(values), values.reshape(1, -1))
+    return text.split("\n")
+
+
+def tables(rows: Sequence[str], values: Floats) -> Iterator[str]:
+    """The texts of tables with the same rows, which line feeds separate.
+
+    Each is written at once, since most of a result file are numbers of tables.
+
+    Args:
+        rows: the rows, with a `%` conversion of seven decimals for each number.
+        values: the numbers, shape (tables, numbers of a table).
+    """
+    pattern = "\n".join(rows)
+    for numbers in np.where(np.abs(values) <= _LARGEST_ZERO, 0.0, values).tolist():
+        yield pattern % tuple(numbers)
 
 
 def column_indication(headers: Iterable[str]) -> Iterator[str]:
@@ -47,15 +60,13 @@ def column_indication(headers: Iterable[str]) -> Iterator[str]:
     yield "[End of Column Indication]"
 
 
-def history(
-    headers: Iterable[str], times: Iterable[float], tables: Iterable[Iterable[str]]
-) -> Iterator[str]:
+def history(headers: Iterable[str], times: Iterable[float], texts: Iterable[str]) -> Iterator[str]:
     """A table for each time, with one set of headers."""
     yield "[Time-dependent Data]"
     yield from column_indication(headers)
-    for time, rows in zip(times, tables, strict=True):
+    for time, text in zip(times, texts, strict=True):
         yield "[Vertical Data at Time]"
         yield f"{time:17.12f}    =  Time in days"
-        yield from rows
+        yield text
         yield "[End of Vertical Data at Time]"
     yield END_OF_HISTORY

@@ -6,7 +6,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import TerzaghiStresses
-from sembra.local.worker.result.format import FIXED, column_indication, history, row, table
+from sembra.local.worker.result.format import FIXED, column_indication, history, row, tables
 
 
 def stresses_block(stresses: TerzaghiStresses) -> Iterator[str]:
@@ -37,5 +37,5 @@ def terzaghi_history(
 ) -> Iterator[str]:
     """Settlement and effective stress at the nodes for every time."""
     nodes = np.stack([settlements, stresses.loading], axis=-1)
-    tables = (table(f"{FIXED} {FIXED}", at_nodes) for at_nodes in nodes)
-    yield from history(("Settlement", "Loading"), times, tables)
+    texts = tables([f"{FIXED} {FIXED}"] * nodes.shape[1], nodes.reshape(len(times), -1))
+    yield from history(("Settlement", "Loading"), times, texts)

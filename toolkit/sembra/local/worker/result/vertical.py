@@ -18,7 +18,10 @@ from sembra.local.worker.result.terzaghi import stresses_block, terzaghi_history
 
 
 def vertical_block(number: int, result: ColumnResult) -> Iterator[str]:
-    """The block of a vertical, tags included; `number` counts from 1."""
+    """The block of a vertical, tags included; `number` counts from 1.
+
+    What is yielded is a line, or all rows of a table with line feeds between them.
+    """
     yield "[Vertical]"
     yield f"{number:7d}     =  Vertical count"
     yield f"{fixed(result.column.x)}     =  X co-ordinate"
