@@ -63,12 +63,6 @@ Found<Character> find_natively(Pattern pattern, const Section<Character>& sectio
       if (!mark) return {};
       return {{mark->time_step_count, mark->load_step_count, mark->rows}};
     }
-    case Pattern::depths:
-      return found(find_lines(section, Tag::depths, Tag::end_of_depths));
-    case Pattern::leakages:
-      return found(find_lines(section, Tag::leakages, Tag::end_of_leakages));
-    case Pattern::drained_layers:
-      return found(find_lines(section, Tag::drained_layers, Tag::end_of_drained_layers));
     case Pattern::stresses:
       return found(find_stresses(section));
     case Pattern::time_dependent_data:
@@ -82,8 +76,12 @@ Found<Character> find_natively(Pattern pattern, const Section<Character>& sectio
     }
     case Pattern::residual_settlements:
       return found(find_residual_settlements(section));
+    default:
+      for (const LineBlock& block : line_blocks) {
+        if (block.pattern == pattern) return found(find_lines(section, block));
+      }
+      std::abort();
   }
-  return {};
 }
 
 bool is_searched_for_all(Pattern pattern) {

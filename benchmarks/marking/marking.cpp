@@ -2,8 +2,6 @@
 
 #include <Python.h>
 
-#include <utility>
-
 #include "output/stage_one/find_marks.hpp"
 
 namespace {
@@ -15,10 +13,8 @@ std::size_t count_marks(const Section<Narrow>& vertical) {
   std::vector<TimeMarks<Narrow>> times;
   find_coordinates(vertical.text(), coordinates);
   std::size_t count = coordinates.size();
-  for (const auto& [opening, closing] :
-       {std::pair(Tag::depths, Tag::end_of_depths), std::pair(Tag::leakages, Tag::end_of_leakages),
-        std::pair(Tag::drained_layers, Tag::end_of_drained_layers)}) {
-    count += find_lines(vertical, opening, closing).has_value() ? 1 : 0;
+  for (const LineBlock& block : line_blocks) {
+    count += find_lines(vertical, block).has_value() ? 1 : 0;
   }
   count += find_stresses(vertical).has_value() ? 1 : 0;
   count += find_time_settlement_per_load(vertical).has_value() ? 1 : 0;

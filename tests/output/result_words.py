@@ -1,5 +1,9 @@
 """The words of generated result texts: tags, numbers, white space, and what only resembles them."""
 
+import re
+
+from benchmarks.plain.output_parser import OutputFileParser
+
 LINE_ENDS = ("\r\n", "\n", "\r")
 BLANKS = (" ", "  ", "\t", "\x1f", "\xa0", "\u3000", "\u2003")
 BOUNDARIES = ("\x0b", "\x0c", "\x1c", "\x1d", "\x1e", "\x85", "\u2028", "\u2029")
@@ -62,34 +66,13 @@ HEADERS = (
     "𝄞",
 )
 TAGS = (
-    "[Results]",
-    "[End of Results]",
-    "[Vertical]",
-    "[End of Vertical]",
-    "[Depths]",
-    "[End of Depths]",
-    "[Leakages]",
-    "[End of Leakages]",
-    "[Drained Layers]",
-    "[End of Drained Layers]",
-    "[Stresses]",
-    "[End of Stresses]",
-    "[Column Indication]",
-    "[End of Column Indication]",
-    "[Stress Data]",
-    "[End of Stress Data]",
-    "[Time-Settlement per Load]",
-    "[End of Time-Settlement per Load]",
-    "[Time-dependent Data]",
-    "[End of Time dependent Data]",
+    *dict.fromkeys(
+        tag.replace("\\", "")
+        for pattern in vars(OutputFileParser).values()
+        if isinstance(pattern, re.Pattern)
+        for tag in re.findall(r"\\\[[^\\]+\\\]", pattern.pattern)
+    ),
     "[End of Time-dependent Data]",
-    "[Vertical Data at Time]",
-    "[End of Vertical Data at Time]",
-    "[RESIDUAL SETTLEMENTS]",
-    "[DATA COUNT]",
-    "[END OF DATA COUNT]",
-    "[RESIDUAL SETTLEMENT DATA]",
-    "[END OF RESIDUAL SETTLEMENT DATA]",
     "[depths]",
     "[End of",
     "[",

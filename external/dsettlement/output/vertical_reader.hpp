@@ -32,10 +32,9 @@ class VerticalReader {
   host::Ref read() {
     const State::Names& names = state_.names;
     const host::Ref coordinates = read_coordinates();
-    const auto depths = find_lines<Pattern::depths>(Tag::depths, Tag::end_of_depths);
-    const auto leakages = find_lines<Pattern::leakages>(Tag::leakages, Tag::end_of_leakages);
-    const auto drained_layers =
-        find_lines<Pattern::drained_layers>(Tag::drained_layers, Tag::end_of_drained_layers);
+    const auto depths = find_lines<Pattern::depths>();
+    const auto leakages = find_lines<Pattern::leakages>();
+    const auto drained_layers = find_lines<Pattern::drained_layers>();
     const host::Ref stresses = read_stresses();
     const host::Ref time_settlement_per_load = read_time_settlement();
     const host::Ref vertical_data = read_vertical_data();
@@ -66,10 +65,10 @@ class VerticalReader {
   }
 
   template <Pattern block>
-  NumberLines<Character> find_lines(Tag opening, Tag closing) {
+  NumberLines<Character> find_lines() {
     if (const host::Ref pattern = to_run<block>())
       return {{}, match_lines(state_, pattern, text())};
-    return {output::find_lines(*section_, opening, closing), {}};
+    return {output::find_lines(*section_, line_block_of(block)), {}};
   }
 
   static host::Ref numbers_of(const NumberLines<Character>& lines) {

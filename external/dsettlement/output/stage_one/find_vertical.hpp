@@ -24,13 +24,12 @@ template <typename Character>
   return match_first(section, Tag::vertical, whole) ? std::optional(vertical) : std::nullopt;
 }
 
-// The text between two tags of their own lines, with a line end behind the second: [Depths],
-// [Leakages], [Drained Layers].
+// The text between the two tags of a block of lines, with a line end behind the second.
 //
 // OPENING LINE_END (.*?) LINE_END CLOSING LINE_END
 template <typename Character>
 [[nodiscard]] std::optional<Text<Character>> find_lines(const Section<Character>& section,
-                                                        Tag opening, Tag closing) {
+                                                        const LineBlock& block) {
   Text<Character> lines;
   const auto between = [&](const Character* /*tag*/, Scanner<Character> scanner) {
     const auto behind_text = [&](Text<Character> text, Scanner<Character> behind) {
@@ -38,9 +37,9 @@ template <typename Character>
       lines = text;
       return Verdict::match;
     };
-    return match_lazily(section, scanner.text_starts(), closing, behind_text);
+    return match_lazily(section, scanner.text_starts(), block.closing, behind_text);
   };
-  return match_first(section, opening, between) ? std::optional(lines) : std::nullopt;
+  return match_first(section, block.opening, between) ? std::optional(lines) : std::nullopt;
 }
 
 }  // namespace dsettlement::output

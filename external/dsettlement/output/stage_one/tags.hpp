@@ -7,6 +7,7 @@
 #include <span>
 #include <string_view>
 
+#include "output/core/pattern_texts.hpp"
 #include "output/core/text.hpp"
 
 namespace dsettlement::output {
@@ -64,6 +65,23 @@ constexpr std::string_view name_of(Tag tag) noexcept {
 }
 
 static_assert(name_of(Tag::end_of_residual_settlement_data) == tag_names.back());
+
+// A block of numbers, one per line, between two tags.
+struct LineBlock {
+  Pattern pattern;
+  Tag opening;
+  Tag closing;
+};
+
+inline constexpr auto line_blocks = std::to_array<LineBlock>({
+    {Pattern::depths, Tag::depths, Tag::end_of_depths},
+    {Pattern::leakages, Tag::leakages, Tag::end_of_leakages},
+    {Pattern::drained_layers, Tag::drained_layers, Tag::end_of_drained_layers},
+});
+
+consteval LineBlock line_block_of(Pattern pattern) {
+  return *std::ranges::find(line_blocks, pattern, &LineBlock::pattern);
+}
 
 // Where one tag stands: its offset from the beginning of the indexed text.
 struct TagMark {
