@@ -66,9 +66,10 @@ class VerticalReader {
 
   template <Pattern block>
   NumberLines<Character> find_lines() {
+    constexpr LineBlock tags = line_block_of(block);
     if (const host::Ref pattern = to_run<block>())
       return {{}, match_lines(state_, pattern, text())};
-    return {output::find_lines(*section_, line_block_of(block)), {}};
+    return {output::find_lines(*section_, tags), {}};
   }
 
   static host::Ref numbers_of(const NumberLines<Character>& lines) {

@@ -79,8 +79,10 @@ inline constexpr auto line_blocks = std::to_array<LineBlock>({
     {Pattern::drained_layers, Tag::drained_layers, Tag::end_of_drained_layers},
 });
 
-consteval LineBlock line_block_of(Pattern pattern) {
-  return *std::ranges::find(line_blocks, pattern, &LineBlock::pattern);
+constexpr LineBlock line_block_of(Pattern pattern) {
+  std::size_t place = 0;
+  while (line_blocks[place].pattern != pattern) ++place;  // no constant past the end
+  return line_blocks[place];
 }
 
 // Where one tag stands: its offset from the beginning of the indexed text.
