@@ -22,7 +22,7 @@ STAMPS := $(VENV)/.stamps
 ENVIRONMENT := $(STAMPS)/environment
 BUILT := $(STAMPS)/module $(STAMPS)/local-edition
 
-.PHONY: help build demo test verify bench lint sanitize fuzz mutants wheels lock docs clean
+.PHONY: help build demo test verify bench lint sanitize fuzz mutants coverage wheels lock docs clean
 
 help:  ## list the targets
 	@sed -n 's/^\([a-z]*\):.*##  *\(.*\)/\1|\2/p' $(MAKEFILE_LIST) | \
@@ -67,8 +67,11 @@ fuzz: $(BUILT) $(STAMPS)/test  ## compare readers on FUZZ_TEXTS generated texts,
 sanitize: $(BUILT) $(STAMPS)/test  ## run the tests under sanitizers and the interpreter's debugging allocator
 	scripts/sanitize $(TESTS)
 
-mutants: $(BUILT) $(STAMPS)/test  ## put small faults into the C++ code and tell which the tests miss; hours
-	$(BIN)/python -m mutants
+mutants: $(BUILT) $(STAMPS)/test  ## put small faults into the C++ code and tell which the tests miss
+	$(BIN)/python -m mutants --jobs $(JOBS) $(MUTANTS)
+
+coverage: $(BUILT) $(STAMPS)/test $(STAMPS)/coverage  ## count the lines and branches that the tests run, into docs/coverage.md
+	scripts/coverage $(TESTS)
 
 wheels: $(ENVIRONMENT) $(STAMPS)/release  ## build source distributions and wheels into dist/, and try them
 	scripts/check-wheels
@@ -98,7 +101,8 @@ $(ENVIRONMENT): scripts/find-python
 	@touch $@
 
 # A dependency group of pyproject.toml, installed.
-$(STAMPS)/build $(STAMPS)/test $(STAMPS)/lint $(STAMPS)/demo $(STAMPS)/bench $(STAMPS)/docs $(STAMPS)/lock $(STAMPS)/release: \
+$(STAMPS)/build $(STAMPS)/test $(STAMPS)/lint $(STAMPS)/demo $(STAMPS)/bench $(STAMPS)/docs $(STAMPS)/coverage $(STAMPS)/lock \
+$(STAMPS)/release: \
 $(STAMPS)/%: pyproject.toml $(ENVIRONMENT)
 	@echo "Installing what $* needs"
 	@$(PIP) install $(if $(LOCKED),--requirement locks/$*.txt,--group $*)
