@@ -11,6 +11,7 @@ import tempfile
 from base64 import b64decode, b64encode
 from collections.abc import Sequence
 from concurrent.futures import ProcessPoolExecutor, ThreadPoolExecutor
+from contextlib import AbstractContextManager
 from io import StringIO
 from itertools import cycle, islice
 from multiprocessing import get_context
@@ -82,6 +83,14 @@ def rows() -> list[Row]:
     return [public, on_cluster(some, texts), read_back(texts[:DIFFERENT_FILES])]
 
 
+def _two_workers() -> AbstractContextManager[Any]:
+    make: Any = LocalCluster  # without types
+    cluster: AbstractContextManager[Any] = make(
+        n_workers=2, threads_per_worker=1, dashboard_address=":0"
+    )
+    return cluster
+
+
 def on_cluster(some: Sequence[Variant], texts: Sequence[str]) -> Row:
     """How many times as long two Dask workers on this machine take as the pool.
 
@@ -90,7 +99,7 @@ def on_cluster(some: Sequence[Variant], texts: Sequence[str]) -> Row:
     """
     with (
         dask.config.set({"distributed.worker.profile.enabled": False}),
-        LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=":0") as cluster,
+        _two_workers() as cluster,
     ):
         address = f"dask://{cluster.scheduler_address.removeprefix('tcp://')}"
 
