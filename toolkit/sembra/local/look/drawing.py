@@ -17,6 +17,7 @@ if TYPE_CHECKING:
 _SVG = "http://www.w3.org/2000/svg"
 _XLINK = "http://www.w3.org/1999/xlink"
 _REFERENCE = re.compile(r"url\(#([^)]+)\)")
+_NO_METADATA = {"Date": None, "Creator": None}
 _LINK = f"{{{_XLINK}}}href"
 
 
@@ -42,7 +43,9 @@ def svg(figure: Figure, name: str, told: str) -> Markup:
     """
     file = BytesIO()
     with plt.rc_context({"svg.fonttype": "none", "svg.hashsalt": name}):
-        figure.savefig(file, format="svg", metadata={"Date": None, "Creator": None})
+        figure.savefig(
+            file, format="svg", bbox_inches="tight", pad_inches=0.05, metadata=_NO_METADATA
+        )
     plt.close(figure)
     ElementTree.register_namespace("", _SVG)
     ElementTree.register_namespace("xlink", _XLINK)

@@ -18,8 +18,8 @@ from .drawing import Drawing, svg
 NARROW = 4.6
 """Width of a picture that can be read on a phone, in inches."""
 
-LINE_OF_LEGEND = 0.2
-"""Height of a line of a legend, in inches."""
+MOST_CURVES = 7
+"""How many curves have a legend among them, and not below."""
 
 Draw = Callable[[Axes], Axes]
 
@@ -28,12 +28,12 @@ def picture_of_model(model: Model1D | Model2D) -> Drawing:
     """Return the soil column or the cross-section of a model."""
     if isinstance(model, Model1D):
         told = "Layers, phreatic level and uniform loads of the soil column"
-        wide = pictures.soil_column(model)
-        narrow = pictures.soil_column(model, _axes(NARROW, 5.6))
+        wide = pictures.soil_column(model, title="")
+        narrow = pictures.soil_column(model, _axes(NARROW, 5.6), title="")
     else:
         told = "Layers, pl-lines, loads, drains and verticals of the cross-section"
-        wide = pictures.cross_section(model)
-        narrow = pictures.cross_section(model, _axes(NARROW, 3.6))
+        wide = pictures.cross_section(model, title="")
+        narrow = pictures.cross_section(model, _axes(NARROW, 3.8), title="")
         narrow.set_xlabel(narrow.get_xlabel().replace("  (", "\n("))
     _put_legend_below(narrow)
     return Drawing(
@@ -47,11 +47,13 @@ def pictures_of_results(results: ResultFile) -> Iterator[Drawing]:
         found = settlements_of(results)
     except ValueError:
         return
+
+    def at_each_vertical(axes: Axes) -> Axes:
+        drawn = pictures.settlement_per_vertical(results, axes)
+        return _put_legend_below(drawn, columns=3) if len(found) > MOST_CURVES else drawn
+
     if len(found) > 1:
-        yield _drawn(
-            "verticals", "Settlement of the surface at each vertical",
-            lambda axes: pictures.settlement_per_vertical(results, axes),
-        )  # fmt: skip
+        yield _drawn("verticals", "Settlement of the surface at each vertical", at_each_vertical)
     most = max(found, key=lambda number: abs(found[number].total[-1]))
     at = f" at vertical {most}" if len(found) > 1 else ""
     yield _drawn(
@@ -85,13 +87,15 @@ def _axes(width: float, height: float) -> Axes:
     return plt.figure(figsize=(width, height), layout="constrained").add_subplot()
 
 
-def _put_legend_below(axes: Axes) -> None:
-    """Give the entries of a legend a line each, below the axes, on as much paper as they need."""
-    legend, figure = axes.get_legend(), figure_of(axes)
-    if legend is None:
-        return
-    texts = [text.get_text() for text in legend.get_texts()]
-    handles = [handle for handle in legend.legend_handles if handle is not None]
-    legend.remove()
-    figure.set_figheight(figure.get_figheight() + LINE_OF_LEGEND * (len(texts) + 1))
-    figure.legend(handles, texts, loc="outside lower left", frameon=False, fontsize=9)
+def _put_legend_below(axes: Axes, columns: int = 1) -> Axes:
+    """Put the entries of a legend below the figure, which is as high as it needs to be then."""
+    legend = axes.get_legend()
+    if legend is not None:
+        texts = [text.get_text() for text in legend.get_texts()]
+        handles = [handle for handle in legend.legend_handles if handle is not None]
+        legend.remove()
+        figure_of(axes).legend(
+            handles, texts, loc="upper left", bbox_to_anchor=(0.0, 0.0), ncols=columns,
+            frameon=False, fontsize=9,
+        )  # fmt: skip
+    return axes
