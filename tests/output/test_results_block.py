@@ -128,3 +128,7 @@ def test_with_bare_cr_a_coordinate_line_is_no_number() -> None:
 def test_properties_are_read_only(name: str) -> None:
     with pytest.raises(AttributeError):
         setattr(parser_of(results("")), name, None)
+
+
+def test_results_have_their_type() -> None:
+    assert OutputFileParser.__annotations__ == {"_results": "str"}
