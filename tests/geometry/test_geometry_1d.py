@@ -179,3 +179,7 @@ def test_each_call_gives_a_new_mapping() -> None:
     geometry = make(-1.0, [(1.0, "Loam")])
     assert geometry._serialize() == geometry._serialize()
     assert geometry._serialize() is not geometry._serialize()
+
+
+def test_phreatic_level_has_its_type() -> None:
+    assert _Geometry1D.__annotations__ == {"phreatic_level": "float | None"}
