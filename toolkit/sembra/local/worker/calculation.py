@@ -68,17 +68,8 @@ def _with_dissipation(result: ColumnResult, project: Project) -> ColumnResult:
     """Return a result with the dissipation, if it is that of the column that it is wanted for."""
     if result.column is not project.dissipation_column:
         return result
-    found, remarks = dissipation(project, result.column, sinking=_sinks_by_steps(project))
+    found, remarks = dissipation(project, result.column, sinking=project.sinks_by_steps)
     return replace(result, dissipation=found, remarks=(*result.remarks, *remarks))
-
-
-def _sinks_by_steps(project: Project) -> bool:
-    """Whether loads and soil come under water from one time to the next."""
-    return (
-        project.options.submerging
-        and project.consolidation.goes_by_steps
-        and project.soil_model.creeps
-    )
 
 
 def _settle(
@@ -88,7 +79,7 @@ def _settle(
     report: Callable[[float], None],
 ) -> list[ColumnResult]:
     by_steps = project.consolidation.goes_by_steps
-    sinking = _sinks_by_steps(project)
+    sinking = project.sinks_by_steps
     results: list[ColumnResult] = []
     problems = Problems()
     repeats = project.options.submerging and not sinking

@@ -32,6 +32,13 @@ class Project:
     remarks: tuple[str, ...] = ()
 
     @property
+    def sinks_by_steps(self) -> bool:
+        """Whether loads and soil come under water from one time to the next."""
+        return (
+            self.options.submerging and self.consolidation.goes_by_steps and self.soil_model.creeps
+        )
+
+    @property
     def dissipation_column(self) -> Column | None:
         """The column that the dissipation is wanted for: the nearest to where it is."""
         wanted = self.options.dissipation_x

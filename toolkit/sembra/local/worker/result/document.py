@@ -3,7 +3,7 @@
 from collections.abc import Iterator, Sequence
 
 from sembra.local.sli.sections import split_lines
-from sembra.local.worker.column_result import ColumnResult, DarcyHistory
+from sembra.local.worker.column_result import ColumnResult
 from sembra.local.worker.project import Project
 from sembra.local.worker.result.dissipation import dissipation_block
 from sembra.local.worker.result.format import fixed
@@ -56,13 +56,10 @@ def _amounts_block(project: Project, results: Sequence[ColumnResult]) -> Iterato
     NEN-Bjerrum by Darcy, the weight that they lose is a load of its own to D-Settlement, without a
     cross-section.
     """
-    by_step = (
-        isinstance(results[0].consolidation, DarcyHistory) and results[0].layer_settlements is None
-    )
     areas = [*project.load_areas]
     if results[0].superelevation is not None:
         areas.append(results[0].superelevation)
-    if project.options.submerging and not by_step:
+    if project.options.submerging and not project.sinks_by_steps:
         areas.append(0.0)
     if areas:
         yield from ("[Amounts of Loads]", f"{len(areas):7d}     number of loads")
