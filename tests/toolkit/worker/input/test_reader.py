@@ -58,7 +58,7 @@ def line_of(text: str, part: str) -> int:
         ("GEOMETRY 1D DATA", "Sand\n5", "Silt\n5", 'the material "Silt" is unknown'),
         ("GEOMETRY 1D DATA", "       -4.000", "        4.000", "bottom level is not below"),
         ("OTHER LOADS", "0 20.0 1.5 0.0 = T", "0 20.0 1.5 = T", 'a number and is "="'),
-        ("RESIDUAL TIMES", "\n4.5\n", "\n10001\n", "the time 10001 lies outside the calculation"),
+        ("RESIDUAL TIMES", "\n4.5\n", "\n-1\n", "the time -1 lies before the calculation"),
         ("CALCULATION OPTIONS", "5 : Precon.", "6 : Precon.", "preconsolidation option 6 is"),
         ("CALCULATION OPTIONS", "10000 = End", "0 = End", "should lie after time 0"),
         ("CALCULATION OPTIONS", "1.000000000E+00 = Ref", "0 = Ref", "reference time should be"),

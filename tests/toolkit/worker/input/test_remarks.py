@@ -67,3 +67,11 @@ def test_each_remark_stands_once_in_the_result_file_and_with_the_result() -> Non
     assert run_job(job(text))["remarks"] == expected
     lines = [f"{3:7d}     number of warnings", *expected, "[End of Warnings]"]
     assert "\n".join(["[Warnings]", *lines]) in calculated(text)
+
+
+def test_a_residual_settlement_after_the_end_is_left_away() -> None:
+    project = read_project(input_text(times=[100.0, 10_000.0, 10_001.0]))
+    assert project.residual_times == (100.0, 10_000.0)
+    assert project.remarks == (
+        "There is no residual settlement after 10001 days: the calculation ends after 10000 days.",
+    )

@@ -89,18 +89,18 @@ def _read_width(options: Labelled, of: str) -> float:
     return width
 
 
-def read_times(whole: Section, end: float) -> tuple[float, ...]:
+def read_times(whole: Section) -> tuple[float, ...]:
     """The times, in days, for which the file wants residual settlements.
 
     Raises:
-        InputFileError: the section is malformed, or a time lies outside 0 to `end`.
+        InputFileError: the section is malformed, or a time lies before the calculation.
     """
     times = read_residual_times(whole)
     for time in times:
-        if not 0 <= time.days <= end:
+        if time.days < 0:
             raise InputFileError(
                 "RESIDUAL TIMES",
                 time.line,
-                f"the time {time.days:g} lies outside the calculation",
+                f"the time {time.days:g} lies before the calculation",
             )
     return tuple(time.days for time in times)

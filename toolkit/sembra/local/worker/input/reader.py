@@ -18,7 +18,7 @@ from sembra.local.worker.input.options import (
     read_times,
 )
 from sembra.local.worker.input.other_loads import read_other_loads
-from sembra.local.worker.input.remarks import fast_consolidation, late_loads, light_soil
+from sembra.local.worker.input.remarks import fast_consolidation, late_loads, late_times, light_soil
 from sembra.local.worker.input.soils import Materials
 from sembra.local.worker.input.water_loads import read_water_loads
 from sembra.local.worker.loads.load import Load
@@ -67,6 +67,9 @@ def read_project(text: str) -> Project:
         water = read_water_loads(whole, ground, options.water_unit_weight, problems)
     with problems.collecting():
         drains = read_drains(whole, problems)
+    times: tuple[float, ...] = ()
+    with problems.collecting():
+        times = read_times(whole)
     columns = []
     for vertical in read_verticals(whole):
         with problems.collecting():
@@ -87,13 +90,14 @@ def read_project(text: str) -> Project:
         columns=tuple(columns),
         loads=tuple(load for load in loads if load.time < options.end),
         options=options,
-        residual_times=read_times(whole, options.end),
+        residual_times=tuple(time for time in times if time <= options.end),
         load_areas=tuple(load.area for load in embankments),
         drains=drains,
         profile=profile,
         remarks=(
             *left_away(whole),
             *late_loads(late, options.end),
+            *late_times(times, options.end),
             *fast_consolidation(columns, consolidation),
             *light_soil(columns, options.water_unit_weight),
             *_without_profile(options, embankments),

@@ -28,6 +28,21 @@ def late_loads(names: Iterable[str], end: float) -> Iterator[str]:
         )
 
 
+def late_times(times: Iterable[float], end: float) -> Iterator[str]:
+    """A remark on each time at which a residual settlement is wanted and nothing is calculated.
+
+    Args:
+        times: the times, in days.
+        end: end of the calculation, in days.
+    """
+    for time in times:
+        if time > end:
+            yield (
+                f"There is no residual settlement after {time:g} days: the calculation ends after "
+                f"{end:g} days."
+            )
+
+
 def fast_consolidation(columns: Sequence[Column], consolidation: Consolidation) -> Iterator[str]:
     """A remark on each material that consolidates at once, though it isn't drained.
 
