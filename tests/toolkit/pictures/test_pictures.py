@@ -154,6 +154,16 @@ def test_a_picture_is_saved_and_put_away(tmp_path: Path, extension: str) -> None
     assert plt.get_fignums() == []
 
 
+@pytest.mark.parametrize(
+    ("draw", "model"),
+    [(pictures.soil_column, model_2d), (pictures.cross_section, model_1d)],
+    ids=["column", "section"],
+)
+def test_the_other_kind_of_model_is_told_its_picture(draw: Any, model: Any) -> None:
+    with pytest.raises(TypeError, match=r"draws a Model[12]D; \w+ draws a Model[12]D"):
+        draw(model())
+
+
 def test_the_column_tells_layers_levels_and_loads() -> None:
     told = words(pictures.soil_column(model_1d(), datum="NAP"))
     for text in ("Ooze", "3.00 m", "NAP +1.00 m", f"NAP {chr(0x2212)}6.00 m", "12.0 / 13.0 kN/m³"):

@@ -82,8 +82,11 @@ def soil_column(
         The axes.
 
     Raises:
+        TypeError: The model is no Model1D.
         KeyError: A layer is of a material that the model doesn't have any more.
     """
+    if not isinstance(model, Model1D):
+        raise TypeError("soil_column draws a Model1D; cross_section draws a Model2D")
     with look():
         is_new = axes is None
         axes = new_figure(8.0, 7.5).add_subplot() if axes is None else axes

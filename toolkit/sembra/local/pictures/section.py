@@ -70,8 +70,11 @@ def cross_section(
         The axes.
 
     Raises:
+        TypeError: The model is no Model2D.
         ValueError: The model has no layer.
     """
+    if not isinstance(model, Model2D):
+        raise TypeError("cross_section draws a Model2D; soil_column draws a Model1D")
     section = section_of(model, datum, pl_line_names)
     with look():
         if axes is not None:
