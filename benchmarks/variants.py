@@ -24,7 +24,7 @@ from distributed import LocalCluster
 from sembra.external.dsettlement import DSettlementAnalysis, OutputFileParser
 from sembra.local.jobs.dask_engine import close_clients
 from sembra.local.jobs.engine import EXECUTOR_SETTING
-from sembra.local.worker import run_job
+from sembra.local.worker.job import run_job
 
 from benchmarks.side_by_side import Row, compare
 from examples.parametric_study import Variant, build_model, variants

@@ -8,7 +8,7 @@ import time
 from dataclasses import dataclass, field
 
 from sembra.errors import ParsingError
-from sembra.local.worker import run_job
+from sembra.local.worker.job import run_job
 
 from .cases import Case, read_text
 from .comparing import Difference, compare, worst

@@ -24,7 +24,7 @@ from sembra.external.dsettlement import (
     OutputFileParser,
     VerticalDrain,
 )
-from sembra.local.worker import run_job
+from sembra.local.worker.job import run_job
 
 from tests.toolkit.worker.input_file import job
 

@@ -6,7 +6,7 @@ import sys
 from pathlib import Path
 
 import pytest
-from sembra.local.worker import run_job
+from sembra.local.worker.job import run_job
 
 from tests.toolkit.worker.input_file import input_text
 from verification.calculating import calculate

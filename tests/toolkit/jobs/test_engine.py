@@ -4,11 +4,11 @@ from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 import pytest
-from sembra.local.jobs.engine import PoolEngine, chosen_engine
+from sembra.local.jobs.engine import chosen_engine
 from sembra.local.jobs.errors import EngineError
 from sembra.local.jobs.reporting import ignore
 from sembra.local.jobs.running import JobError, run
-from sembra.local.jobs.shared_pool import end_shared_pool
+from sembra.local.jobs.shared_pool import end_shared_pool, shared_pool
 
 from tests.toolkit import fake_jobs
 
@@ -19,8 +19,7 @@ CONTENT = {"name": "x", "version": 1, "body": "abc"}
 def test_processes_on_this_machine(setting: str, monkeypatch: pytest.MonkeyPatch) -> None:
     monkeypatch.setenv("SEMBRA_EXECUTOR", setting)
     engine = chosen_engine()
-    assert isinstance(engine, PoolEngine)
-    assert engine.tells_progress
+    assert engine is shared_pool()
     assert engine.run(fake_jobs.echo, CONTENT, 30, ignore)["error"] is None
 
 

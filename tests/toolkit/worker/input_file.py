@@ -4,7 +4,7 @@ from base64 import b64decode, b64encode
 from collections.abc import Mapping, Sequence
 from typing import Any
 
-from sembra.local.worker import run_job
+from sembra.local.worker.job import run_job
 
 Load = tuple[str, float, float, float, float]
 

@@ -7,8 +7,8 @@ from pathlib import Path
 from typing import Any
 
 import pytest
-from sembra.local.worker import run_job
 from sembra.local.worker.console import SETTING
+from sembra.local.worker.job import run_job
 
 from tests.toolkit.worker.input_file import job
 

@@ -4,7 +4,7 @@ import random
 import re
 
 import pytest
-from sembra.local.worker import run_job
+from sembra.local.worker.job import run_job
 
 from tests.toolkit.worker.drain_section import with_drains
 from tests.toolkit.worker.embankments import with_embankment

@@ -1,12 +1,14 @@
 """Jobs: refusals in plain words, broken contents, errors of the worker itself."""
 
 import pickle
+import subprocess
+import sys
 from typing import Any
 
 import pytest
-from sembra.local.worker import job as job_module
-from sembra.local.worker import run_job
+from sembra.local.worker import calculate_file
 from sembra.local.worker.errors import INVALID_BODY, OUT_OF_RANGE, UNSUPPORTED_JOB
+from sembra.local.worker.job import run_job
 
 from tests.toolkit.worker.input_file import calculated, input_text, job, refused
 
@@ -115,13 +117,18 @@ def test_an_error_of_the_worker_itself_gives_no_result(monkeypatch: pytest.Monke
     def broken(*_: object) -> str:
         raise LookupError("gone")
 
-    monkeypatch.setattr(job_module, "write_results", broken)
+    monkeypatch.setattr(calculate_file, "write_results", broken)
     assert refused(input_text()) == ("The worker failed by an error of its own: LookupError: gone")
 
 
 def test_the_entry_can_be_sent_to_another_process() -> None:
     assert pickle.loads(pickle.dumps(run_job)) is run_job
     assert pickle.loads(pickle.dumps(run_job(job(input_text()))))["error"] is None
+
+
+def test_who_only_sends_the_entry_does_not_load_the_calculation() -> None:
+    program = "import sys, sembra.local.jobs.running; assert 'numpy' not in sys.modules"
+    subprocess.run([sys.executable, "-c", program], check=True)
 
 
 @pytest.mark.parametrize("error", [ZeroDivisionError(), FloatingPointError(), OverflowError()])
@@ -131,7 +138,7 @@ def test_numbers_that_break_the_arithmetic_are_out_of_range(
     def broken(*_: object) -> str:
         raise error
 
-    monkeypatch.setattr(job_module, "write_results", broken)
+    monkeypatch.setattr(calculate_file, "write_results", broken)
     assert refused(input_text()) == OUT_OF_RANGE
 
 

@@ -22,6 +22,7 @@ ORDER = (
     ("settlement",),
     ("dissipation",),
     ("calculation", "console", "input", "result"),
+    ("calculate_file",),
     ("job",),
     ("__init__",),
 )

@@ -3,7 +3,8 @@
 from base64 import b64decode
 
 import pytest
-from sembra.local.worker import run_job
+from sembra.local.jobs.reporting import reporter
+from sembra.local.worker.job import run_job
 
 from tests.toolkit.worker.input_file import calculated, input_text, job, refused
 from tests.toolkit.worker.input_section import two_dimensional
@@ -25,7 +26,9 @@ def test_level_ground_settles_as_one_column() -> None:
 
 def test_every_vertical_is_progress() -> None:
     fractions: list[float] = []
-    result = run_job(job(two_dimensional()), fractions.append)
+    token = reporter.set(fractions.append)
+    result = run_job(job(two_dimensional()))
+    reporter.reset(token)
     assert b64decode(result["files"][".sld"])
     assert fractions == sorted(fractions)
     assert (fractions[0], fractions[-1], len(fractions)) == (0.0, 1.0, 5)

@@ -1,8 +1,8 @@
 """Remarks on what is hardly meant as it stands."""
 
 import pytest
-from sembra.local.worker import run_job
 from sembra.local.worker.input import read_project
+from sembra.local.worker.job import run_job
 
 from tests.toolkit.worker.input_file import calculated, input_text, job
 

@@ -30,8 +30,6 @@ class DaskEngine:
         address: Host and port of its scheduler.
     """
 
-    tells_progress = False
-
     def __init__(self, address: str) -> None:
         self._address = address
 
@@ -103,7 +101,7 @@ def run_in_pool(job: bytes, limit: float) -> Any:
     who runs it looks after whether it has been forgotten.
 
     Args:
-        job: The pickle of the call to run, such as `sembra.local.jobs.task.run_job`, and of its
+        job: The pickle of the call to run, such as `sembra.local.worker.job.run_job`, and of its
             content.
         limit: Time that the job may take once it is taken up, in seconds.
 

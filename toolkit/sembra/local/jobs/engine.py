@@ -4,10 +4,9 @@ import os
 from collections.abc import Callable
 from typing import Any, Protocol
 
-from sembra.local.jobs.callers import ended_with_caller
 from sembra.local.jobs.errors import EngineError
 from sembra.local.jobs.reporting import Report
-from sembra.local.jobs.shared_pool import shared_pool, worker_count
+from sembra.local.jobs.shared_pool import shared_pool
 
 EXECUTOR_SETTING = "SEMBRA_EXECUTOR"
 """Environment setting: unset, empty or "process" for processes on this machine, or
@@ -19,9 +18,6 @@ Entry = Callable[[dict[str, Any]], Any]
 class Engine(Protocol):
     """Something that runs jobs, one per calling thread."""
 
-    tells_progress: bool
-    """Whether it passes on the fraction done."""
-
     def run(self, entry: Entry, content: dict[str, Any], limit: float, on_progress: Report) -> Any:
         """Run a job and return its result. Whatever happens, the job has ended then.
 
@@ -29,7 +25,7 @@ class Engine(Protocol):
             entry: A function that can be imported by its module's name; takes the content.
             content: The job.
             limit: Time that the job may take once it is taken up, in seconds.
-            on_progress: Takes the fraction done.
+            on_progress: Takes the fraction done, from an engine that gets to know it.
 
         Raises:
             TimeoutError: The time is over.
@@ -45,22 +41,6 @@ class Engine(Protocol):
         """
 
 
-class PoolEngine:
-    """The warm worker processes on this machine."""
-
-    tells_progress = True
-
-    def run(self, entry: Entry, content: dict[str, Any], limit: float, on_progress: Report) -> Any:
-        """Run a job; see `Engine`."""
-        future = shared_pool().submit_reporting(on_progress, entry, content)
-        with ended_with_caller(future):
-            return future.result_within(limit)
-
-    def capacity(self) -> int:
-        """Return how many jobs run side by side."""
-        return worker_count()
-
-
 def chosen_engine() -> Engine:
     """Return the engine that the setting names.
 
@@ -70,7 +50,7 @@ def chosen_engine() -> Engine:
     setting = os.environ.get(EXECUTOR_SETTING, "").strip()
     scheme, separator, address = setting.partition("://")
     if setting in ("", "process"):
-        return PoolEngine()
+        return shared_pool()
     if scheme == "dask" and separator and address:
         from sembra.local.jobs.dask_engine import DaskEngine
 

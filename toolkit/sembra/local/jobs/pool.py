@@ -13,6 +13,7 @@ from collections.abc import Callable, Sequence
 from concurrent.futures import CancelledError, Executor, Future, wait
 from typing import Any, NamedTuple
 
+from sembra.local.jobs.callers import ended_with_caller
 from sembra.local.jobs.reporting import Report, ignore
 from sembra.local.jobs.worker_process import CallError, NotTakenError, WorkerProcess
 
@@ -159,6 +160,22 @@ class WorkerPool(Executor):
                     raise
             self._changed.notify_all()
         return future
+
+    def run(
+        self,
+        entry: Callable[[dict[str, Any]], Any],
+        content: dict[str, Any],
+        limit: float,
+        on_progress: Report,
+    ) -> Any:
+        """Run a job; see `sembra.local.jobs.engine.Engine`."""
+        future = self.submit_reporting(on_progress, entry, content)
+        with ended_with_caller(future):
+            return future.result_within(limit)
+
+    def capacity(self) -> int:
+        """Return how many jobs run side by side; see `sembra.local.jobs.engine.Engine`."""
+        return self._size()
 
     def shutdown(self, wait: bool = True, *, cancel_futures: bool = False) -> None:
         """Take no more calls, and end the workers when the calls have ended.

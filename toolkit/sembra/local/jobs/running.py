@@ -6,7 +6,7 @@ from typing import Any, TypeGuard
 from sembra.local.jobs.engine import chosen_engine
 from sembra.local.jobs.errors import EngineError
 from sembra.local.jobs.progress import show_progress
-from sembra.local.jobs.task import run_job
+from sembra.local.worker.job import run_job
 
 ENTRY = run_job
 """What runs a job, in a worker process."""
@@ -34,8 +34,6 @@ def run(content: dict[str, Any], timeout: float) -> dict[str, Any]:
         engine = chosen_engine()
         with show_progress(content["name"]) as report:
             result = engine.run(ENTRY, content, timeout, report)
-            if engine.tells_progress:
-                report(1.0)
     except EngineError as error:
         raise JobError(str(error)) from error
     except TimeoutError as error:

@@ -10,7 +10,7 @@ from sembra.local.jobs.pool import WorkerPool
 WORKERS_SETTING = "SEMBRA_WORKERS"
 """Environment setting: how many worker processes there may be. Unset or empty: one per core."""
 
-PRELOADED = ("sembra.local.worker",)
+PRELOADED = ("sembra.local.worker.calculate_file",)
 
 _lock = threading.Lock()
 _pool: WorkerPool | None = None

@@ -4,7 +4,3 @@ It covers whatever a model can describe, and most of what other input files ask 
 with both kinds of consolidation. What it doesn't cover ends a job with an error that says so, or is
 left away with a warning where it only adds results.
 """
-
-from sembra.local.worker.job import run_job
-
-__all__ = ["run_job"]

@@ -2,41 +2,30 @@
 
 import base64
 import binascii
-from collections.abc import Callable
 from typing import Any
 
-import numpy as np
-
+from sembra.local.jobs.reporting import reporter
 from sembra.local.sli.errors import InputFileError
 from sembra.local.sli.text import decode
-from sembra.local.worker.calculation import calculate
 from sembra.local.worker.console import configured_command, run_console
 from sembra.local.worker.errors import (
     INTERNAL_ERROR,
     INVALID_BODY,
-    OUT_OF_RANGE,
     UNSUPPORTED_JOB,
     WorkerError,
 )
-from sembra.local.worker.input import read_project
-from sembra.local.worker.result import write_results
 
 _NAME = "dsettlement"
 _VERSION = 1
 
 
-def _keep_silent(fraction: float) -> None:
-    """Reports nothing."""
+def run_job(content: dict[str, Any]) -> dict[str, Any]:
+    """Calculate one input file, with the console edition of D-Settlement where one is configured.
 
-
-def run_job(
-    content: dict[str, Any], report: Callable[[float], None] = _keep_silent
-) -> dict[str, Any]:
-    """Calculates one input file, with the console edition of D-Settlement where one is configured.
+    Whoever `reporter` names is told the fraction done, from 0 to 1.
 
     Args:
         content: "name" ("dsettlement"), "version" (1) and "body", the `.sli` file in base64.
-        report: is called with the fraction done, from 0 to 1.
 
     Returns:
         "files": the result files in base64 by extension, with ".sld" after a calculation and
@@ -45,12 +34,9 @@ def run_job(
         A job either has all its results or an error; this function raises nothing for bad input.
     """
     try:
-        with np.errstate(over="raise", invalid="raise", divide="raise"):
-            files, remarks = _run(content, report)
+        files, remarks = _run(content)
     except (InputFileError, WorkerError) as error:
         return _failed(str(error))
-    except ArithmeticError:
-        return _failed(OUT_OF_RANGE)
     except Exception as error:
         return _failed(INTERNAL_ERROR.format(error=f"{type(error).__name__}: {error}"))
     return {
@@ -60,25 +46,24 @@ def run_job(
     }
 
 
-def _run(
-    content: dict[str, Any], report: Callable[[float], None]
-) -> tuple[dict[str, bytes], list[str]]:
+def _run(content: dict[str, Any]) -> tuple[dict[str, bytes], list[str]]:
     if content.get("name") != _NAME or content.get("version") != _VERSION:
         raise WorkerError(UNSUPPORTED_JOB)
     data = _decode(content.get("body"))
+    report = reporter.get()
     report(0.0)
     command = configured_command()
+    remarks: list[str] = []
     if command:
         files = run_console(command, data)
-        report(1.0)
-        return files, []
-    text = decode(data)
-    project = read_project(text)
-    results = calculate(project, lambda fraction: report(0.9 * fraction))
-    remarks = list(dict.fromkeys([*project.remarks, *(one for r in results for one in r.remarks)]))
-    written = write_results(text, project, results, remarks)
+    else:
+        # Loaded here, where it runs: the application only sends this module's function.
+        from sembra.local.worker.calculate_file import calculate_file
+
+        written, remarks = calculate_file(decode(data), report)
+        files = {".sld": written.encode()}
     report(1.0)
-    return {".sld": written.encode()}, remarks
+    return files, remarks
 
 
 def _decode(body: object) -> bytes:
