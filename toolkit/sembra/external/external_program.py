@@ -9,11 +9,12 @@ from io import BytesIO
 from typing import Any
 
 from sembra.errors import ModelError
+from sembra.local.worker.errors import OUT_OF_RANGE
 
 __all__ = ["ExecutionError", "ExternalProgram"]
 
 _dseries_exception_map: dict[str, tuple[str, type[Exception]]] = {
-    "The input file holds numbers that are too large or too small to calculate with.": (
+    OUT_OF_RANGE: (
         "The model holds numbers that are too large or too small to calculate with.",
         ModelError,
     ),
