@@ -1,6 +1,7 @@
 """Let memory run out at each allocation of each operation, one after the other.
 
-    python -m tests.memory.sweep python --every 1
+    python -m tests.memory.sweep python
+    python -m tests.memory.sweep new --most 2  # of each operation, spread over all of it
 
 A program of its own, since what goes wrong may end it: `tests/memory/test_memory_runs_out.py` runs
 it. For `new` it needs the library `failing_new` loaded before all others.
@@ -98,9 +99,11 @@ class Sweep:
         if not self._operation.leaves_unordered:
             self._check("at the second attempt", found, self._after)
 
-    def run(self, every: int, rng: random.Random) -> None:
-        """Let memory run out at one of `every` allocations."""
-        for number in range(1 + rng.randrange(every), self.count.allocations + 2, every):
+    def run(self, most: int | None, rng: random.Random) -> None:
+        """Let memory run out at each allocation, or at `most` of them, as far from one another."""
+        there_are = self.count.allocations + 1  # the last of them is one too many
+        every = -(-there_are // most) if most else 1
+        for number in range(1 + rng.randrange(every), there_are + 1, every):
             for length in (1, LONG):
                 for look in (True, False):
                     try:
@@ -117,7 +120,7 @@ def main() -> int:
     """Read the command line and run."""
     parser = argparse.ArgumentParser(description="Let memory run out everywhere.")
     parser.add_argument("memory", choices=["python", "new"])
-    parser.add_argument("--every", type=int, default=1, help="try one of so many allocations")
+    parser.add_argument("--most", type=int, help="try so many allocations of each operation")
     parser.add_argument("--seed", default="0", help="which ones")
     parser.add_argument("--operations", nargs="*", help="only these")
     options = parser.parse_args()
@@ -132,7 +135,7 @@ def main() -> int:
             continue
         print(operation.name, file=sys.stderr, flush=True)
         sweep = Sweep(operation, memory)
-        sweep.run(options.every, random.Random(f"{options.seed} {operation.name}"))
+        sweep.run(options.most, random.Random(f"{options.seed} {operation.name}"))
         print(json.dumps(asdict(sweep.count)), flush=True)
         gc.collect()
     return 0
