@@ -3,6 +3,7 @@
     python -m mutants                      # 60 of each area, the same ones each time
     python -m mutants --count 200 --seed 7 --areas reader
     python -m mutants --list               # what there would be
+    python -m mutants --resume             # without those that were tried before the last run ended
 
 A fault that no test notices is to be killed by a new test, or explained in mutants/explained.toml.
 The command ends with status 1 if there is one that is neither.
@@ -52,14 +53,20 @@ def why(mutant: Mutant, explained: dict[tuple[str, str, str], str]) -> str | Non
 def try_area(
     area: Area, mutants: dict[int, Mutant], jobs: int, report: list[dict[str, str]]
 ) -> Counter[str]:
-    """Try the mutants of one area, adding to the report as it goes."""
+    """Try the mutants of one area that the report doesn't have, adding to it as it goes."""
     explained = explanations()
+    tried = {entry["mutant"] for entry in report}
+    counts = Counter(
+        entry["outcome"].split(":")[0] for entry in report if entry["area"] == area.name
+    )
+    mutants = {number: mutant for number, mutant in mutants.items() if str(mutant) not in tried}
+    if not mutants:
+        return counts
     start = time.monotonic()
     ((_, sound),) = outcomes([0], area.tests, 3600, 1)
     if sound != "survived":
         raise SystemExit(f"the tests fail without any fault: {sound}")
     limit = 20 + 5 * jobs * (time.monotonic() - start)
-    counts: Counter[str] = Counter()
     for number, outcome in outcomes(mutants, area.tests, limit, jobs):
         mutant = mutants[number]
         if outcome == "survived" and why(mutant, explained):
@@ -80,6 +87,7 @@ def main() -> int:
     parser.add_argument("--areas", nargs="*", default=[area.name for area in AREAS])
     parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1, help="side by side")
     parser.add_argument("--list", action="store_true", help="only say which")
+    parser.add_argument("--resume", action="store_true", help="go on with the last report")
     options = parser.parse_args()
     areas = [area for area in AREAS if area.name in options.areas]
     chosen = {area.name: sample(area, options.seed, options.count) for area in areas}
@@ -90,6 +98,8 @@ def main() -> int:
     placed = tree.prepare(mutants)
     print(f"{len(placed)} mutants; {len(mutants) - len(placed)} more do not compile", flush=True)
     report: list[dict[str, str]] = []
+    if options.resume and REPORT.exists():
+        report += json.loads(REPORT.read_text())
     total: Counter[str] = Counter()
     for area in areas:
         own = set(chosen[area.name])

@@ -42,7 +42,13 @@ AREAS = (
         (
             "geometry/index/*.cpp",
             "geometry/index/*.hpp",
+            "geometry/chains.cpp",
+            "geometry/curve_list.cpp",
             "geometry/document_2d.cpp",
+            "geometry/layer.cpp",
+            "geometry/make.cpp",
+            "geometry/model_2d.cpp",
+            "geometry/state.cpp",
             "host/watched_field.cpp",
         ),
         ("tests/geometry",),

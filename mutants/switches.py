@@ -25,7 +25,7 @@ inline const int mutant_number = [] {{
 """
 
 FULL = re.compile(
-    r"^\s+(?!const\b|constexpr\b|auto\b|using\b|static|case\b|else\b|for\b|do\b|friend\b)"
+    r"^\s++(?!const\b|constexpr\b|auto\b|using\b|static|case\b|else\b|for\b|do\b|friend\b)"
 )
 HEADER = re.compile(r"^(\s*(?:\} else )?(?:if|while) \()(.+)(\) (?:\[\[\w+\]\] )?\{)$")
 LOOP = re.compile(r"^(\s*for \([^;]*; )([^;]+)(; [^;]+\) .*)$")

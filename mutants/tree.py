@@ -50,12 +50,22 @@ def prepare(mutants: Mapping[int, Mutant]) -> set[int]:
         placed = _write_sources({n: m for n, m in mutants.items() if n not in left_out})
         if _build():
             return placed
-        faulty = {(found[1], int(found[2])) for found in ERROR.finditer(last_output())}
-        at_fault = {n for n in placed if (str(mutants[n].path), mutants[n].line) in faulty}
+        errors = {(found[1], int(found[2])) for found in ERROR.finditer(last_output())}
+        at_fault = _at_fault({n: mutants[n] for n in placed}, errors)
         if not at_fault:
             break
         left_out |= at_fault
     raise SystemExit(f"the sources don't build:\n{last_output()}")
+
+
+def _at_fault(mutants: Mapping[int, Mutant], errors: set[tuple[str, int]]) -> set[int]:
+    """The mutants of the lines that don't compile, or of the next ones above them."""
+    found: set[int] = set()
+    for path, line in errors:
+        above = {n: m.line for n, m in mutants.items() if str(m.path) == path and m.line <= line}
+        nearest = max(above.values(), default=None)
+        found |= {number for number, place in above.items() if place == nearest}
+    return found
 
 
 def _write_sources(mutants: Mapping[int, Mutant]) -> set[int]:
@@ -64,7 +74,7 @@ def _write_sources(mutants: Mapping[int, Mutant]) -> set[int]:
     for number, mutant in mutants.items():
         by_file[mutant.path][number] = mutant
     placed: set[int] = set()
-    for path in (Path("CMakeLists.txt"), *_files("external")):
+    for path in (Path("CMakeLists.txt"), Path("pyproject.toml"), *_files("external")):
         text = (PROJECT / path).read_text()
         if path in by_file:
             text, fitting = switches.switched(text, by_file[path], HEADER)
