@@ -10,7 +10,7 @@ import uuid
 from pathlib import Path
 from typing import Any
 
-from sembra.local.jobs.reporting import reporter
+from sembra.local.jobs.reporting import ignore, reporter
 
 Content = dict[str, Any]
 Result = dict[str, Any]
@@ -26,6 +26,11 @@ def report_steps(content: Content) -> Result:
     for quarter in range(5):
         reporter.get()(quarter / 4)
     return echo(content)
+
+
+def is_listened_to() -> bool:
+    """Return whether somebody takes the progress."""
+    return reporter.get() is not ignore
 
 
 def fail_with_body(content: Content) -> Result:

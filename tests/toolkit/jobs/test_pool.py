@@ -63,6 +63,12 @@ def test_progress_comes_while_the_call_runs() -> None:
     assert seen == [0.25, 0.5, 0.75, 1.0] * 2
 
 
+def test_progress_that_nobody_listens_to_is_not_sent() -> None:
+    with pool(1) as executor:
+        assert executor.submit(fake_jobs.is_listened_to).result(30) is False
+        assert executor.submit_reporting(print, fake_jobs.is_listened_to).result(30) is True
+
+
 def test_prints_of_the_call_do_no_harm() -> None:
     with pool() as executor:
         assert executor.submit(fake_jobs.print_a_lot, CONTENT).result(30)["error"] is None
@@ -243,6 +249,18 @@ def test_time_counts_from_when_a_worker_takes_the_call_up(tmp_path: Path) -> Non
         gate.touch()
         waiter.join(60)
         assert answers == [1]
+
+
+def test_wait_in_line_does_not_lengthen_the_time(tmp_path: Path) -> None:
+    gate = tmp_path / "gate"
+    with pool(1) as executor:
+        executor.submit(fake_jobs.await_file, {"body": str(gate)})
+        second = executor.submit(time.sleep, 60)
+        threading.Timer(0.2, gate.touch).start()
+        with pytest.raises(TimeoutError):
+            second.result_within(0.5)
+        assert 0.5 <= time.monotonic() - second._taken_at < 5
+        assert second.cancel()
 
 
 def test_time_that_is_over() -> None:

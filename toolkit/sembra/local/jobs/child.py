@@ -1,6 +1,6 @@
 """The process that runs calls for `sembra.local.jobs.worker_process`, which tells how."""
 
-import json
+import io
 import os
 import pickle
 import queue
@@ -10,13 +10,13 @@ import sys
 import tempfile
 import threading
 import traceback
-from base64 import b64decode, b64encode
 from contextlib import suppress
 from importlib import import_module
 from pathlib import Path
 from typing import Any, BinaryIO, NoReturn
 
-from sembra.local.jobs.reporting import reporter
+from sembra.local.jobs.messages import Message, read_message, write_message
+from sembra.local.jobs.reporting import ignore, reporter
 
 SMALLEST_STEP = 0.005
 """Progress in smaller steps isn't told."""
@@ -33,7 +33,7 @@ class Channel:
 
     def __init__(self, folder: Path) -> None:
         self._folder = folder
-        self._stream = os.fdopen(os.dup(1), "wb")
+        self._stream = io.FileIO(os.dup(1), "wb")
         os.dup2(2, 1)
         self._lock = threading.Lock()
         self._told = 0.0
@@ -45,14 +45,13 @@ class Channel:
         sys.stderr.flush()
         os.ftruncate(2, 0)
         os.lseek(2, 0, os.SEEK_SET)
-        self.send("taken", True)
+        self.send({"taken": True})
 
-    def send(self, key: str, value: Any) -> None:
+    def send(self, line: dict[str, Any], data: bytes = b"") -> None:
         """Send one message."""
         with self._lock:
             try:
-                self._stream.write(json.dumps({key: value}).encode() + b"\n")
-                self._stream.flush()
+                write_message(self._stream, Message(line, data))
             except OSError:
                 end(self._folder)
 
@@ -61,7 +60,7 @@ class Channel:
         fraction = min(float(fraction), 1.0)
         if fraction >= self._told + SMALLEST_STEP:
             self._told = fraction
-            self.send("progress", fraction)
+            self.send({"progress": fraction})
 
 
 def main(setting: dict[str, Any], stream: BinaryIO) -> NoReturn:
@@ -86,7 +85,7 @@ def main(setting: dict[str, Any], stream: BinaryIO) -> NoReturn:
 def _serve(setting: dict[str, Any], stream: BinaryIO) -> NoReturn:
     folder = Path(setting["folder"])
     channel = Channel(folder)
-    calls: queue.SimpleQueue[dict[str, Any]] = queue.SimpleQueue()
+    calls: queue.SimpleQueue[Message] = queue.SimpleQueue()
     threading.Thread(target=_listen, args=(stream, calls, folder), daemon=True).start()
     folder.mkdir(mode=0o700)
     tempfile.tempdir = str(folder)
@@ -96,9 +95,9 @@ def _serve(setting: dict[str, Any], stream: BinaryIO) -> NoReturn:
             import_module(name)
     while True:
         call = calls.get()
-        _surround(call, folder)
+        _surround(call.line, folder)
         channel.begin()
-        _run(call["call"], channel)
+        _run(call, channel)
 
 
 def end(folder: Path) -> NoReturn:
@@ -112,17 +111,17 @@ def end(folder: Path) -> NoReturn:
     os._exit(1)
 
 
-def _run(call: str, channel: Channel) -> None:
-    token = reporter.set(channel.report)
+def _run(call: Message, channel: Channel) -> None:
+    token = reporter.set(channel.report if call.line["listening"] else ignore)
     try:
-        function, args, kwargs = pickle.loads(b64decode(call))
-        result = b64encode(pickle.dumps(function(*args, **kwargs))).decode()
+        function, args, kwargs = pickle.loads(call.data)
+        result = pickle.dumps(function(*args, **kwargs))
     except Exception as error:
         # The last line says what went wrong; the frames above are there for who mends it.
         summary = "".join(traceback.format_exception_only(error)).strip()
-        channel.send("failure", f"{summary}\n\n{traceback.format_exc().strip()}")
+        channel.send({"failure": f"{summary}\n\n{traceback.format_exc().strip()}"})
     else:
-        channel.send("result", result)
+        channel.send({"result": True}, result)
     finally:
         reporter.reset(token)
 
@@ -140,9 +139,9 @@ def _surround(message: dict[str, Any], folder: Path) -> None:
         os.environ.update(environment)
 
 
-def _listen(stream: BinaryIO, calls: "queue.SimpleQueue[dict[str, Any]]", folder: Path) -> NoReturn:
-    """Take the parent's lines, and end with the parent: then the stream ends."""
+def _listen(stream: BinaryIO, calls: "queue.SimpleQueue[Message]", folder: Path) -> NoReturn:
+    """Take the parent's messages, and end with the parent: then the stream ends."""
     with suppress(OSError):
-        for line in stream:
-            calls.put(json.loads(line))
+        while (call := read_message(stream)) is not None:
+            calls.put(call)
     end(folder)

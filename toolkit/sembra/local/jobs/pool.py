@@ -3,14 +3,16 @@
 The pools that others keep were tried first; `docs/architecture.md` tells which promise each breaks.
 """
 
+import math
 import os
 import pickle
 import sys
 import threading
+import time
 import weakref
 from collections import deque
 from collections.abc import Callable, Sequence
-from concurrent.futures import CancelledError, Executor, Future, wait
+from concurrent.futures import Executor, Future
 from typing import Any, NamedTuple
 
 from sembra.local.jobs.callers import ended_with_caller
@@ -27,6 +29,7 @@ class PoolFuture(Future[Any]):
         self.on_progress = on_progress
         self.taken = threading.Event()
         """Set when a worker takes the call up, or when it is clear that none will."""
+        self._taken_at = math.inf
         self._worker: WorkerProcess | None = None
         self._worker_lock = threading.RLock()
 
@@ -54,12 +57,22 @@ class PoolFuture(Future[Any]):
             TimeoutError: The time is over.
             CancelledError: The call was cancelled.
         """
-        self.taken.wait()
-        if self.cancelled():  # in line, maybe long before a worker gets to know of it
-            raise CancelledError
-        if not wait([self], min(limit, threading.TIMEOUT_MAX)).done:
-            raise TimeoutError
-        return self.result()
+        left = limit
+        while left > 0:
+            try:
+                # Not the event first: each wait that ends has a price while others calculate.
+                self.exception(min(left, threading.TIMEOUT_MAX))
+            except TimeoutError:
+                self.taken.wait()
+                left = self._taken_at + limit - time.monotonic()
+            else:
+                return self.result()
+        raise TimeoutError
+
+    def take_up(self) -> None:
+        """Note that a worker has taken the call up."""
+        self._taken_at = time.monotonic()
+        self.taken.set()
 
     def give_to(self, worker: WorkerProcess) -> bool:
         """Note the worker that runs the call. Return whether the call is still wanted."""
@@ -255,7 +268,7 @@ class WorkerPool(Executor):
                 break
             is_sound = True
             try:
-                outcome = Outcome(worker.run(future.call, future.taken.set, future.on_progress))
+                outcome = Outcome(worker.run(future.call, future.take_up, future.on_progress))
             except NotTakenError:
                 # It was lost while it waited, so the call can go to another.
                 if future.take_back():

@@ -1,17 +1,17 @@
 """One worker process: a fresh interpreter that runs one call after the other.
 
-The parent writes lines of JSON to the process's standard input. The first sets it up (its module
-search path, its folder, what it loads in advance), each other is a call: a pickle in base64, with
-the surroundings that it is to find if they have changed. The stream stays open: its end tells the
-process that the parent has gone. The process answers on its standard output with lines of JSON of
-one key each: "taken" when it takes a call up, "progress" with the fraction done, then "result" with
-a pickle in base64 or "failure" with a traceback.
+The parent writes messages (`messages`) to the process's standard input. The first sets it up (its
+module search path, its folder, what it loads in advance), each other is a call: its pickle, whether
+anybody listens to its progress, and the surroundings that it is to find if they have changed. The
+stream stays open: its end tells the process that the parent has gone. The process answers on its
+standard output: "taken" when it takes a call up, "progress" with the fraction done, then "result"
+with a pickle or "failure" with a traceback.
 
 The process leads a group of its own, in which whatever it starts stays, and has a folder of its own
 for temporary files. Whoever ends the process ends the group and removes the folder.
 """
 
-import json
+import io
 import os
 import pickle
 import shutil
@@ -22,13 +22,13 @@ import tempfile
 import threading
 import time
 import uuid
-from base64 import b64decode, b64encode
-from collections.abc import Callable, Iterator, Sequence
+from collections.abc import Callable, Sequence
 from contextlib import suppress
 from pathlib import Path
 from typing import Any
 
-from sembra.local.jobs.reporting import Report
+from sembra.local.jobs.messages import Message, read_message, widen, write_message
+from sembra.local.jobs.reporting import Report, ignore
 
 BOOTSTRAP = (
     "import json, os, sys; calls = os.fdopen(os.dup(0), 'rb'); "
@@ -82,7 +82,11 @@ class WorkerProcess:
         except BaseException:
             self._errors.close()
             raise
-        self._answers = self._read_lines()
+        assert self._process.stdin is not None
+        assert self._process.stdout is not None
+        widen(self._process.stdin.fileno())
+        widen(self._process.stdout.fileno())
+        self._answers = io.BufferedReader(self._process.stdout)
         setting = {"folder": str(self._folder), "preload": list(preload), **self._surroundings}
         with suppress(OSError):  # it has ended, which the first call will find
             self._send(setting)
@@ -105,10 +109,10 @@ class WorkerProcess:
             CallError: The call failed.
             ProcessCrashError: The process ended.
         """
-        message: dict[str, Any] = {"call": b64encode(call).decode()}
+        line: dict[str, Any] = {"listening": on_progress is not ignore}
         surroundings = _surroundings()
         if surroundings != self._surroundings:
-            message |= surroundings
+            line |= surroundings
             self._surroundings = surroundings
         limit = threading.Timer(START_LIMIT, self.kill)
         limit.daemon = True
@@ -116,20 +120,20 @@ class WorkerProcess:
             limit.start()
         taken = False
         try:
-            self._send(message)
-            for line in self._answers:
-                answer = json.loads(line)
-                if "taken" in answer:
-                    limit.cancel()
-                    taken = True
-                    self.is_fresh = False
-                    on_taken()
-                elif "progress" in answer:
-                    on_progress(answer["progress"])
-                elif "failure" in answer:
-                    raise CallError(answer["failure"])
-                else:
-                    return pickle.loads(b64decode(answer["result"]))
+            self._send(line, call)
+            while (answer := read_message(self._answers)) is not None:
+                match answer.line:
+                    case {"taken": _}:
+                        limit.cancel()
+                        taken = True
+                        self.is_fresh = False
+                        on_taken()
+                    case {"progress": fraction}:
+                        on_progress(fraction)
+                    case {"failure": words}:
+                        raise CallError(words)
+                    case _:
+                        return pickle.loads(answer.data)
         except BrokenPipeError:
             pass
         finally:
@@ -168,21 +172,9 @@ class WorkerProcess:
         self._close()
         self._process.returncode = 0
 
-    def _send(self, message: dict[str, Any]) -> None:
+    def _send(self, line: dict[str, Any], data: bytes = b"") -> None:
         assert self._process.stdin is not None
-        rest = memoryview(json.dumps(message).encode() + b"\n")
-        while rest:
-            rest = rest[self._process.stdin.write(rest) :]
-
-    def _read_lines(self) -> Iterator[bytes]:
-        assert self._process.stdout is not None
-        parts: list[bytes] = []
-        while chunk := self._process.stdout.read(1 << 16):
-            *lines, rest = chunk.split(b"\n")
-            for line in lines:
-                yield b"".join([*parts, line])
-                parts = []
-            parts.append(rest)
+        write_message(self._process.stdin, Message(line, data))
 
     def _cause_of_death(self) -> str:
         deadline = time.monotonic() + EXIT_LIMIT
