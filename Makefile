@@ -32,7 +32,7 @@ build: $(BUILT)  ## leave .venv with the module and the local edition installed
 	@echo "Ready: $(BIN)/python -c 'import sembra.external.dsettlement'"
 
 test: $(BUILT) $(STAMPS)/test  ## run the whole test suite
-	$(BIN)/python -m pytest $(TESTS)
+	$(BIN)/python -m pytest --numprocesses=$(JOBS) --dist=worksteal $(TESTS)
 
 verify: $(BUILT) $(STAMPS)/demo  ## hold the worker against published results, or those in CASES=folder
 	$(BIN)/python -m verification $(CASES)

@@ -1,5 +1,7 @@
 """What the tests share: ready models, the soil vocabulary, and a recorder in the post's place."""
 
+import gc
+import signal
 from collections.abc import Callable
 from typing import Any
 
@@ -23,6 +25,21 @@ STEMS = (
     "permeability_hor_factor initial_void_ratio permeability_strain_modulus limit_stress cp cp1 "
     "cs cs1 ap asec car ca r_ratio c_ratio s_ratio cr_index cc_index csw_index"
 )
+
+
+def pytest_configure() -> None:
+    """Let Ctrl-C mean to the processes that tests start what it means in a terminal.
+
+    Whoever runs the tests in the background of a shell has it ignored, and would hand that on.
+    """
+    if signal.getsignal(signal.SIGINT) is signal.SIG_IGN:
+        signal.signal(signal.SIGINT, signal.default_int_handler)
+
+
+def pytest_collection_finish() -> None:
+    """Keep the collector of garbage away from the thousands of tests that stay to the end."""
+    gc.collect()
+    gc.freeze()
 
 
 class PostRecorder:
