@@ -30,6 +30,13 @@ Factory = Callable[..., Any]
 ROUNDS = 100
 
 
+@pytest.fixture(autouse=True, scope="module")
+def _little_to_collect() -> None:
+    """Spare each of some thousand collections what other tests have imported."""
+    gc.collect()
+    gc.freeze()
+
+
 def refused(operation: Callable[..., Any], *args: Any, **options: Any) -> None:
     """Call an operation that refuses."""
     with pytest.raises((ModelError, TypeError, KeyError, AttributeError)):
