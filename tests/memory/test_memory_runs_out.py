@@ -1,6 +1,6 @@
 """Wherever memory runs out, there is a MemoryError and all is as it was.
 
-A few allocations of each operation are tried, others in each run; `SEMBRA_SWEEP=all` tries them all,
+A few allocations of each operation are tried, others in each run; `SEMBRA_SWEEP=all` tries all,
 as `make sanitize` does, and `SEMBRA_SEED` repeats a run.
 """
 
