@@ -80,27 +80,38 @@ color: colour for visualisation in D-Settlement; a random one if it is not given
 All further soil parameters go by keyword, and to the input file as they are; the integers
 among them are D-Settlement's own codes and switches.
 
-initial_void_ratio [-]; cohesion [kPa]; phi: angle of internal friction [deg].
+initial_void_ratio: initial void ratio [-].
+cohesion: cohesion [kPa].
+phi: angle of internal friction [deg].
 precon_isotache_type, precon_koppejan_type: which of ocr, pc and pop counts.
-use_equivalent_age; equivalent_age [days].
-pc: preconsolidation pressure [kPa]; ocr: overconsolidation ratio [-];
-pop: pre-overburden pressure [kPa]; limit_stress [kPa].
+use_equivalent_age: whether the equivalent age counts.
+equivalent_age: equivalent age [days].
+pc: preconsolidation pressure [kPa].
+ocr: overconsolidation ratio [-].
+pop: pre-overburden pressure [kPa].
+limit_stress: limit stress [kPa].
 drained: whether the layer drains.
 ap_as_approximation_by_cp_cs: whether ap and asec follow from cp and cs.
-cv: vertical consolidation coefficient [m²/s]; permeability_ver [m/day];
-permeability_hor_factor: ratio of horizontal to vertical permeability [-];
-permeability_strain_modulus [-]; storage_type: which of these describes the storage.
-use_prob_defaults; std_...: standard deviation of the parameter of that name, in its unit;
-dist_...: its distribution; cor_...: correlation of two parameters [-].
-cp, cp1: primary compression below and above the preconsolidation pressure [-];
-cs, cs1: secular compression below and above it [-];
+cv: vertical consolidation coefficient [m²/s].
+permeability_ver: vertical permeability [m/day].
+permeability_hor_factor: ratio of horizontal to vertical permeability [-].
+permeability_strain_modulus: permeability strain modulus [-].
+storage_type: which of these describes the storage.
+use_prob_defaults: whether the defaults hold for what follows of a parameter's spread.
+std_...: standard deviation of the parameter of that name, in its unit.
+dist_...: its distribution.
+cor_...: correlation of two parameters [-].
+cp, cp1: primary compression below and above the preconsolidation pressure [-].
+cs, cs1: secular compression below and above it [-].
 ap, asec: primary and secular swelling [-].
 car, ca: secondary compression when reloading and at first loading [-].
 comp_ratio: whether ratios or indices count.
-r_ratio, c_ratio, s_ratio: reloading, compression and swelling ratio [-];
+r_ratio, c_ratio, s_ratio: reloading, compression and swelling ratio [-].
 cr_index, cc_index, csw_index: the same as indices [-].
 pri_comp_index, sec_comp_index, sec_comp_rate: isotache parameters a, b and c [-].
-horizontal_behaviour_type, elasticity [kPa], default_elasticity: horizontal behaviour.
+horizontal_behaviour_type: how soil behaves horizontally.
+elasticity: elasticity, for the horizontal behaviour [kPa].
+default_elasticity: whether the default elasticity counts.
 
 Raises ModelError if the name exists already or is too long; the model then stays as it was.)",
                  longest_name);
