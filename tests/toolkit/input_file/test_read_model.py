@@ -295,6 +295,21 @@ def test_a_malformed_file_is_refused(read: Read) -> None:
         read(text)
 
 
+def test_a_material_without_its_weight_is_refused(read: Read) -> None:
+    text = generated(column()).replace("SoilGamWet=15.00\n", "")
+    with pytest.raises(ParsingError, match=r"in section \[SOIL\], line \d+: SoilGamWet is missing"):
+        read(text)
+
+
+def test_what_a_refusal_quotes_can_be_seen_and_is_not_long(read: Read) -> None:
+    text = generated(column())
+    with pytest.raises(ParsingError, match=r'and is "\\ufeff\\x00"\.$'):
+        read(text.replace("SoilGamWet=15.00", "SoilGamWet=\ufeff\x00"))
+    with pytest.raises(ParsingError, match=r'and is "xxx+ … x+"\.$') as refusal:
+        read(text.replace("SoilGamWet=15.00", f"SoilGamWet={'x' * 9999}"))
+    assert len(str(refusal.value)) < 500
+
+
 def test_a_geometry_that_no_model_has_is_refused(read: Read) -> None:
     text = generated(cross_section())
     point = "        100.000          0.000          0.000"

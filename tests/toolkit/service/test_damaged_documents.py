@@ -1,16 +1,22 @@
-"""Damaged documents: every one gives an input file or a refusal in plain words."""
+"""Damaged documents: every one gives an input file or a refusal in plain words.
+
+The damage is another in each run; `SEMBRA_SEED` repeats one.
+"""
 
 import copy
+import gc
 import json
 import random
 import re
 import time
+import tracemalloc
 from typing import Any
 
 import pytest
 from sembra.local.service.document import RefusalError, read_document
 from sembra.local.service.filling import fill
 
+from tests.seeds import new_seed
 from tests.toolkit.documents import document_1d, document_2d, drain, soil
 
 LOADS = {
@@ -58,6 +64,8 @@ TEXTS = [
     "\x00",
     "[" * 300,
 ]
+GROWTH = 100_000
+"""Bytes that may be kept after many documents: what the interpreter and the libraries remember."""
 INSIDE = re.compile(r"Traceback|\b\w+Error\b|pydantic|jinja|object at 0x|<class", re.IGNORECASE)
 
 
@@ -91,7 +99,7 @@ def damage(document: Any, chance: random.Random) -> None:
             parent[step] = copy.deepcopy(chance.choice(VALUES))
 
 
-def damaged_body(seed: int) -> bytes:
+def damaged_body(seed: str) -> bytes:
     chance = random.Random(seed)
     # A round through JSON makes lists of all tuples, and everything its own.
     document = json.loads(json.dumps({"input": chance.choice(DOCUMENTS)}))
@@ -139,8 +147,28 @@ def check(body: bytes) -> bool:
 
 @pytest.mark.parametrize("block", range(10))
 def test_an_input_file_or_a_reason(block: int) -> None:
-    filled = sum(check(damaged_body(seed)) for seed in range(100 * block, 100 * (block + 1)))
+    seed = new_seed()
+    print(f"SEMBRA_SEED={seed}")
+    filled = sum(check(damaged_body(f"{seed} {block} {number}")) for number in range(100))
     assert 0 < filled < 100
+
+
+def test_nothing_is_kept_of_damaged_documents() -> None:
+    bodies = [damaged_body(f"kept {number}") for number in range(100)]
+
+    def kept() -> int:
+        for body in bodies:
+            refusal_of(body)
+        gc.collect()
+        return tracemalloc.get_traced_memory()[0]
+
+    kept()  # what is remembered of a first time
+    tracemalloc.start()
+    try:
+        before = kept()
+        assert kept() - before < GROWTH
+    finally:
+        tracemalloc.stop()
 
 
 def test_other_texts_altogether() -> None:

@@ -40,6 +40,9 @@ LONGEST_TITLE = 50
 KEYWORDS = {"pop_": "pop"}
 """Keywords of `create_material` that aren't called as the key of the document."""
 
+WITHOUT_DEFAULT = ("gam_dry", "gam_wet")
+"""What a material has to have."""
+
 
 @dataclass
 class Built:
@@ -165,7 +168,8 @@ def _create_materials(model: Model1D | Model2D, materials: Iterable[StatedMateri
         parameters: dict[str, Any] = {
             KEYWORDS.get(line.key, line.key): _parameter(material, line)
             for line in LINES
-            if isinstance(line, Parameter) and line.label in material.values
+            if isinstance(line, Parameter)
+            and (line.label in material.values or line.key in WITHOUT_DEFAULT)
         }
         color = parameters.pop("color", None)
         model.create_material(

@@ -2,6 +2,10 @@
 
 from sembra.errors import ParsingError
 
+LONGEST = 400
+"""Of a problem that quotes a longer line, its beginning and its end are told."""
+END = 80
+
 
 class InputFileError(ParsingError):
     """An input file that can't be read, with the place where reading stopped.
@@ -14,7 +18,16 @@ class InputFileError(ParsingError):
 
     def __init__(self, section: str, line: int, problem: str) -> None:
         super().__init__(
-            f"The input file is not readable in section [{section}], line {line}: {problem}."
+            f"The input file is not readable in section [{section}], line {line}: "
+            f"{_readable(problem)}."
         )
         self.section = section
         self.line = line
+
+
+def _readable(text: str) -> str:
+    """A text in which all can be seen, since what it quotes may be anything, and not too much."""
+    shown = "".join(
+        one if one.isprintable() else one.encode("unicode_escape").decode() for one in text
+    )
+    return shown if len(shown) <= LONGEST else f"{shown[: LONGEST - END]} … {shown[-END:]}"
