@@ -94,6 +94,15 @@ def test_a_patched_equality_decides(
     assert len(model._pl_lines) >= count[0]
 
 
+def test_a_name_that_no_text_can_hold_changes_nothing(
+    new_model_2d: Factory, level: Factory, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.setattr(_Point, "\ud800", 1, raising=False)
+    model = new_model_2d()
+    known = model.create_pl_line(level(model, 1.0))
+    assert model.create_pl_line(level(model, 1.0)) is known
+
+
 def test_a_patched_area_decides_the_order(
     new_model_2d: Factory, level: Factory, monkeypatch: pytest.MonkeyPatch
 ) -> None:

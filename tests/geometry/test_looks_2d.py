@@ -161,6 +161,16 @@ def test_a_class_that_may_be_looked_at_unnoticed_is_searched(
     assert model._create_boundary(points) is not highest
 
 
+def test_looking_runs_nothing_of_a_derived_class(new_model_2d: Factory) -> None:
+    def run(_: Any) -> Any:
+        raise AssertionError("this has nothing to do with looking")
+
+    cls = type("Telling", (Model2D,), {"_dsettlement_registers": property(run)})
+    model = new_model_2d(cls)
+    model.create_vertical(3.0)
+    assert [v.x for v in vars(model)["_verticals"]] == [3.0]
+
+
 def test_attributes_put_in_their_place_are_seen(new_model_2d: Factory) -> None:
     model = new_model_2d()
     for x in (5.0, 6.0):

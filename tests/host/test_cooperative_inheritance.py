@@ -4,6 +4,7 @@ from collections.abc import Callable
 from io import BytesIO
 from typing import Any
 
+import pytest
 from sembra.external.dsettlement import (
     DSettlementAnalysis,
     Model1D,
@@ -33,6 +34,12 @@ class Audited(_Model):
 
 class AuditedModel(Model1D, Audited):
     """A one-dimensional model that is audited."""
+
+
+def test_a_constructor_without_an_object_is_refused() -> None:
+    message = r"^super\(type, obj\): obj must be an instance or subtype of type$"
+    with pytest.raises(TypeError, match=message):
+        _UniformLoad.__init__(None, 0, 18.0, 1.0, 0.0)  # type: ignore[arg-type]
 
 
 def test_the_constructor_reaches_a_class_between_model_and_frame(new_model_1d: Factory) -> None:

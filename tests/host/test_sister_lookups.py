@@ -144,6 +144,16 @@ def test_a_changed_entry_of_the_exception_map_is_found(
     assert read["_dseries_exception_map"]() == "x"
 
 
+def test_what_the_exception_map_raises_must_be_an_exception(
+    read: dict[str, Callable[[], Any]], monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.setitem(
+        sembra.external.external_program._dseries_exception_map, "message", ("x", str)
+    )
+    with pytest.raises(TypeError, match=r"^exceptions must derive from BaseException$"):
+        read["_dseries_exception_map"]()
+
+
 def test_default_materials_take_no_random_color(
     new_model_1d: Factory, monkeypatch: pytest.MonkeyPatch
 ) -> None:
@@ -175,6 +185,26 @@ def test_the_class_that_is_caught_is_found_in_both_places(
     with pytest.raises(Exception, match=r"^Input file could not be generated") as raised:
         new_model_1d().generate_input_file()
     assert raised.value.__cause__ is post.error
+
+
+def test_several_classes_may_be_caught(
+    new_model_1d: Factory, post: Any, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.setattr("sembra.errors.InternalError", (KeyError, IndexError))
+    post.error = IndexError("down")
+    with pytest.raises(Exception, match=r"^Input file could not be generated") as raised:
+        new_model_1d().generate_input_file()
+    assert raised.value.__cause__ is post.error
+
+
+@pytest.mark.parametrize("replaced", [5, str, (KeyError, str)])
+def test_what_is_caught_must_be_classes_of_exceptions(
+    replaced: Any, new_model_1d: Factory, post: Any, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.setattr("sembra.errors.InternalError", replaced)
+    post.error = OSError("down")
+    with pytest.raises(TypeError, match=r"^catching classes that do not inherit from BaseExcep"):
+        new_model_1d().generate_input_file()
 
 
 def test_the_base_of_the_analysis_stays_that_of_the_import(

@@ -228,6 +228,14 @@ def test_the_order_of_the_steps_settles_which_failure_is_seen(parts: tuple[str, 
         read_vertical(*parts)
 
 
+def test_a_first_row_that_is_much_longer_than_the_others_gives_no_columns_of_its_own() -> None:
+    rows = ["1.0" + 200 * " 2.0", *300 * ["3.0 4.0"]]
+    result = read_vertical(time_settlement(*rows))["time_settlement_per_load"]
+    assert result["time"] == [1.0, *300 * [3.0]]
+    assert result["load_1"] == [2.0, *300 * [4.0]]
+    assert "load_2" not in result
+
+
 def test_columns_are_lists_of_their_own() -> None:
     result = read_vertical(stresses(("A", "B"), "1 1", "1 1"))["stresses"]
     result["A"].append(2.0)

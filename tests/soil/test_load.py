@@ -21,6 +21,15 @@ def test_serialising_is_left_to_each_kind_of_load(cls: Any) -> None:
     assert vars(cls)["_serialize"].__isabstractmethod__ is True
 
 
+@pytest.mark.parametrize("base", [_Load, _OtherLoad])
+def test_a_kind_of_load_finds_nothing_to_serialise_in_its_base(base: Any) -> None:
+    class Strip(base):  # type: ignore[misc]
+        def _serialize(self, name: str) -> Any:
+            return super()._serialize(name)
+
+    assert Strip()._serialize("a") is None
+
+
 @pytest.mark.parametrize("cls", [_Load, _OtherLoad])
 def test_an_abstract_load_cannot_be_made(cls: Any) -> None:
     message = (
