@@ -5,7 +5,7 @@ mapping, whose key "size" says how many bytes there are.
 """
 
 import json
-from typing import Any, BinaryIO, NamedTuple
+from typing import IO, Any, NamedTuple
 
 CAPACITY = 1 << 20
 """How many bytes a stream may hold, so that nobody waits for the other end to read in between."""
@@ -23,7 +23,7 @@ class Message(NamedTuple):
     data: bytes = b""
 
 
-def write_message(stream: BinaryIO, message: Message) -> None:
+def write_message(stream: IO[bytes], message: Message) -> None:
     """Write a message to an unbuffered stream.
 
     Raises:
@@ -35,7 +35,7 @@ def write_message(stream: BinaryIO, message: Message) -> None:
         rest = rest[stream.write(rest) :]
 
 
-def read_message(stream: BinaryIO) -> Message | None:
+def read_message(stream: IO[bytes]) -> Message | None:
     """Read a message from a buffered stream; None at its end, also in the middle of a message."""
     try:
         line = json.loads(stream.readline())

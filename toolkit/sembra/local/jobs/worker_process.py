@@ -11,7 +11,6 @@ The process leads a group of its own, in which whatever it starts stays, and has
 for temporary files. Whoever ends the process ends the group and removes the folder.
 """
 
-import io
 import os
 import pickle
 import shutil
@@ -86,7 +85,7 @@ class WorkerProcess:
         assert self._process.stdout is not None
         widen(self._process.stdin.fileno())
         widen(self._process.stdout.fileno())
-        self._answers = io.BufferedReader(self._process.stdout)
+        self._answers = os.fdopen(self._process.stdout.fileno(), "rb", closefd=False)
         setting = {"folder": str(self._folder), "preload": list(preload), **self._surroundings}
         with suppress(OSError):  # it has ended, which the first call will find
             self._send(setting)
