@@ -30,11 +30,44 @@ def test_serves_other_processes(
     )
     try:
         assert _patiently(document_1d()) == expected
+        # Each answer would wait some 40 ms where its head has to be confirmed before its body.
+        assert any(_duration() < 0.03 for _ in range(100))
     finally:
         service.terminate()
         service.wait(10)
     with pytest.raises(InternalError, match="can't be reached"):
         fill(document_1d())
+
+
+def _duration() -> float:
+    begin = time.perf_counter()
+    _post_on_addon_endpoint(PATH, {"input": document_1d()}, timeout=5)
+    return time.perf_counter() - begin
+
+
+def test_faults_of_the_service_are_logged() -> None:
+    code = """if True:
+        import logging.config
+        from unittest.mock import patch
+        from sembra.local.service import __main__, answer
+        def run(*_, log_config, **__):
+            logging.config.dictConfig(log_config)
+            answer.answer(b'{"input": 1}')
+            with patch.object(answer, "read_document", side_effect=LookupError("no template")):
+                answer.answer(b"{}")
+        with patch("uvicorn.run", run), patch("sys.argv", ["service"]):
+            __main__.main()
+    """
+    done = subprocess.run(
+        [sys.executable, "-c", code],
+        capture_output=True,
+        text=True,
+        timeout=60,
+        check=True,
+        env={**os.environ, "PYTHONPATH": os.pathsep.join(filter(None, sys.path))},
+    )
+    assert "LookupError: no template" in done.stderr
+    assert done.stderr.count("Traceback") == 1
 
 
 def _patiently(document: dict[str, Any]) -> str:

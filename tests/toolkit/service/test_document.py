@@ -9,12 +9,12 @@ from typing import Any
 
 import httpx
 import pytest
-from sembra.local.service.app import SMALL
-from sembra.local.service.background import local_service_url
 from sembra.local.service.frame import Frame
+from sembra.local.service.target import SMALL
 
 from tests.toolkit.conftest import PATH
 from tests.toolkit.documents import document_1d, document_2d, drain, soil
+from tests.toolkit.service.served import served
 
 JSON = {"Content-Type": "application/json"}
 LOAD = {"name": "a", "type": 3, "time": 0, "unit_weight": 20.0, "height": 1.0, "y_application": 0.0}
@@ -22,7 +22,7 @@ LOAD = {"name": "a", "type": 3, "time": 0, "unit_weight": 20.0, "height": 1.0, "
 
 @pytest.fixture(scope="module")
 def client() -> Iterator[httpx.Client]:
-    with httpx.Client(base_url=local_service_url(), trust_env=False) as client:
+    with served() as url, httpx.Client(base_url=url, trust_env=False) as client:
         yield client
 
 
@@ -217,7 +217,7 @@ def test_fault_of_the_service_has_a_reason(
     def fail(_: object) -> str:
         raise LookupError("no template")
 
-    monkeypatch.setattr("sembra.local.service.app.fill", fail)
+    monkeypatch.setattr("sembra.local.service.answer.fill", fail)
     response = client.post(PATH, json={"input": document_1d()})
     assert response.status_code == 500
     assert response.json()["reason"] == "the template can't be filled (LookupError: no template)"
@@ -236,7 +236,7 @@ def test_small_document_does_not_wait_for_a_large_one(
             assert going_on.wait(30)
         return "text"
 
-    monkeypatch.setattr("sembra.local.service.app.fill", wait)
+    monkeypatch.setattr("sembra.local.service.answer.fill", wait)
     with ThreadPoolExecutor(1) as threads:
         large = document_1d(company="x" * SMALL)
         answer = threads.submit(client.post, PATH, json={"input": large})

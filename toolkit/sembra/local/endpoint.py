@@ -3,15 +3,13 @@
 import json
 import os
 from collections.abc import Mapping
-from typing import Any
+from typing import Any, NoReturn
 
 from sembra.errors import InternalError
-from sembra.local.client.address import Address, without_user
 from sembra.local.client.encoding import encode
-from sembra.local.client.exchange import TooSlowError, UnreachableError, post_json
 
 URL_SETTING = "SEMBRA_ADDON_URL"
-"""Environment setting: base URL of a service elsewhere. Unset or empty: a service of our own."""
+"""Environment setting: base URL of a service elsewhere. Unset or empty: that of this process."""
 
 
 def post(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
@@ -22,7 +20,36 @@ def post(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
         content = encode(body)
     except ValueError as error:
         raise InternalError(f"The document can't be sent as JSON: {error}") from error
-    address = _service()
+    url = os.environ.get(URL_SETTING, "").strip()
+    return _post_elsewhere(url, path, content, timeout) if url else _post(path, content, timeout)
+
+
+def _post(path: str, content: bytes, timeout: float) -> dict[str, Any]:
+    """Post to the service of this process."""
+    from sembra.local.service.direct import post_directly
+
+    try:
+        status, answer = post_directly(path, content, timeout)
+    except TimeoutError as error:
+        raise InternalError(f"The service did not answer within {timeout:g} seconds") from error
+    if status != 200:
+        _fail("The service", status, answer["reason"])
+    return dict(answer)
+
+
+def _post_elsewhere(base: str, path: str, content: bytes, timeout: float) -> dict[str, Any]:
+    """Post to a service over HTTP."""
+    # Loaded here: the service of this process needs no client.
+    from sembra.local.client.address import Address, without_user
+    from sembra.local.client.exchange import TooSlowError, UnreachableError, post_json
+
+    try:
+        address = Address.parse(base)
+    except ValueError:
+        # What was wrong may quote a part of the password: it isn't told.
+        raise InternalError(
+            f"The setting {URL_SETTING} is not an HTTP address: {without_user(base)!r}"
+        ) from None
     url = address.url(path)
     try:
         status, answer = post_json(address, path, content, timeout)
@@ -32,33 +59,21 @@ def post(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
         ) from error
     except UnreachableError as error:
         raise InternalError(f"The service at {url} can't be reached: {error}") from error
-    if 400 <= status < 500:
-        raise _refusal(url, _reason(answer, status))
     if not 200 <= status < 300:
-        raise InternalError(f"The service at {url} failed: {_reason(answer, status)}")
+        _fail(f"The service at {url}", status, _reason(answer, status))
     return _decode(url, answer)
 
 
-def _service() -> Address:
-    url = os.environ.get(URL_SETTING, "").strip()
-    if not url:
-        from sembra.local.service.background import local_service_url
+def _fail(service: str, status: int, reason: str) -> NoReturn:
+    """Raise the error that a status tells.
 
-        url = local_service_url()
-    try:
-        return Address.parse(url)
-    except ValueError:
-        # What was wrong may quote a part of the password: it isn't told.
-        raise InternalError(
-            f"The setting {URL_SETTING} is not an HTTP address: {without_user(url)!r}"
-        ) from None
-
-
-def _refusal(url: str, reason: str) -> InternalError:
-    """Return the error. The reason is a note, too, which the exception that stands for it shows."""
-    error = InternalError(f"The service at {url} refused the document: {reason}")
+    A refusal's reason is a note, too, which the exception that stands for the error shows.
+    """
+    if not 400 <= status < 500:
+        raise InternalError(f"{service} failed: {reason}")
+    error = InternalError(f"{service} refused the document: {reason}")
     error.add_note(reason)
-    return error
+    raise error
 
 
 def _reason(answer: bytes, status: int) -> str:

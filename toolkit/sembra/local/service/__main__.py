@@ -3,9 +3,13 @@
 import argparse
 
 import uvicorn
+from uvicorn.config import LOGGING_CONFIG
 
 from sembra.local.service.app import make_app
 from sembra.local.service.guard import LOOPBACK
+
+LOG = {"handlers": ["default"], "level": "INFO"}
+"""The service's own faults go to where the server's words go."""
 
 
 def main() -> None:
@@ -22,7 +26,12 @@ def main() -> None:
     arguments = parser.parse_args()
     names = LOOPBACK | {arguments.host, *(name.lower() for name in arguments.name)}
     uvicorn.run(
-        make_app(names), host=arguments.host, port=arguments.port, ws="none", lifespan="off"
+        make_app(names),
+        host=arguments.host,
+        port=arguments.port,
+        ws="none",
+        lifespan="off",
+        log_config={**LOGGING_CONFIG, "loggers": {**LOGGING_CONFIG["loggers"], "sembra": LOG}},
     )
 
 

@@ -4,7 +4,6 @@ One path needs no framework, which would take longer to import than all that sta
 """
 
 import asyncio
-import logging
 from collections.abc import Awaitable, Callable, Collection, MutableMapping
 from concurrent.futures import ThreadPoolExecutor
 from http import HTTPStatus
@@ -12,17 +11,10 @@ from typing import Any
 
 from pydantic_core import to_json
 
-from sembra.local.service.document import RefusalError, read_document
-from sembra.local.service.filling import fill
+from sembra.local.service.answer import Answer, answer
+from sembra.local.service.document import RefusalError
 from sembra.local.service.guard import LOOPBACK, CallerGoneError, check_headers, read_body
-
-PATH = "/filldsettlementtemplate/v1/jobs/"
-
-SMALL = 100_000
-"""Up to how many bytes a document is filled in at once, since handing it to a thread takes as long.
-A larger one would hold up the others."""
-
-log = logging.getLogger("uvicorn.error")
+from sembra.local.service.target import PATH, SMALL
 
 type Message = MutableMapping[str, Any]
 type Receive = Callable[[], Awaitable[Message]]
@@ -46,10 +38,10 @@ def make_app(names: Collection[str] = LOOPBACK) -> Application:
     # Not the loop's own threads, whose end at the end of the interpreter takes one more of them.
     threads = ThreadPoolExecutor(thread_name_prefix="sembra-filling")
 
-    async def fill_in(body: bytes) -> str:
+    async def fill_in(body: bytes) -> Answer:
         if len(body) <= SMALL:
-            return _fill_body(body)
-        return await asyncio.get_running_loop().run_in_executor(threads, _fill_body, body)
+            return answer(body)
+        return await asyncio.get_running_loop().run_in_executor(threads, answer, body)
 
     async def app(scope: Message, receive: Receive, send: Send) -> None:
         """Fill the template with the posted document: {"input": ...} gives {"input_file": text}."""
@@ -57,18 +49,11 @@ def make_app(names: Collection[str] = LOOPBACK) -> Application:
         try:
             _check_target(scope)
             check_headers(scope, names)
-            text = await fill_in(await read_body(receive))
+            await _send(send, await fill_in(await read_body(receive)))
         except RefusalError as refusal:
-            await _answer(send, refusal.status, {"reason": str(refusal)})
+            await _send(send, Answer.refusing(refusal))
         except CallerGoneError:
             return
-        except Exception as error:
-            # Told here: the server would tell it too, but close the connection.
-            log.exception("The template can't be filled")
-            reason = f"the template can't be filled ({type(error).__name__}: {error})"
-            await _answer(send, HTTPStatus.INTERNAL_SERVER_ERROR, {"reason": reason})
-        else:
-            await _answer(send, HTTPStatus.OK, {"input_file": text})
 
     return app
 
@@ -80,17 +65,13 @@ def _check_target(scope: Message) -> None:
         raise _WrongRequestError(HTTPStatus.METHOD_NOT_ALLOWED, scope)
 
 
-def _fill_body(body: bytes) -> str:
-    return fill(read_document(body))
-
-
-async def _answer(send: Send, status: int, content: dict[str, str]) -> None:
-    body = to_json(content)
+async def _send(send: Send, told: Answer) -> None:
+    body = to_json(told.content)
     headers = [
         (b"content-type", b"application/json"),
         (b"content-length", str(len(body)).encode()),
     ]
-    if status == HTTPStatus.METHOD_NOT_ALLOWED:
+    if told.status == HTTPStatus.METHOD_NOT_ALLOWED:
         headers.append((b"allow", b"POST"))
-    await send({"type": "http.response.start", "status": status, "headers": headers})
+    await send({"type": "http.response.start", "status": told.status, "headers": headers})
     await send({"type": "http.response.body", "body": body})

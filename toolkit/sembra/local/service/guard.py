@@ -78,13 +78,26 @@ async def read_body(receive: Callable[[], Awaitable[Mapping[str, Any]]]) -> byte
             parts.clear()
         else:
             break
+    check_size(size)
+    return b"".join(parts)
+
+
+def check_size(size: int) -> None:
+    """Refuse a body that is too large.
+
+    Args:
+        size: Its size, in bytes.
+
+    Raises:
+        RefusalError: It is larger than the setting says, or the setting is no number above 0.
+    """
+    limit = body_limit()
     if size > limit:
         raise RefusalError(
             413,
             f"the document is larger than the {limit / 1e6:g} megabytes that the service takes "
             f"(setting {LIMIT_SETTING})",
         )
-    return b"".join(parts)
 
 
 def body_limit() -> int:
