@@ -20,11 +20,11 @@ from statistics import median
 from rich.console import Console
 from rich.progress import BarColumn, MofNCompleteColumn, Progress, TextColumn
 
-from .calculating import Outcome, calculate
-from .cases import ROOT, Case, default_folders, find_cases
-from .judging import judge, needed, read_list
-from .page import write_page
-from .table import terminal_table
+from verification.calculating import Outcome, calculate
+from verification.cases import ROOT, Case, default_folders, find_cases
+from verification.judging import judge, needed, read_list
+from verification.page import write_page
+from verification.table import terminal_table
 
 _PAGE = ROOT / "docs" / "verification.md"
 _PAGE_ELSEWHERE = ROOT / "build" / "verification" / "verification.md"

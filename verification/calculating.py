@@ -10,10 +10,10 @@ from dataclasses import dataclass, field
 from sembra.errors import ParsingError
 from sembra.local.worker.job import run_job
 
-from .cases import Case, read_text
-from .comparing import Difference, compare, worst
-from .layout import layout_difference
-from .reading import Vertical, read_verticals
+from verification.cases import Case, read_text
+from verification.comparing import Difference, compare, worst
+from verification.layout import layout_difference
+from verification.reading import Vertical, read_verticals
 
 _CONSOLE = "SEMBRA_DSETTLEMENT_CONSOLE"
 

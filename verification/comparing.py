@@ -13,7 +13,7 @@ from dataclasses import dataclass, field
 
 import numpy as np
 
-from .reading import Floats, Vertical
+from verification.reading import Floats, Vertical
 
 _SMALL_PART = 0.02
 _SAME_TIME = 1e-6

@@ -13,8 +13,8 @@ from dataclasses import dataclass
 from enum import Enum
 from pathlib import Path
 
-from .calculating import Outcome
-from .comparing import Difference
+from verification.calculating import Outcome
+from verification.comparing import Difference
 
 LARGEST_FINAL = 0.1
 """Largest difference of the final settlement of a case that isn't off, in per cent of it."""

@@ -5,8 +5,8 @@ from __future__ import annotations
 from collections.abc import Iterator, Mapping, Sequence
 from pathlib import Path
 
-from .calculating import Outcome
-from .judging import (
+from verification.calculating import Outcome
+from verification.judging import (
     LARGEST_CURVE,
     LARGEST_DISSIPATION,
     LARGEST_FINAL,
@@ -14,8 +14,8 @@ from .judging import (
     Entry,
     Verdict,
 )
-from .pictures import TELLING, draw
-from .table import markdown_table
+from verification.pictures import TELLING, draw
+from verification.table import markdown_table
 
 _PICTURES = "verification"
 

@@ -14,8 +14,8 @@ from matplotlib.patches import PathPatch
 from matplotlib.path import Path as DrawnPath
 from matplotlib.ticker import FuncFormatter, NullLocator
 
-from .calculating import Outcome
-from .reading import Floats, Vertical
+from verification.calculating import Outcome
+from verification.reading import Floats, Vertical
 
 TELLING = {
     "bm1-4": "NEN-Koppejan, drained: ten thin layers with secular settlement",

@@ -7,9 +7,9 @@ from collections.abc import Iterator, Sequence
 
 from rich.table import Table
 
-from .calculating import Outcome
-from .comparing import MEASURES
-from .judging import Verdict
+from verification.calculating import Outcome
+from verification.comparing import MEASURES
+from verification.judging import Verdict
 
 HEADERS = (
     "final",

@@ -3,8 +3,8 @@
 import argparse
 from pathlib import Path
 
-from . import choice_of_model, one_dimensional, parametric_study, two_dimensional
-from .terminal import Terminal
+from examples.showcase import choice_of_model, one_dimensional, parametric_study, two_dimensional
+from examples.showcase.terminal import Terminal
 
 STORIES = (one_dimensional.tell, two_dimensional.tell, choice_of_model.tell, parametric_study.tell)
 

@@ -6,7 +6,7 @@ from pathlib import Path
 
 from sembra.external.dsettlement import DSettlementAnalysis
 
-from .terminal import Terminal
+from examples.showcase.terminal import Terminal
 
 
 def calculate(

@@ -6,9 +6,8 @@ from rich.table import Table
 from sembra.local.pictures.style import LOAD, curve_style, draw_grid, look, new_figure, save
 
 from examples import choice_of_model as story
+from examples.showcase.terminal import Terminal
 from examples.two_dimensional import OPENING
-
-from .terminal import Terminal
 
 NAME = "choice_of_model"
 

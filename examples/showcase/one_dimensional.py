@@ -7,11 +7,10 @@ from sembra.local.pictures import LoadStep, save, settlement_per_load, soil_colu
 from sembra.local.results import ResultFile
 
 from examples import one_dimensional as story
-
-from .calculation import calculate
-from .settlement_table import settlement_table
-from .settlements import Settlements
-from .terminal import Terminal
+from examples.showcase.calculation import calculate
+from examples.showcase.settlement_table import settlement_table
+from examples.showcase.settlements import Settlements
+from examples.showcase.terminal import Terminal
 
 NAME = "one_dimensional"
 DATUM = "NAP"

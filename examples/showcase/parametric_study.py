@@ -5,9 +5,8 @@ from pathlib import Path
 from rich.table import Table
 
 from examples import parametric_study as study
-
-from .spread_picture import draw_spread
-from .terminal import Terminal
+from examples.showcase.spread_picture import draw_spread
+from examples.showcase.terminal import Terminal
 
 NAME = "parametric_study"
 

@@ -7,7 +7,7 @@ from rich.table import Table
 from rich.text import Text
 from sembra.local.pictures import LoadStep
 
-from .settlements import Settlements
+from examples.showcase.settlements import Settlements
 
 NOT_YET = "-"
 

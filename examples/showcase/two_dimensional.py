@@ -16,11 +16,10 @@ from sembra.local.pictures import (
 from sembra.local.results import ResultFile
 
 from examples import two_dimensional as story
-
-from .calculation import calculate
-from .settlement_table import CAPTION, settlement_table
-from .settlements import Settlements
-from .terminal import Terminal
+from examples.showcase.calculation import calculate
+from examples.showcase.settlement_table import CAPTION, settlement_table
+from examples.showcase.settlements import Settlements
+from examples.showcase.terminal import Terminal
 
 if TYPE_CHECKING:
     from sembra.external.dsettlement import ResidualSettlements

@@ -7,7 +7,7 @@ from pathlib import Path
 
 import pytest
 
-from .showcase_run import Showcase
+from tests.examples.showcase_run import Showcase
 
 ROOT = Path(__file__).resolve().parents[2]
 

@@ -4,8 +4,7 @@ import pytest
 
 from examples import choice_of_model as story
 from examples.two_dimensional import OPENING
-
-from .showcase_run import Showcase
+from tests.examples.showcase_run import Showcase
 
 
 @pytest.fixture(scope="module")

@@ -4,7 +4,7 @@ import re
 from itertools import pairwise
 from pathlib import Path
 
-from .conftest import ROOT, Run
+from tests.examples.conftest import ROOT, Run
 
 PROGRAM = ROOT / "examples" / "first_program.py"
 

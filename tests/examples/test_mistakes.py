@@ -15,7 +15,7 @@ from sembra.external.dsettlement import (
     Model1D,
 )
 
-from .conftest import ROOT
+from tests.examples.conftest import ROOT
 
 PAGE = (ROOT / "docs" / "mistakes.md").read_text(encoding="utf-8")
 INTRODUCTION, *SECTIONS = re.split(r"^### ", PAGE, flags=re.MULTILINE)

@@ -11,7 +11,7 @@ from pathlib import Path
 import pytest
 from sembra.external.dsettlement import Model1D, Model2D
 
-from .conftest import ROOT, Run
+from tests.examples.conftest import ROOT, Run
 
 PAGE = (ROOT / "docs" / "how-to" / "many-variants.md").read_text(encoding="utf-8")
 PREAMBLE = "import sembra.external.dsettlement as ds\nfrom sembra.core import Color\n"

@@ -5,8 +5,7 @@ from pathlib import Path
 import pytest
 
 from examples import one_dimensional, two_dimensional
-
-from .showcase_run import Showcase, Story
+from tests.examples.showcase_run import Showcase, Story
 
 image = pytest.importorskip(
     "matplotlib.image", reason="the pictures need matplotlib (dependency group demo)"

@@ -3,8 +3,7 @@
 import pytest
 
 from examples import one_dimensional as story
-
-from .showcase_run import Showcase, Story
+from tests.examples.showcase_run import Showcase, Story
 
 STEPS = [load for load in story.LOADS if load.time >= 0]
 

@@ -3,8 +3,7 @@
 import pytest
 
 from examples import two_dimensional as story
-
-from .showcase_run import Showcase, Story
+from tests.examples.showcase_run import Showcase, Story
 
 STEP_TIMES = sorted(
     time for stage in story.STAGES for time in (stage.time, stage.removal) if time is not None

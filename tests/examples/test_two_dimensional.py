@@ -5,8 +5,7 @@ from itertools import pairwise
 import pytest
 
 from examples import two_dimensional as story
-
-from .conftest import Run
+from tests.examples.conftest import Run
 
 
 @pytest.fixture(scope="module")

@@ -11,8 +11,7 @@ from sembra.local.results import ResultFile
 
 from tests.output.blocks import at_time, residuals, results, stresses, time_dependent, vertical
 from tests.output.blocks import time_settlement as time_settlement_block
-
-from .real_files import FILES
+from tests.toolkit.results.real_files import FILES
 
 FULL = results(
     vertical(

@@ -11,8 +11,7 @@ from sembra.local.results import ResultFile
 
 from tests.output.agreement import outcomes
 from tests.output.blocks import lines, residuals, results, stresses, vertical
-
-from .real_files import FILES
+from tests.toolkit.results.real_files import FILES
 
 REAL_COUNT = "     30  =  Depth step count "
 ENDS = pytest.mark.parametrize("end", ["\n", "\r\n", "\r"], ids=["LF", "CR LF", "CR"])

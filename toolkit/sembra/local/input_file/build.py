@@ -16,20 +16,19 @@ from sembra.external.dsettlement import (
 
 from sembra.core import Color
 from sembra.errors import ModelError
-from sembra.local.service.soil import LINES, Parameter
-from sembra.local.sli.input_file import InputFile
-from sembra.local.sli.materials import StatedMaterial
-
-from .drains import read_drain
-from .layers import create_layers
-from .left_out import LeftOut, Reason
-from .loads import (
+from sembra.local.input_file.drains import read_drain
+from sembra.local.input_file.layers import create_layers
+from sembra.local.input_file.left_out import LeftOut, Reason
+from sembra.local.input_file.loads import (
     create_non_uniform_loads,
     create_uniform_loads,
     loads_of_cross_sections,
     water_loads,
 )
-from .points_of_loads import with_points_of_loads
+from sembra.local.input_file.points_of_loads import with_points_of_loads
+from sembra.local.service.soil import LINES, Parameter
+from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.materials import StatedMaterial
 
 if TYPE_CHECKING:
     from sembra.external.dsettlement import Vertical

@@ -6,11 +6,10 @@ from collections import Counter
 from collections.abc import Iterator, Mapping
 from itertools import zip_longest
 
+from sembra.local.input_file.left_out import LeftOut, Reason
 from sembra.local.sli.entries import Entry, entries
 from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.sections import Section
-
-from .left_out import LeftOut, Reason
 
 _COMPARED = (
     "VERSION",

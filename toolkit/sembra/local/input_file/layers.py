@@ -8,10 +8,9 @@ from typing import TYPE_CHECKING
 from sembra.external.dsettlement import Model2D
 
 from sembra.errors import ModelError
+from sembra.local.input_file.left_out import LeftOut, Reason
+from sembra.local.input_file.points_of_loads import Line
 from sembra.local.sli.geometry_2d import INTERPOLATED, NO_PL_LINE, Geometry2D, LayerBetween
-
-from .left_out import LeftOut, Reason
-from .points_of_loads import Line
 
 if TYPE_CHECKING:
     from sembra.external.dsettlement import PlLine, PorePressure

@@ -7,11 +7,10 @@ from collections.abc import Iterable, Sequence
 from sembra.external.dsettlement import Model1D, Model2D
 
 from sembra.errors import ModelError
+from sembra.local.input_file.left_out import LeftOut, Reason
 from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.non_uniform_loads import NonUniformLoad
 from sembra.local.sli.other_loads import KindOfLoad, OtherLoad
-
-from .left_out import LeftOut, Reason
 
 _OTHER = "OTHER LOADS"
 _NON_UNIFORM = "NON-UNIFORM LOADS"

@@ -11,13 +11,12 @@ from pydantic_core import to_json
 from sembra.external.dsettlement import Metadata, Model1D, Model2D
 
 from sembra.errors import ModelError
+from sembra.local.input_file.build import Built, build, metadata_of
+from sembra.local.input_file.compare import compare
+from sembra.local.input_file.left_out import LeftOut
 from sembra.local.service.document import RefusalError, read_document
 from sembra.local.service.filling import fill
 from sembra.local.sli.input_file import InputFile
-
-from .build import Built, build, metadata_of
-from .compare import compare
-from .left_out import LeftOut
 
 if TYPE_CHECKING:
     from sembra.external.dsettlement import Vertical

@@ -3,6 +3,6 @@
 python -m sembra.local.look road.sli road.sld
 """
 
-from .page import make_page
+from sembra.local.look.page import make_page
 
 __all__ = ["make_page"]

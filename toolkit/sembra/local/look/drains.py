@@ -4,10 +4,9 @@ from collections.abc import Iterator
 
 from sembra.external.dsettlement import DrainGrid, DrainType
 
+from sembra.local.look.options import Fact
+from sembra.local.look.table import Column, Name, Table, number
 from sembra.local.sli.input_file import InputFile
-
-from .options import Fact
-from .table import Column, Name, Table, number
 
 _KINDS = {
     DrainType.STRIP: "strips",

@@ -1,9 +1,8 @@
 """The tables of layers."""
 
+from sembra.local.look.table import Column, Name, Table, number
 from sembra.local.sli.geometry_2d import INTERPOLATED, NO_PL_LINE, Geometry2D
 from sembra.local.sli.input_file import InputFile
-
-from .table import Column, Name, Table, number
 
 _MATERIAL = Column("Material", numbers=False)
 

@@ -2,9 +2,8 @@
 
 from collections.abc import Iterator
 
+from sembra.local.look.table import number
 from sembra.local.sli.input_file import InputFile
-
-from .table import number
 
 Fact = tuple[str, str]
 """What it is about, and what holds."""

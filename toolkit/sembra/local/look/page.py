@@ -12,21 +12,20 @@ from jinja2 import Environment, PackageLoader, StrictUndefined
 
 from sembra.errors import ModelError, ParsingError
 from sembra.local.input_file import LeftOut, read_model
+from sembra.local.look.check import Check, check
+from sembra.local.look.drains import drains, schedule
+from sembra.local.look.drawing import Drawing
+from sembra.local.look.ground import layers
+from sembra.local.look.loads import loads
+from sembra.local.look.options import Fact, identification, options
+from sembra.local.look.pictures import picture_of_model, pictures_of_results
+from sembra.local.look.settlements import settlements
+from sembra.local.look.soils import soils
+from sembra.local.look.table import Table
 from sembra.local.results import ResultFile
 from sembra.local.sli.errors import InputFileError
 from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.text import decode
-
-from .check import Check, check
-from .drains import drains, schedule
-from .drawing import Drawing
-from .ground import layers
-from .loads import loads
-from .options import Fact, identification, options
-from .pictures import picture_of_model, pictures_of_results
-from .settlements import settlements
-from .soils import soils
-from .table import Table
 
 _WARNINGS = ("[Warnings]", "[End of Warnings]")
 """Tags of the block in which the local worker says what there is to know."""

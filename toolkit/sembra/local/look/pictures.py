@@ -9,11 +9,10 @@ from matplotlib.axes import Axes
 from sembra.external.dsettlement import Model1D, Model2D
 
 from sembra.local import pictures
+from sembra.local.look.drawing import Drawing, svg
 from sembra.local.pictures.settlements import settlements_of
 from sembra.local.pictures.style import figure_of
 from sembra.local.results import ResultFile
-
-from .drawing import Drawing, svg
 
 NARROW = 4.6
 """Width of a picture that can be read on a phone, in inches."""

@@ -2,10 +2,9 @@
 
 from collections.abc import Iterable, Iterator, Mapping
 
+from sembra.local.look.table import MINUS, Column, Name, Table, number
 from sembra.local.pictures.settlements import Settlements, settlements_of
 from sembra.local.results import ResultFile
-
-from .table import MINUS, Column, Name, Table, number
 
 _TIME, _SETTLEMENT, _RESIDUAL = "Time", "Settlement", "Residual settlement"
 """Columns of residual settlements."""

@@ -4,10 +4,9 @@ from collections.abc import Callable
 from enum import IntEnum
 
 from sembra.core import Color
+from sembra.local.look.table import Column, Name, Table, number
 from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.materials import StatedMaterial
-
-from .table import Column, Name, Table, number
 
 Cell = Callable[[StatedMaterial], str]
 
