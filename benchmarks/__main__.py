@@ -5,8 +5,6 @@
 The exit status is 1 if a ratio misses its bound.
 """
 
-from __future__ import annotations
-
 import argparse
 import json
 import sys

@@ -5,8 +5,6 @@ python -m benchmarks.geometry bytes MODULE N   # prints the bytes per point and 
 python -m benchmarks.geometry seconds WORK N   # prints how long a work of GROWING takes
 """
 
-from __future__ import annotations
-
 import gc
 import json
 import random

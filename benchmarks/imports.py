@@ -4,8 +4,6 @@ Both find their sister modules and the standard library loaded already, and the 
 compiled byte code; the cache of `re` is emptied, since both compile the patterns of the format.
 """
 
-from __future__ import annotations
-
 import importlib
 import re
 import sys

@@ -1,7 +1,5 @@
 """Creating materials, against the plain Python way."""
 
-from __future__ import annotations
-
 from sembra.core import Color
 from sembra.external.dsettlement import CalculationModel, ConsolidationModel, Model1D
 

@@ -4,8 +4,6 @@ These are the benchmarks whose bound is a time. On a busy machine the waits of o
 so the lower quartile counts; a wait that belongs to the post itself is part of every call.
 """
 
-from __future__ import annotations
-
 import subprocess
 import sys
 import time

@@ -4,8 +4,6 @@ The machine's speed drifts, so a figure counts only as the ratio of neighbours: 
 both ways one behind the other, and the median of the rounds' ratios is what is reported.
 """
 
-from __future__ import annotations
-
 import gc
 import time
 from collections.abc import Callable

@@ -4,8 +4,6 @@ The bare calculation hands filled documents to the worker's function one after t
 process: nothing is built, posted, sent or read there.
 """
 
-from __future__ import annotations
-
 import os
 import tempfile
 from base64 import b64decode, b64encode

@@ -11,8 +11,6 @@ the swelling. So it shows less of the benefit of a surcharge than other models w
 Levels are in m NAP (the Dutch datum), times in days. Run it: python examples/two_dimensional.py
 """
 
-from __future__ import annotations
-
 from collections.abc import Iterable
 from io import BytesIO
 from typing import TYPE_CHECKING, Final, NamedTuple
@@ -90,9 +88,9 @@ STAGES = (
 class Ground(NamedTuple):
     """The lines and layers of the cross-section, the layers from bottom to top."""
 
-    phreatic_line: PlLine
-    head_in_sand: PlLine
-    layers: list[Layer]
+    phreatic_line: "PlLine"
+    head_in_sand: "PlLine"
+    layers: "list[Layer]"
 
 
 class Project(NamedTuple):
@@ -100,8 +98,8 @@ class Project(NamedTuple):
 
     model: Model2D
     ground: Ground
-    verticals: list[Vertical]
-    loads: list[NonUniformLoad]
+    verticals: "list[Vertical]"
+    loads: "list[NonUniformLoad]"
 
 
 def create_model(
@@ -185,13 +183,13 @@ def create_ground(model: Model2D) -> Ground:
     return Ground(phreatic_line, head_in_sand, layers)
 
 
-def create_verticals(model: Model2D) -> list[Vertical]:
+def create_verticals(model: Model2D) -> "list[Vertical]":
     """Say where settlements are wanted, and when."""
     model.set_calculation_times(*CALCULATION_TIMES)
     return [model.create_vertical(x) for x in VERTICALS]
 
 
-def create_loads(model: Model2D) -> list[NonUniformLoad]:
+def create_loads(model: Model2D) -> "list[NonUniformLoad]":
     """Build the embankment on the surface, one stage on the other."""
     above, below = UNIT_WEIGHT_OF_SAND
     return [
@@ -244,7 +242,7 @@ def main() -> None:
         print(f"{time:11.0f}" + "".join(f"{settlement:12.3f}" for settlement in settlements))
 
 
-def _points(model: Model2D, line: Iterable[tuple[float, float]]) -> list[Point]:
+def _points(model: Model2D, line: Iterable[tuple[float, float]]) -> "list[Point]":
     return [model.create_point(x, level) for x, level in line]
 
 

@@ -8,8 +8,6 @@ written below `build/`. The exit status is 1 if a case is off without being list
 or listed and no longer off, and 2 if there are no cases.
 """
 
-from __future__ import annotations
-
 import argparse
 import sys
 from collections.abc import Sequence

@@ -1,7 +1,5 @@
 """Runs the worker on a case and compares."""
 
-from __future__ import annotations
-
 import base64
 import os
 import time

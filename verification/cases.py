@@ -1,7 +1,5 @@
 """Published cases: an input file with the result file that D-Settlement wrote for it beside it."""
 
-from __future__ import annotations
-
 import os
 import re
 from collections.abc import Iterable

@@ -6,8 +6,6 @@ cent of the vertical's largest published stress of their kind, those of dissipat
 consolidation.
 """
 
-from __future__ import annotations
-
 from collections.abc import Callable, Sequence
 from dataclasses import dataclass, field
 

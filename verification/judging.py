@@ -4,8 +4,6 @@ The list of known cases, `known.toml`, is kept honest from both sides: an entry 
 again is an error, and so is a case that is further off than its entry says.
 """
 
-from __future__ import annotations
-
 import math
 import tomllib
 from collections.abc import Mapping

@@ -1,7 +1,5 @@
 """Whether two result files have the same blocks, headers and numbers of rows in the same order."""
 
-from __future__ import annotations
-
 import re
 from itertools import zip_longest
 

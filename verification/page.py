@@ -1,7 +1,5 @@
 """The page of the documentation: table, what is known of cases that are off, and pictures."""
 
-from __future__ import annotations
-
 from collections.abc import Iterator, Mapping, Sequence
 from pathlib import Path
 

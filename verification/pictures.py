@@ -1,7 +1,5 @@
 """Published results as points, the worker's as a line over them."""
 
-from __future__ import annotations
-
 import re
 from pathlib import Path
 from typing import Any

@@ -1,7 +1,5 @@
 """What is compared of a result file, be it published or the worker's."""
 
-from __future__ import annotations
-
 import re
 from collections.abc import Mapping, Sequence
 from dataclasses import dataclass

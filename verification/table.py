@@ -1,7 +1,5 @@
 """The table of all cases, on a terminal and in Markdown."""
 
-from __future__ import annotations
-
 import math
 from collections.abc import Iterator, Sequence
 

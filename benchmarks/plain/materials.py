@@ -1,7 +1,5 @@
 """Materials as a plain Python module would write them: the baseline for create_material."""
 
-from __future__ import annotations
-
 from typing import Any
 
 from sembra.core import Color

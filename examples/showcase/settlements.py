@@ -1,7 +1,5 @@
 """What the tables need to know about settlements, whatever model they come from."""
 
-from __future__ import annotations
-
 from dataclasses import dataclass
 from typing import TYPE_CHECKING, cast
 
@@ -26,7 +24,7 @@ class Settlements:
     by_load: tuple[tuple[float, ...], ...]
 
     @classmethod
-    def from_vertical(cls, vertical: VerticalResult, load_count: int) -> Settlements:
+    def from_vertical(cls, vertical: "VerticalResult", load_count: int) -> "Settlements":
         """Take the settlements out of a vertical of `OutputFileParser.vertical_results`.
 
         vertical: the results of one vertical.

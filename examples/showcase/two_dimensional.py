@@ -1,7 +1,5 @@
 """The story of the two-dimensional model, step by step."""
 
-from __future__ import annotations
-
 from pathlib import Path
 from typing import TYPE_CHECKING
 
@@ -131,7 +129,7 @@ def _tell_settlements(
     terminal: Terminal,
     settlements: dict[int, Settlements],
     steps: list[LoadStep],
-    residual_times: dict[int, ResidualSettlements],
+    residual_times: "dict[int, ResidualSettlements]",
 ) -> None:
     """Print a table per vertical, then the final settlements and what is left at the opening."""
     for number, (x, name) in enumerate(story.VERTICALS.items(), 1):

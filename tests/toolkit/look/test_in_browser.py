@@ -1,7 +1,5 @@
 """Pages as Chromium shows them, at the widths of a phone and a desk, and on paper."""
 
-from __future__ import annotations
-
 import shutil
 from collections.abc import Iterator
 from pathlib import Path
@@ -32,7 +30,7 @@ SMALLEST_TEXT = 8.0
 
 
 @pytest.fixture(scope="module")
-def browser() -> Iterator[Browser]:
+def browser() -> "Iterator[Browser]":
     """A Chromium that shows nothing on the screen."""
     with playwright.sync_playwright() as driver:
         browser = driver.chromium.launch(executable_path=CHROMIUM, args=["--no-sandbox"])
@@ -50,7 +48,7 @@ def page_file(pair: Pair, tmp_path_factory: pytest.TempPathFactory) -> Path:
 
 @pytest.mark.parametrize("width", [PHONE, DESK])
 def test_the_page_fits_its_width(
-    browser: Browser, page_file: Path, tmp_path: Path, width: int
+    browser: "Browser", page_file: Path, tmp_path: Path, width: int
 ) -> None:
     page = browser.new_page(viewport={"width": width, "height": 844})
     asked: list[str] = []
@@ -72,7 +70,7 @@ def test_the_page_fits_its_width(
 
 
 @pytest.mark.parametrize("width", [PHONE, DESK])
-def test_texts_in_pictures_can_be_read(browser: Browser, page_file: Path, width: int) -> None:
+def test_texts_in_pictures_can_be_read(browser: "Browser", page_file: Path, width: int) -> None:
     page = browser.new_page(viewport={"width": width, "height": 844})
     page.goto(page_file.as_uri())
     sizes = page.evaluate(
@@ -84,7 +82,7 @@ def test_texts_in_pictures_can_be_read(browser: Browser, page_file: Path, width:
     page.close()
 
 
-def test_one_picture_of_the_ground_is_shown_at_a_time(browser: Browser, page_file: Path) -> None:
+def test_one_picture_of_the_ground_is_shown_at_a_time(browser: "Browser", page_file: Path) -> None:
     page = browser.new_page()
     page.goto(page_file.as_uri())
     shown = []
@@ -96,7 +94,7 @@ def test_one_picture_of_the_ground_is_shown_at_a_time(browser: Browser, page_fil
     page.close()
 
 
-def test_the_page_on_paper(browser: Browser, page_file: Path) -> None:
+def test_the_page_on_paper(browser: "Browser", page_file: Path) -> None:
     page = browser.new_page(viewport={"width": 680, "height": 1000})
     page.goto(page_file.as_uri())
     page.emulate_media(media="print")

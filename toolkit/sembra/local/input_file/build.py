@@ -1,7 +1,5 @@
 """A model, built from what an input file says."""
 
-from __future__ import annotations
-
 from collections.abc import Iterable
 from dataclasses import dataclass, field
 from typing import TYPE_CHECKING, Any
@@ -48,7 +46,7 @@ class Built:
     """A model, the vertical of its dissipation, and what was left out on the way."""
 
     model: Model1D | Model2D
-    dissipation: Vertical | None = None
+    dissipation: "Vertical | None" = None
     left_out: list[LeftOut] = field(default_factory=list)
 
 
@@ -208,7 +206,7 @@ def _set_times(model: Model1D | Model2D, file: InputFile) -> list[LeftOut]:
 
 def _dissipation(
     model: Model1D | Model2D, file: InputFile
-) -> tuple[Vertical | None, list[LeftOut]]:
+) -> "tuple[Vertical | None, list[LeftOut]]":
     """The vertical that the dissipation is wanted for."""
     options = file.options
     if not options.switch("Dissipation", absent=False):

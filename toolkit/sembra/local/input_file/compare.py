@@ -1,7 +1,5 @@
 """What the file of a model has otherwise than the file that the model was read from."""
 
-from __future__ import annotations
-
 from collections import Counter
 from collections.abc import Iterator, Mapping
 from itertools import zip_longest

@@ -1,7 +1,5 @@
 """The ground of a file, put into a model."""
 
-from __future__ import annotations
-
 from collections.abc import Mapping
 from typing import TYPE_CHECKING
 
@@ -52,7 +50,7 @@ def create_layers(
     return [*left_out, *_unused(geometry)]
 
 
-def _create_pl_lines(model: Model2D, geometry: Geometry2D) -> dict[int, PorePressure]:
+def _create_pl_lines(model: Model2D, geometry: Geometry2D) -> "dict[int, PorePressure]":
     phreatic = geometry.pl_lines[geometry.phreatic_line].points
     made: dict[Line, PlLine] = {}
     for line in geometry.pl_lines.values():

@@ -1,7 +1,5 @@
 """Loads of a file, put into a model."""
 
-from __future__ import annotations
-
 from collections.abc import Iterable, Sequence
 
 from sembra.external.dsettlement import Model1D, Model2D

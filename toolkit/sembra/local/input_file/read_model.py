@@ -1,7 +1,5 @@
 """An input file, read back into a model."""
 
-from __future__ import annotations
-
 from dataclasses import dataclass
 from io import BytesIO
 from os import PathLike
@@ -36,7 +34,7 @@ class ReadModel:
 
     model: Model1D | Model2D
     metadata: Metadata
-    dissipation_calculation: Vertical | None
+    dissipation_calculation: "Vertical | None"
     left_out: tuple[LeftOut, ...]
 
     def generate_input_file(self) -> BytesIO:

@@ -1,7 +1,5 @@
 """Shows files in a browser: python -m sembra.local.look road.sli [road.sld]."""
 
-from __future__ import annotations
-
 import argparse
 import sys
 import tempfile

@@ -1,7 +1,5 @@
 """Pictures, as parts of the page."""
 
-from __future__ import annotations
-
 import re
 from dataclasses import dataclass
 from io import BytesIO
@@ -33,7 +31,7 @@ class Drawing:
     narrow: Markup | None = None
 
 
-def svg(figure: Figure, name: str, told: str) -> Markup:
+def svg(figure: "Figure", name: str, told: str) -> Markup:
     """Return a figure as an element of a page, and put the figure away.
 
     Args:

@@ -1,7 +1,5 @@
 """The page: what stands on it, put into its template."""
 
-from __future__ import annotations
-
 from collections.abc import Callable, Iterable, Iterator, Sequence
 from dataclasses import dataclass
 from io import StringIO

@@ -1,7 +1,5 @@
 """Which pictures a page has."""
 
-from __future__ import annotations
-
 from collections.abc import Callable, Iterator
 
 import matplotlib.pyplot as plt

@@ -1,7 +1,5 @@
 """Stresses and settlement along depth."""
 
-from __future__ import annotations
-
 from collections.abc import Sequence
 from math import nan
 from typing import TYPE_CHECKING
@@ -145,7 +143,7 @@ def _told(time: float) -> str:
     return f"day {time:.0f}" if time >= 10 else f"day {time:.2g}"
 
 
-def _vertical(results: OutputFileParser, number: int) -> VerticalResult:
+def _vertical(results: OutputFileParser, number: int) -> "VerticalResult":
     verticals = results.vertical_results
     if number not in verticals:
         raise KeyError(f"no vertical {number}; there are {sorted(verticals)}")

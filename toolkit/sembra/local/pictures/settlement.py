@@ -171,7 +171,8 @@ def draw_settlements(
             _draw_load(upper, steps, end, load_label)
         elif axes is None:
             upper = axes = new_figure(9.0, 5.5).add_subplot()
-        assert axes is not None and upper is not None
+        assert axes is not None
+        assert upper is not None
         upper.set_title(title, loc="left", pad=ROOM_FOR_LABELS if steps else 12)
         _prepare_time_axis(axes, end)
         _draw_settlement(axes, curves, legend_title)

@@ -1,7 +1,5 @@
 """The degree of consolidation of the layers."""
 
-from __future__ import annotations
-
 import re
 from typing import Final, TypedDict
 

@@ -1,7 +1,5 @@
 """Results as data frames: tidy ones, one row per place and time, one column per quantity."""
 
-from __future__ import annotations
-
 from collections.abc import Iterable, Mapping, Sequence
 from typing import TYPE_CHECKING, Any
 
@@ -18,7 +16,7 @@ Columns = Mapping[str, object]
 BESIDE_THE_LOADS = ("load_step_count", "time_step_count")
 
 
-def verticals(results: Verticals) -> DataFrame:
+def verticals(results: Verticals) -> "DataFrame":
     """One row per vertical."""
     return _stacked(
         ["vertical", "x", "z"],
@@ -29,7 +27,7 @@ def verticals(results: Verticals) -> DataFrame:
     )
 
 
-def settlements(results: Verticals) -> DataFrame:
+def settlements(results: Verticals) -> "DataFrame":
     """One row per vertical and time."""
 
     def columns(block: Mapping[str, Any]) -> Columns:
@@ -45,14 +43,14 @@ def settlements(results: Verticals) -> DataFrame:
     )
 
 
-def residuals(results: Mapping[int, Mapping[str, Sequence[float]]]) -> DataFrame:
+def residuals(results: Mapping[int, Mapping[str, Sequence[float]]]) -> "DataFrame":
     """One row per vertical and time."""
     return _stacked(
         ["vertical"], ({"vertical": number, **table} for number, table in results.items())
     )
 
 
-def stresses(results: Verticals) -> DataFrame:
+def stresses(results: Verticals) -> "DataFrame":
     """One row per vertical and node."""
     return _stacked(
         ["vertical", "depth"],
@@ -64,7 +62,7 @@ def stresses(results: Verticals) -> DataFrame:
     )
 
 
-def time_dependent(results: Verticals) -> DataFrame:
+def time_dependent(results: Verticals) -> "DataFrame":
     """One row per vertical, time and node."""
     return _stacked(
         ["vertical", "time", "depth"],
@@ -76,7 +74,7 @@ def time_dependent(results: Verticals) -> DataFrame:
     )
 
 
-def elements(results: Verticals) -> DataFrame:
+def elements(results: Verticals) -> "DataFrame":
     """One row per vertical and element, which lies between two nodes."""
     return _stacked(
         ["vertical", "top", "bottom", "leakage", "drained"],
@@ -94,7 +92,7 @@ def elements(results: Verticals) -> DataFrame:
     )
 
 
-def dissipation(layers: Mapping[int, LayerDissipation]) -> DataFrame:
+def dissipation(layers: "Mapping[int, LayerDissipation]") -> "DataFrame":
     """One row per layer and time."""
     return _stacked(
         ["layer", "time", "degree"],
@@ -106,7 +104,7 @@ def _each_in_list(values: Mapping[str, float]) -> Columns:
     return {name: [value] for name, value in values.items()}
 
 
-def _stacked(first: Sequence[str], tables: Iterable[Columns]) -> DataFrame:
+def _stacked(first: Sequence[str], tables: Iterable[Columns]) -> "DataFrame":
     """Put tables below each other. Columns of other lengths are filled up with NaN.
 
     first: the columns that are there in any case, and stand in front.

@@ -1,7 +1,5 @@
 """A reader of what real result files write."""
 
-from __future__ import annotations
-
 import re
 from io import StringIO
 from os import PathLike
@@ -90,23 +88,23 @@ class ResultFile(OutputFileParser):
     # The data frames. Each raises ModuleNotFoundError where pandas is not installed, and what the
     # property raises that it is made of; a file without such results gives a frame without rows.
 
-    def vertical_frame(self) -> DataFrame:
+    def vertical_frame(self) -> "DataFrame":
         """The places of the verticals: `vertical` (number), `x` and `z` [m]."""
         return frames.verticals(self.vertical_results)
 
-    def settlement_frame(self) -> DataFrame:
+    def settlement_frame(self) -> "DataFrame":
         """Settlement of the surface: `vertical`, `time` [days], `load_1` and onwards [m]."""
         return frames.settlements(self.vertical_results)
 
-    def residual_frame(self) -> DataFrame:
+    def residual_frame(self) -> "DataFrame":
         """Residual settlement: `vertical`, and the columns of `residual_times` as in the file."""
         return frames.residuals(self.residual_times)
 
-    def stress_frame(self) -> DataFrame:
+    def stress_frame(self) -> "DataFrame":
         """Stresses at the nodes: `vertical`, `depth` (level) [m], and those of the file [kPa]."""
         return frames.stresses(self.vertical_results)
 
-    def time_dependent_frame(self) -> DataFrame:
+    def time_dependent_frame(self) -> "DataFrame":
         """What depends on time and depth.
 
         `vertical`, `time` [days], `depth` (level) [m], and the columns of `vertical_data` as in the
@@ -114,13 +112,13 @@ class ResultFile(OutputFileParser):
         """
         return frames.time_dependent(self.vertical_results)
 
-    def element_frame(self) -> DataFrame:
+    def element_frame(self) -> "DataFrame":
         """Elements between nodes, which only files of some soil models have.
 
         `vertical`, `top` and `bottom` (levels) [m], `leakage`, `drained` (1 or 0).
         """
         return frames.elements(self.vertical_results)
 
-    def dissipation_frame(self) -> DataFrame:
+    def dissipation_frame(self) -> "DataFrame":
         """Degree of consolidation: `layer` (number from the lowest), `time` [days], `degree`."""
         return frames.dissipation(self.dissipation)
