@@ -21,18 +21,18 @@ def _vertical(content: str) -> str:
 
 
 def bare_cr(size: int) -> str:
-    """A file in which every line ends with CR alone, so that no LF stops a free text."""
+    """Return a file in which every line ends with CR alone, so that no LF stops a free text."""
     block = "[Vertical]\r[Depths]\r3\r" + "  1.0\r" * 50 + "[End of Depths]\r[End of Vertical]\r"
     return "[Results]\r" + _fill(block, size) + "[End of Results]\r"
 
 
 def bare_cr_without_results(size: int) -> str:
-    """The same without a closing tag, with a file name in every line."""
+    """Return the same without a closing tag, with a file name in every line."""
     return "[Results]\r" + _fill("FILENAME : C:\\story\\run.sld\r", size)
 
 
 def unclosed(tag: str, content: str = "\n") -> Maker:
-    """Openings of one block over and over, none of which is ever closed."""
+    """Return openings of one block, over and over, none of which is ever closed."""
 
     def make(size: int) -> str:
         return _vertical(_fill(f"[{tag}]{content}", size))
@@ -41,12 +41,12 @@ def unclosed(tag: str, content: str = "\n") -> Maker:
 
 
 def unclosed_verticals(size: int) -> str:
-    """Openings of verticals that are never closed."""
+    """Return openings of verticals that are never closed."""
     return _file(_fill("[Vertical]\n1.0 =  X co-ordinate\n", size))
 
 
 def unclosed_residuals(size: int) -> str:
-    """Residual blocks that lack their last closing tag."""
+    """Return residual blocks that lack their last closing tag."""
     block = (
         "[RESIDUAL SETTLEMENTS]\n[Column Indication]\nVertical\n[End of Column Indication]\n"
         "[DATA COUNT]\n1\n[END OF DATA COUNT]\n[RESIDUAL SETTLEMENT DATA]\n1 2\n"
@@ -55,7 +55,7 @@ def unclosed_residuals(size: int) -> str:
 
 
 def unclosed_stresses(size: int) -> str:
-    """Stress blocks whose rows are closed and whose block is not."""
+    """Return stress blocks whose rows are closed and whose block is not."""
     block = (
         "[Stresses]\n[Column Indication]\nA\n[End of Column Indication]\n[Stress Data]\n"
         "1 = Depth step count\n1.0\n[End of Stress Data]\n"
@@ -64,19 +64,19 @@ def unclosed_stresses(size: int) -> str:
 
 
 def empty_blocks(size: int) -> str:
-    """Blocks without anything between their tags."""
+    """Return blocks without anything between their tags."""
     tags = ("Depths", "Leakages", "Drained Layers", "Stresses", "Vertical Data at Time")
     block = "".join(f"[{tag}]\r\n[End of {tag}]\r\n" for tag in tags)
     return _vertical(_fill(block, size))
 
 
 def empty_verticals(size: int) -> str:
-    """Verticals with one empty line each."""
+    """Return verticals with one empty line each."""
     return _file(_fill("[Vertical]\n\n[End of Vertical]\n", size))
 
 
 def empty_times(size: int) -> str:
-    """Times without rows."""
+    """Return times without rows."""
     block = "[Vertical Data at Time]\n1.0 = Time in days\n\n[End of Vertical Data at Time]\n"
     return _vertical(
         "[Time-dependent Data]\n[Column Indication]\nA\n[End of Column Indication]\n"
@@ -86,7 +86,7 @@ def empty_times(size: int) -> str:
 
 
 def one_line(piece: str) -> Maker:
-    """One line without end, of one piece over and over."""
+    """Return one line without end, of one piece over and over."""
 
     def make(size: int) -> str:
         return _vertical(_fill(piece, size))
@@ -95,14 +95,14 @@ def one_line(piece: str) -> Maker:
 
 
 def white_space_behind_count(size: int) -> str:
-    """White space behind a count line, with line ends all through it, and no closing tag."""
+    """Return white space behind a count line, with line ends all through it, and no closing tag."""
     return _vertical(
         "[Time-Settlement per Load]\n1 = Time step count\n1 = Load step count" + _fill("\n ", size)
     )
 
 
 def many_headers_above_short_rows(size: int) -> str:
-    """As many headers as rows, and one field in each row."""
+    """Return as many headers as rows, and one field in each row."""
     half = max(1, size // 4)
     return _vertical(
         "[Stresses]\n[Column Indication]\n"
@@ -114,7 +114,7 @@ def many_headers_above_short_rows(size: int) -> str:
 
 
 def empty_times_of(headers: Callable[[int], str], times: Callable[[int], str]) -> Maker:
-    """As many headers as times, and no rows under any of them."""
+    """Return as many headers as times, and no rows under any of them."""
 
     def make(size: int) -> str:
         header_lines, blocks, number = [], [], 0
@@ -138,7 +138,7 @@ def empty_times_of(headers: Callable[[int], str], times: Callable[[int], str]) -
 
 
 def equal_headers_above_no_rows(size: int) -> str:
-    """Nothing but header lines, all of them empty."""
+    """Return nothing but header lines, all of them empty."""
     return _vertical(
         "[Stresses]\n[Column Indication]\n"
         + "\n" * size
@@ -148,7 +148,7 @@ def equal_headers_above_no_rows(size: int) -> str:
 
 
 def long_row_above_short_rows(size: int) -> str:
-    """A first row with as many fields as there are rows of one field."""
+    """Return a first row with as many fields as there are rows of one field."""
     half = max(1, size // 4)
     return _vertical(
         "[Time-Settlement per Load]\n1 = Time step count\n1 = Load step count\n"
@@ -160,12 +160,12 @@ def long_row_above_short_rows(size: int) -> str:
 
 
 def one_numeral(size: int) -> str:
-    """A numeral that fills the text."""
+    """Return a numeral that fills the text."""
     return _vertical("[Depths]\n1 = Depth count\n" + "1" * size + ".5\n[End of Depths]")
 
 
 def residual_rows_of_many_verticals(size: int) -> str:
-    """Rows that go from vertical to vertical, so that none stands beside another of its own."""
+    """Return rows that go from vertical to vertical, none beside another of its own."""
     return _file(
         "[RESIDUAL SETTLEMENTS]\n[Column Indication]\nVertical\nTime\n[End of Column Indication]\n"
         "[DATA COUNT]\n1\n[END OF DATA COUNT]\n[RESIDUAL SETTLEMENT DATA]\n"

@@ -22,9 +22,9 @@ def load(name: str, sources: Sequence[Path], *include: Path) -> ctypes.PyDLL:
     """Return the helper made of the sources. Its calls keep the interpreter lock.
 
     Args:
-        name: the helper's name in the build folder.
-        sources: what is compiled.
-        include: folders of headers, beside that of Python. The helper is built anew when a source
+        name: The helper's name in the build folder.
+        sources: What is compiled.
+        include: Folders of headers, beside that of Python. The helper is built anew when a source
             or a header has changed.
     """
     library = FOLDER / f"{name}.so"

@@ -48,7 +48,7 @@ def later_calls() -> Row:
 
 
 def first_call() -> Row:
-    """What the first call loads and starts on top, in a fresh interpreter."""
+    """Return what the first call loads and starts on top, in a fresh interpreter."""
     times = sorted(
         float(subprocess.check_output([sys.executable, "-c", FIRST_CALL])) * 1e3
         for _ in range(FRESH)

@@ -44,7 +44,7 @@ def compare(
     at_least: float | None = None,
     at_most: float | None = None,
 ) -> Row:
-    """How many times longer `slow` takes than `fast`."""
+    """Return how many times longer `slow` takes than `fast`."""
     slow()
     fast()
     pairs = [(seconds(slow), seconds(fast)) for _ in range(rounds)]

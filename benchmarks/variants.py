@@ -90,7 +90,7 @@ def _two_workers() -> AbstractContextManager[Any]:
 
 
 def on_cluster(some: Sequence[Variant], texts: Sequence[str]) -> Row:
-    """How many times as long two Dask workers on this machine take as the pool.
+    """Return how many times as long two Dask workers on this machine take as the pool.
 
     Their profiler, which looks at all threads a hundred times a second, is off. What is left beyond
     the pool is what Dask takes for a task, also for one that does nothing.
@@ -120,7 +120,7 @@ def on_cluster(some: Sequence[Variant], texts: Sequence[str]) -> Row:
 
 
 def read_back(texts: Sequence[str]) -> Row:
-    """How many times as fast a pool of processes reads as one process."""
+    """Return how many times as fast a pool of processes reads as one process."""
     with tempfile.TemporaryDirectory() as folder:
         for number, text in enumerate(texts):
             Path(folder, f"{number}.sld").write_bytes(text.encode())

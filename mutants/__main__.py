@@ -29,7 +29,7 @@ REPORT = tree.TREE / "report.json"
 
 
 def sample(area: Area, seed: str, count: int) -> list[Mutant]:
-    """Some mutants of an area, in an order that has nothing to do with the code's."""
+    """Return some mutants of an area, in an order that has nothing to do with the code's."""
     root = tree.PROJECT
     found: list[Mutant] = []
     for path in area.files(root):
@@ -40,13 +40,13 @@ def sample(area: Area, seed: str, count: int) -> list[Mutant]:
 
 
 def explanations() -> dict[tuple[str, str, str], str]:
-    """Why some mutants can't be noticed, by file and by the line before and after."""
+    """Return why some mutants can't be noticed, by file and by the line before and after."""
     entries = tomllib.loads(EXPLAINED.read_text())["mutant"]
     return {(entry["file"], entry["before"], entry["after"]): entry["why"] for entry in entries}
 
 
 def why(mutant: Mutant, explained: dict[tuple[str, str, str], str]) -> str | None:
-    """Why a mutant can't be noticed, if that is known."""
+    """Return why a mutant can't be noticed, if that is known."""
     return explained.get((mutant.path.name, mutant.before.strip(), mutant.after.strip()))
 
 

@@ -15,7 +15,7 @@ class Area:
     tests: tuple[str, ...]
 
     def files(self, root: Path) -> list[Path]:
-        """The files of the area, below `root`."""
+        """Return the files of the area, below `root`."""
         found = {path for pattern in self.patterns for path in (root / SOURCES).glob(pattern)}
         return sorted(path.relative_to(root) for path in found)
 

@@ -65,7 +65,7 @@ class Mutant:
 
 
 def changed_lines(code: str, line: str) -> Iterator[str]:
-    """All changes of a line; `code` is the line with comments and texts blanked out."""
+    """Return all changes of a line; `code` is the line with comments and texts blanked out."""
     for operator, others in SWAPS.items():
         word = rf"\b{operator}\b" if operator.isalpha() else re.escape(operator)
         for found in re.finditer(word, code):
@@ -84,12 +84,12 @@ def changed_lines(code: str, line: str) -> Iterator[str]:
 
 
 def blanked(text: str) -> str:
-    """A text of C++ with underscores in the place of comments and texts."""
+    """Return a text of C++ with underscores in the place of comments and texts."""
     return HIDDEN.sub(lambda found: re.sub(r"[^\n]", "_", found[0]), text)
 
 
 def mutants_of(root: Path, path: Path) -> list[Mutant]:
-    """All mutants of a file."""
+    """Return all mutants of a file."""
     text = (root / path).read_text()
     found = []
     for number, (line, code) in enumerate(

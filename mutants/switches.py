@@ -42,12 +42,12 @@ CHOICES = (
 
 
 def numbered(mutants: Iterable[Mutant]) -> dict[int, Mutant]:
-    """The mutants by their numbers, from 1."""
+    """Return the mutants by their numbers, from 1."""
     return dict(enumerate(mutants, start=1))
 
 
 def switched(text: str, mutants: Mapping[int, Mutant], header: Path) -> tuple[str, set[int]]:
-    """A file with its mutants behind switches, and the numbers of those that fit in.
+    """Return a file with its mutants behind switches, and the numbers of those that fit in.
 
     Args:
         text: The file.
@@ -100,7 +100,7 @@ def _switched_line(
 
 
 def _is_statement(codes: Sequence[str], index: int) -> bool:
-    """Whether a line is a statement, all of it, that can be put between braces."""
+    """Return whether a line is a statement, all of it, that can be put between braces."""
     code = codes[index]
     following = next((text for text in codes[index + 1 :] if text.strip("_ ")), "")
     return bool(
@@ -114,7 +114,7 @@ def _is_statement(codes: Sequence[str], index: int) -> bool:
 
 
 def _stands_alone(codes: Sequence[str], index: int) -> bool:
-    """Whether a statement begins with this line."""
+    """Return whether a statement begins with this line."""
     previous = next((text for text in codes[index - 1 :: -1] if text.strip("_ ")), "")
     return previous.rstrip("_ ").endswith((";", "{", "}", ":"))
 

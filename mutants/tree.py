@@ -37,7 +37,7 @@ def run(command: list[str]) -> int:
 
 
 def last_output() -> str:
-    """What the latest command printed."""
+    """Return what the latest command printed."""
     return LOG.read_text(errors="replace")
 
 

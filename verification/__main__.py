@@ -62,7 +62,7 @@ def main() -> int:
 
 
 def _calculate_all(cases: Sequence[Case]) -> list[Outcome]:
-    """The outcomes of all cases in their order, calculated in a process for each core."""
+    """Return the outcomes of all cases in their order, calculated in a process for each core."""
     progress = Progress(
         TextColumn("{task.description}"),
         BarColumn(),

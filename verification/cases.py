@@ -17,7 +17,7 @@ _SOIL_MODELS = {"NEN - Koppejan": "NEN-Koppejan", "NEN - Bjerrum": "NEN-Bjerrum"
 
 
 def default_folders() -> tuple[Path, Path]:
-    """Folders of published cases, which `SEMBRA_SAMPLES` and `SEMBRA_CASES` can name."""
+    """Return the folders of published cases, which `SEMBRA_SAMPLES` and `SEMBRA_CASES` can name."""
     return (
         Path(os.environ.get("SEMBRA_SAMPLES", SHARED / "samples")),
         Path(os.environ.get("SEMBRA_CASES", SHARED / "cases")),
@@ -56,10 +56,10 @@ class Case:
 
 
 def find_cases(folders: Iterable[Path]) -> list[Case]:
-    """All cases of some folders, in the order of their names; of equal names the first counts.
+    """Return the cases of some folders in the order of their names; of equal ones the first.
 
     Raises:
-        FileNotFoundError: a folder isn't there, or there is no case in any of them.
+        FileNotFoundError: A folder isn't there, or there is no case in any of them.
     """
     found: dict[str, Case] = {}
     folders = list(folders)
@@ -80,11 +80,11 @@ def find_cases(folders: Iterable[Path]) -> list[Case]:
 
 
 def read_text(path: Path) -> str:
-    """The text of an input or result file, with its line ends as they are."""
+    """Return the text of an input or result file, with its line ends as they are."""
     return path.read_bytes().decode("latin-1")
 
 
 def _natural(name: str) -> list[tuple[str, int]]:
-    """What to sort names by so that bm3-2 comes before bm3-10."""
+    """Return what to sort names by so that bm3-2 comes before bm3-10."""
     parts = re.findall(r"(\D*)(\d*)", name.lower())
     return [(text, int(digits or 0)) for text, digits in parts]

@@ -58,10 +58,10 @@ MEASURES = (
 
 
 def compare(published: Sequence[Vertical], ours: Sequence[Vertical]) -> list[Difference]:
-    """The differences of each vertical.
+    """Return the differences of each vertical.
 
     Raises:
-        ValueError: the files haven't the same number of verticals.
+        ValueError: The files haven't the same number of verticals.
     """
     if len(published) != len(ours):
         raise ValueError(f"{len(ours)} verticals instead of {len(published)}")
@@ -70,7 +70,7 @@ def compare(published: Sequence[Vertical], ours: Sequence[Vertical]) -> list[Dif
 
 
 def worst(differences: Sequence[Difference]) -> Difference:
-    """The largest of each kind."""
+    """Return the largest of each kind."""
     result = Difference(
         same_times=all(difference.same_times for difference in differences),
         same_nodes=all(difference.same_nodes for difference in differences),
@@ -140,7 +140,7 @@ def _compare(theirs: Vertical, ours: Vertical, largest: float) -> Difference:
 
 
 def _dissipation(theirs: Floats, ours: Floats) -> float:
-    """The largest difference of any layer, at the published times."""
+    """Return the largest difference of any layer, at the published times."""
     times, our_times = theirs[:, 0], ours[:, 0]
     at_times = _at(times, our_times, _same(times, our_times, _SAME_TIME))
     return _largest(theirs[:, 1:] - at_times(ours[:, 1:]), 1.0)
@@ -149,7 +149,7 @@ def _dissipation(theirs: Floats, ours: Floats) -> float:
 def _pair(
     theirs: Floats | None, ours: Floats | None, name: str, result: Difference
 ) -> tuple[Floats, Floats] | None:
-    """Both, if both files have them; if one of them alone has it, that is noted."""
+    """Return both, if both files have them; if one of them alone has it, that is noted."""
     if theirs is not None and ours is not None:
         return theirs, ours
     if theirs is not ours:
@@ -166,7 +166,7 @@ def _same(theirs: Floats, ours: Floats, tolerance: float) -> bool:
 
 
 def _at(wanted: Floats, given: Floats, same: bool) -> Callable[[Floats], Floats]:
-    """Interpolation along the first axis, from given places, in ascending order, to wanted ones."""
+    """Interpolate along the first axis, from given places, in ascending order, to wanted ones."""
 
     def interpolated(values: Floats) -> Floats:
         if same:

@@ -60,16 +60,16 @@ class Entry:
 
 
 def read_list(path: Path = LIST) -> dict[str, Entry]:
-    """The known cases by name.
+    """Return the known cases by name.
 
     Raises:
-        TypeError: an entry has no reason, or a key that entries don't have.
+        TypeError: An entry has no reason, or a key that entries don't have.
     """
     return {name: Entry(**entry) for name, entry in tomllib.loads(path.read_text("utf-8")).items()}
 
 
 def judge(outcome: Outcome, known: Mapping[str, Entry]) -> Verdict:
-    """The verdict on a case."""
+    """Return the verdict on a case."""
     entry = known.get(outcome.case.name)
     if not is_off(outcome.worst, LARGEST_FINAL, LARGEST_CURVE):
         return Verdict.MENDED if entry else Verdict.GOOD
@@ -87,7 +87,7 @@ def judge(outcome: Outcome, known: Mapping[str, Entry]) -> Verdict:
 def is_off(
     difference: Difference | None, final: float, curve: float, *, missing_is_off: bool = True
 ) -> bool:
-    """Whether a difference is beyond the limits, or there was nothing to compare."""
+    """Return whether a difference is beyond the limits, or there was nothing to compare."""
     if difference is None or math.isnan(difference.final):
         return True
     if missing_is_off and difference.missing:
@@ -114,7 +114,7 @@ def is_off(
 
 
 def needed(outcome: Outcome, verdict: Verdict) -> str:
-    """What has to be done about a case whose verdict doesn't pass, as a sentence."""
+    """Return what has to be done about a case whose verdict doesn't pass, as a sentence."""
     name, worst = outcome.case.name, outcome.worst
     if verdict is Verdict.MENDED:
         return f"{name} is good now: take it out of {LIST.parent.name}/{LIST.name}."

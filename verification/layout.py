@@ -16,11 +16,11 @@ _NUMBER = re.compile(r" *[-+]?\d+(?:\.\d*)? *")
 
 
 def layout_difference(published: str, ours: str) -> str | None:
-    """Where the layouts of two result files part, in words; None if they don't.
+    """Return where the layouts of two result files part, in words; None if they don't.
 
     Args:
-        published: text of the published file.
-        ours: text of the worker's.
+        published: Text of the published file.
+        ours: Text of the worker's.
     """
     block, layouts = "[Results]", (_layout(published), _layout(ours))
     for theirs, mine in zip_longest(*layouts, fillvalue="the end"):
@@ -32,7 +32,7 @@ def layout_difference(published: str, ours: str) -> str | None:
 
 
 def _layout(text: str) -> list[str]:
-    """The lines of the results, a sign in place of each number."""
+    """Return the lines of the results, a sign in place of each number."""
     text = text.replace("\r\n", "\n")
     results = text[text.index("[Results]\n") :]
     for pattern in _LEFT_OUT:

@@ -47,9 +47,9 @@ def write_page(
     """Write the page, and its pictures into a folder beside it.
 
     Args:
-        path: the page.
-        outcomes: all cases with their verdicts.
-        known: what is known of the cases that are off.
+        path: The page.
+        outcomes: All cases with their verdicts.
+        known: What is known of the cases that are off.
     """
     folder = path.parent / _PICTURES
     folder.mkdir(parents=True, exist_ok=True)

@@ -62,8 +62,8 @@ def draw(path: Path, outcome: Outcome) -> None:
     """Write the picture of a case: settlement against time, and in the end against depth.
 
     Args:
-        path: the SVG file.
-        outcome: a case whose results could be compared.
+        path: The SVG file.
+        outcome: A case whose results could be compared.
     """
     pairs = list(zip(outcome.published, outcome.ours, strict=True))
     step = -(-len(pairs) // _MOST_VERTICALS)
@@ -89,7 +89,7 @@ def draw(path: Path, outcome: Outcome) -> None:
 
 
 def _history(axes: Axes, color: str, published: Vertical, ours: Vertical) -> None:
-    """The curve, and fainter the settlement by the first load steps alone."""
+    """Return the curve, and fainter the settlement by the first load steps alone."""
     if published.loads is not None and ours.loads is not None:
         for number in range(min(published.loads.shape[1], ours.loads.shape[1]) - 1):
             _curve(
@@ -121,7 +121,7 @@ def _profile(axes: Axes, color: str, published: Vertical, ours: Vertical) -> Non
 
 
 def _points(axes: Axes, x: Floats, y: Floats, color: str, strength: float) -> None:
-    """Dots: lines without length and with round ends, since markers make large files."""
+    """Return dots: lines without length and with round ends, since markers make large files."""
     points = np.column_stack([x, y]).repeat(2, axis=0)
     codes = np.tile([DrawnPath.MOVETO, DrawnPath.LINETO], len(x))
     dots = PathPatch(
@@ -137,7 +137,7 @@ def _points(axes: Axes, x: Floats, y: Floats, color: str, strength: float) -> No
 
 
 def _thinned(times: Floats, values: Floats) -> tuple[Floats, Floats]:
-    """Points that don't crowd each other on the axis."""
+    """Return points that don't crowd each other on the axis."""
     later = np.flatnonzero(times >= _FIRST_TIME)
     place = np.log10(times[later]) if times[-1] > _LONG else times[later]
     apart = (place[-1] - place[0]) / _MOST_POINTS

@@ -56,10 +56,10 @@ class Vertical:
 
 
 def read_verticals(text: str) -> list[Vertical]:
-    """The verticals of a result file, in its order.
+    """Return the verticals of a result file, in its order.
 
     Raises:
-        ValueError: a vertical has no settlements, or a row is none of numbers.
+        ValueError: A vertical has no settlements, or a row is none of numbers.
     """
     results = ResultFile(StringIO(text, newline=""))
     residual = results.residual_times
@@ -122,7 +122,7 @@ def _effective_stresses(
     first: Mapping[str, list[float]],
     last: Mapping[str, list[float]],
 ) -> tuple[Floats | None, Floats | None]:
-    """Effective stress before and after: of the stresses' block, or of the history (Darcy)."""
+    """Return the effective stress before and after: of its block, or of the history (Darcy)."""
     if stresses:
         return tuple(
             np.array(stresses[f"{when} total stress"]) - np.array(stresses[f"{when} water stress"])

@@ -29,7 +29,7 @@ _COLORS = {
 
 
 def terminal_table(outcomes: Sequence[tuple[Outcome, Verdict]]) -> Table:
-    """One row per case; differences in per cent."""
+    """Return one row per case; differences in per cent."""
     table = Table(title="Differences from published results, in per cent", title_justify="left")
     table.add_column("case", no_wrap=True)
     table.add_column("kind", no_wrap=True)
@@ -52,7 +52,7 @@ def terminal_table(outcomes: Sequence[tuple[Outcome, Verdict]]) -> Table:
 
 
 def markdown_table(outcomes: Sequence[tuple[Outcome, Verdict]]) -> Iterator[str]:
-    """The lines of the same table in Markdown, without what differs from run to run."""
+    """Return the lines of the same table in Markdown, without what differs from run to run."""
     headers = ("case", "kind", *HEADERS, "times", "nodes", "verdict")
     yield f"| {' | '.join(headers)} |"
     yield f"|---|---|{'---:|' * len(HEADERS)}---|---|---|"
@@ -62,7 +62,7 @@ def markdown_table(outcomes: Sequence[tuple[Outcome, Verdict]]) -> Iterator[str]
 
 
 def per_cent(value: float) -> str:
-    """A difference as it stands in the tables: two digits that count, none below 0.0001."""
+    """Return a difference as it stands in the tables: two digits that count, none below 0.0001."""
     if math.isnan(value):
         return ""
     if value < 0.00005:

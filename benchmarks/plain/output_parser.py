@@ -79,10 +79,10 @@ class OutputFileParser:
         """Cut the `[Results]` block out of the file.
 
         Args:
-            sld_file: the finished analysis; any object whose `getvalue` gives the text will do.
+            sld_file: The finished analysis; any object whose `getvalue` gives the text will do.
 
         Raises:
-            ParsingError: the text has no `[Results]` block.
+            ParsingError: The text has no `[Results]` block.
         """
         self._results = self._parse_results(sld_file.getvalue())
 

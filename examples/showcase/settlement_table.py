@@ -25,7 +25,7 @@ def settlement_table(
     title: str = "Settlement of the surface [m]",
     caption: str | None = CAPTION,
 ) -> Table:
-    """Settlement per load step, in all, and still to come, one row per calculation time.
+    """Return the settlement per load step, in all, and still to come, one row per calculation time.
 
     settlements: settlements of the vertical.
     steps: the load steps in the order of time.

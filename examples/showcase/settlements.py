@@ -50,7 +50,7 @@ class Settlements:
         return self.total[-1]
 
     def at(self, time: float) -> list[float]:
-        """Settlement by the first load step, the first two, and so on, at a time.
+        """Return the settlement by the first load step, the first two, and so on, at a time.
 
         At a time that the results have, it is what they have; elsewhere it is interpolated.
         """

@@ -106,7 +106,7 @@ def _build(terminal: Terminal) -> story.Project:
 
 
 def _steps_at_axis() -> list[LoadStep]:
-    """What comes and goes, in the order of time; all of it lies above the phreatic line."""
+    """Return what comes and goes, in the order of time; all of it lies above the phreatic line."""
     above_water, _ = story.UNIT_WEIGHT_OF_SAND
     steps: list[LoadStep] = []
     ground = _level(story.SURFACE)
@@ -121,7 +121,7 @@ def _steps_at_axis() -> list[LoadStep]:
 
 
 def _level(line: story.Line) -> float:
-    """The level of a line at the axis."""
+    """Return the level of a line at the axis."""
     return float(np.interp(AXIS, [x for x, _ in line], [level for _, level in line]))
 
 

@@ -43,7 +43,7 @@ class Color:
         """Return the colour with the given integer code.
 
         Args:
-            code: r + 256 g + 65536 b, from 0 to 16777215.
+            code: R + 256 g + 65536 b, from 0 to 16777215.
 
         Raises:
             TypeError: The code is not an integer.

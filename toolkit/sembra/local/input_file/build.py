@@ -54,8 +54,8 @@ def build(file: InputFile) -> Built:
     """Build the model of a file.
 
     Raises:
-        InputFileError: the file is malformed.
-        ModelError: no model can have its geometry, drains or options.
+        InputFileError: The file is malformed.
+        ModelError: No model can have its geometry, drains or options.
     """
     built = _build_1d(file) if file.is_1d else _build_2d(file)
     model = built.model
@@ -142,7 +142,7 @@ def _models(file: InputFile) -> tuple[CalculationModel, ConsolidationModel]:
 
 
 def _options(file: InputFile) -> dict[str, Any]:
-    """The keywords that both kinds of model take."""
+    """Return the keywords that both kinds of model take."""
     options = file.options
     return {
         "create_default_materials": False,
@@ -156,7 +156,7 @@ def _options(file: InputFile) -> dict[str, Any]:
 
 
 def _whole(days: float) -> int:
-    """Days as a model has them; what is lost is found when the files are compared."""
+    """Return days as a model has them; what is lost is found when the files are compared."""
     return int(days)
 
 
@@ -207,7 +207,7 @@ def _set_times(model: Model1D | Model2D, file: InputFile) -> list[LeftOut]:
 def _dissipation(
     model: Model1D | Model2D, file: InputFile
 ) -> "tuple[Vertical | None, list[LeftOut]]":
-    """The vertical that the dissipation is wanted for."""
+    """Return the vertical that the dissipation is wanted for."""
     options = file.options
     if not options.switch("Dissipation", absent=False):
         return None, []

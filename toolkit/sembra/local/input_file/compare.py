@@ -53,11 +53,11 @@ def compare(file: InputFile, written: InputFile) -> Iterator[LeftOut]:
     """Yield what a file says otherwise than that of the model, except for geometry and loads.
 
     Args:
-        file: the file that the model was read from.
-        written: the file of the model.
+        file: The file that the model was read from.
+        written: The file of the model.
 
     Raises:
-        InputFileError: a section is malformed.
+        InputFileError: A section is malformed.
     """
     yield from _header(file, written)
     yield from _titles(file, written)
@@ -98,7 +98,7 @@ def _materials(file: InputFile, written: InputFile) -> Iterator[LeftOut]:
 
 
 def _statistics_of_boundaries(file: InputFile, written: InputFile) -> Iterator[LeftOut]:
-    """What is said of boundaries one by one; a model says the same of each."""
+    """Return what is said of boundaries one by one; a model says the same of each."""
     geometry = file.data.section("GEOMETRY DATA")
     other = written.data.section("GEOMETRY DATA")
     for name in _OF_BOUNDARIES:
@@ -112,7 +112,7 @@ def _statistics_of_boundaries(file: InputFile, written: InputFile) -> Iterator[L
 
 
 def _measurements(file: InputFile) -> Iterator[LeftOut]:
-    """The fit for a settlement plate, with its measurements."""
+    """Return the fit for a settlement plate, with its measurements."""
     for section in file.data.sections("FIT"):
         if section.cursor().count("the number of items"):
             yield _whole_section(section, "the fit for a settlement plate")
@@ -131,7 +131,7 @@ def _whole_section(section: Section, what: str) -> LeftOut:
 
 
 def _differences(section: Section, written: Section) -> Iterator[tuple[Entry, Entry | None]]:
-    """The lines of a section that say something else, with what is said in their place."""
+    """Return the lines of a section that say something else, with what is said in their place."""
     others = _keyed(written)
     for key, entry in _keyed(section).items():
         other = others.get(key)
@@ -149,7 +149,7 @@ def _keyed(section: Section) -> Mapping[Key, Entry]:
 
 
 def _same(value: str, other: str) -> bool:
-    """Whether two values are the same, number by number where they are numbers."""
+    """Return whether two values are the same, number by number where they are numbers."""
     return all(
         a == b or _number(a) == _number(b) is not None
         for a, b in zip_longest(value.split(), other.split(), fillvalue="")

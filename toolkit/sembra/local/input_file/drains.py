@@ -12,8 +12,8 @@ def read_drain(file: InputFile) -> VerticalDrain | None:
     """Return the drains of a file, or None if they are switched off.
 
     Raises:
-        InputFileError: the section is malformed.
-        ModelError: a value is out of its range.
+        InputFileError: The section is malformed.
+        ModelError: A value is out of its range.
     """
     if not file.has_drains:
         return None

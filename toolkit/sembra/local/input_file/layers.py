@@ -20,12 +20,12 @@ def create_layers(
     """Put pl-lines and layers of a file into a model, and return what it doesn't take.
 
     Args:
-        model: the model, with its bottom.
-        geometry: the geometry of the file.
-        boundaries: the points of each boundary that a layer lies below, by its number.
+        model: The model, with its bottom.
+        geometry: The geometry of the file.
+        boundaries: The points of each boundary that a layer lies below, by its number.
 
     Raises:
-        ModelError: a line doesn't run from one limit to the other, or a layer doesn't lie on the
+        ModelError: A line doesn't run from one limit to the other, or a layer doesn't lie on the
             one before it.
     """
     pressures = _create_pl_lines(model, geometry)
@@ -71,7 +71,7 @@ def _without_thickness(layer: LayerBetween) -> LeftOut:
 
 
 def _unused(geometry: Geometry2D) -> list[LeftOut]:
-    """Boundaries that no layer has."""
+    """Return the boundaries that no layer has."""
     used = {number for layer in geometry.layers for number in (layer.top, layer.bottom)}
     return [
         LeftOut("BOUNDARIES", chain.line, f"boundary {number}", "", "", Reason.UNUSED)

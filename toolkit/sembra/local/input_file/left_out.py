@@ -24,13 +24,13 @@ class LeftOut:
     """One thing that a file says and a model can't hold.
 
     Args:
-        section: the section of the file that it stands in, without brackets, or "header".
-        line: its line of the file, counted from 1.
-        what: what it is about, such as "Submerging" or 'the water load "Lowering"'.
-        value: what the file says, as it stands there.
-        instead: what the file of the model says in its place; empty if that has nothing there.
-        reason: why.
-        message: what the model says itself, where it refuses it.
+        section: The section of the file that it stands in, without brackets, or "header".
+        line: Its line of the file, counted from 1.
+        what: What it is about, such as "Submerging" or 'the water load "Lowering"'.
+        value: What the file says, as it stands there.
+        instead: What the file of the model says in its place; empty if that has nothing there.
+        reason: Why.
+        message: What the model says itself, where it refuses it.
     """
 
     section: str

@@ -37,8 +37,8 @@ def create_non_uniform_loads(model: Model2D, loads: Sequence[NonUniformLoad]) ->
     """Put the non-uniform loads of a file into a model, and return what it doesn't take.
 
     Args:
-        model: the model, with all its layers.
-        loads: the loads, with points where later ones begin or end.
+        model: The model, with all its layers.
+        loads: The loads, with points where later ones begin or end.
     """
     left_out = []
     for load in loads:

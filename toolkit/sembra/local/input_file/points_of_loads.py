@@ -23,8 +23,8 @@ def with_points_of_loads(
     """Return boundaries and loads with a point where a load begins or ends on them.
 
     Args:
-        boundaries: the boundaries, the surface first, which loads are likely to lie on.
-        loads: the loads in the order in which they are made.
+        boundaries: The boundaries, the surface first, which loads are likely to lie on.
+        loads: The loads in the order in which they are made.
     """
     lines = list(boundaries)
     outlines: list[Line] = []

@@ -25,10 +25,10 @@ class ReadModel:
     """What an input file tells, as far as a model can hold it.
 
     Args:
-        model: the model.
-        metadata: the identification block, without date and time.
-        dissipation_calculation: the vertical for which the file asks for the dissipation, or None.
-        left_out: what the file says and a model can't hold, in the order of the file. Where it is
+        model: The model.
+        metadata: The identification block, without date and time.
+        dissipation_calculation: The vertical for which the file asks for the dissipation, or None.
+        left_out: What the file says and a model can't hold, in the order of the file. Where it is
             empty but for date and time, the model generates the file again.
     """
 
@@ -81,7 +81,7 @@ def read_model(path: str | PathLike[str]) -> ReadModel:
 
 
 def _write(built: Built, metadata: Metadata) -> InputFile:
-    """The file of the model, filled in here: no service is asked for it."""
+    """Return the file of the model, filled in here: no service is asked for it."""
     document = built.model._generate_input(metadata, built.dissipation)
     try:
         return InputFile(fill(read_document(to_json({"input": document}))))

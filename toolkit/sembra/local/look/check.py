@@ -15,8 +15,8 @@ class Check:
     """What the worker says.
 
     Args:
-        refusal: why it doesn't calculate the file, as whole sentences; empty if it does.
-        remarks: what it says of the calculation, each a whole sentence.
+        refusal: Why it doesn't calculate the file, as whole sentences; empty if it does.
+        remarks: What it says of the calculation, each a whole sentence.
     """
 
     refusal: str
@@ -34,7 +34,7 @@ def check(text: str) -> Check:
     """Calculate an input file with the local worker, and say what comes of it.
 
     Args:
-        text: an input file, or a result file, which repeats its input.
+        text: An input file, or a result file, which repeats its input.
     """
     try:
         with np.errstate(over="raise", invalid="raise", divide="raise"):

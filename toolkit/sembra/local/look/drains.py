@@ -25,7 +25,7 @@ def drains(file: InputFile) -> Iterator[Fact]:
     """Yield what a file says of its drains, if they are switched on.
 
     Raises:
-        InputFileError: the section is malformed.
+        InputFileError: The section is malformed.
     """
     if not file.has_drains:
         return
@@ -66,7 +66,7 @@ def schedule(file: InputFile) -> Table | None:
     """Return the detailed schedule of the drains, if they have one.
 
     Raises:
-        InputFileError: the section is malformed.
+        InputFileError: The section is malformed.
     """
     if not file.has_drains or file.schedule.code in (_OFF, _SIMPLE):
         return None

@@ -35,9 +35,9 @@ def svg(figure: "Figure", name: str, told: str) -> Markup:
     """Return a figure as an element of a page, and put the figure away.
 
     Args:
-        figure: the figure.
-        name: begins all names within the element, which have to be the page's only ones.
-        told: what the picture shows, for those who can't see it.
+        figure: The figure.
+        name: Begins all names within the element, which have to be the page's only ones.
+        told: What the picture shows, for those who can't see it.
     """
     file = BytesIO()
     with plt.rc_context({"svg.fonttype": "none", "svg.hashsalt": name}):

@@ -11,7 +11,7 @@ def layers(file: InputFile) -> Table:
     """Return the layers of a file, the highest first.
 
     Raises:
-        InputFileError: a section is malformed, or it refers to what doesn't exist.
+        InputFileError: A section is malformed, or it refers to what doesn't exist.
     """
     return _column(file) if file.is_1d else _cross_section(file.cross_section)
 

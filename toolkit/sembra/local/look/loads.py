@@ -21,7 +21,7 @@ def loads(file: InputFile) -> Iterator[Table]:
     """Yield the tables of the loads that a file has.
 
     Raises:
-        InputFileError: a section is malformed.
+        InputFileError: A section is malformed.
     """
     rows = [_non_uniform(load) for load in file.non_uniform_loads]
     note = ""

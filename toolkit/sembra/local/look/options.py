@@ -33,7 +33,7 @@ def options(file: InputFile) -> Iterator[Fact]:
     """Yield the options of a file.
 
     Raises:
-        InputFileError: a section is malformed, or an option is unknown.
+        InputFileError: A section is malformed, or an option is unknown.
     """
     model, lines = file.model, file.options
     calculation = _CALCULATION[model.one_of("Model", range(len(_CALCULATION)))]
@@ -83,7 +83,7 @@ def _spreading(file: InputFile) -> str:
 
 
 def _when_switched_on(file: InputFile) -> Iterator[Fact]:
-    """What only calculations with some options have."""
+    """Return what only calculations with some options have."""
     model, lines = file.model, file.options
     if lines.switch("Submerging", absent=False):
         yield "Submerging", "loads lose weight as they settle below the phreatic level"

@@ -34,18 +34,18 @@ class Page:
     """What stands on the page.
 
     Args:
-        name: the names of the files.
-        titles: the titles of the calculation.
-        identification: who made the input, for whom and when.
-        remarks: what couldn't be shown, and why; and the warnings of the calculation.
-        check: what the worker makes of the file, if that was asked for.
-        ground: the picture of the model, if one could be made.
-        options: the options of the calculation.
-        drains: what is said of the drains.
-        tables: soils, loads and the schedule of the drains.
-        drawings: the pictures of results.
-        settlements: the tables of results.
-        left_out: what a model can't hold of the file.
+        name: The names of the files.
+        titles: The titles of the calculation.
+        identification: Who made the input, for whom and when.
+        remarks: What couldn't be shown, and why; and the warnings of the calculation.
+        check: What the worker makes of the file, if that was asked for.
+        ground: The picture of the model, if one could be made.
+        options: The options of the calculation.
+        drains: What is said of the drains.
+        tables: Soils, loads and the schedule of the drains.
+        drawings: The pictures of results.
+        settlements: The tables of results.
+        left_out: What a model can't hold of the file.
     """
 
     name: str
@@ -136,7 +136,7 @@ def _results(text: str, *, required: bool) -> ResultFile | None:
 
 
 def _warnings(results: ResultFile | None) -> list[str]:
-    """What the local worker warned of when it calculated."""
+    """Return what the local worker warned of when it calculated."""
     lines = results.raw_results.splitlines() if results else []
     begin, end = _WARNINGS
     # The line behind the tag tells how many there are.
@@ -154,7 +154,7 @@ def _words(file: InputFile) -> list[list[str]]:
 
 
 def _model(path: Path, remarks: list[str]) -> tuple[Drawing | None, Sequence[LeftOut]]:
-    """The picture of a file's model, and what the model can't hold."""
+    """Return the picture of a file's model, and what the model can't hold."""
     try:
         read = read_model(path)
     except InputFileError as error:
@@ -167,7 +167,7 @@ def _model(path: Path, remarks: list[str]) -> tuple[Drawing | None, Sequence[Lef
 
 
 def _kept[T](parts: Callable[[], Iterable[T]], remarks: list[str]) -> list[T]:
-    """What can be read; where a section is malformed, that is remarked once instead."""
+    """Return what can be read; where a section is malformed, that is remarked once instead."""
     try:
         return list(parts())
     except InputFileError as error:

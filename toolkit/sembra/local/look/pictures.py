@@ -80,7 +80,7 @@ def _drawn(name: str, told: str, draw: Draw) -> Drawing:
 
 
 def _axes(width: float, height: float) -> Axes:
-    """Axes on a figure of their own, of a size in inches."""
+    """Return axes on a figure of their own, of a size in inches."""
     return plt.figure(figsize=(width, height), layout="constrained").add_subplot()
 
 

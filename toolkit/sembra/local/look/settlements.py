@@ -31,7 +31,7 @@ def settlements(results: ResultFile) -> Iterator[Table]:
 
 
 def _places(results: ResultFile) -> dict[int, str]:
-    """Where each vertical stands."""
+    """Return where each vertical stands."""
     places = {}
     for vertical, result in results.vertical_results.items():
         x = result["coordinates"].get("x")
@@ -74,7 +74,7 @@ def _by_time(
 
 
 def _decimals(settlements: Iterable[float]) -> int:
-    """How many decimals a table has: millimetres, and more for samples of a laboratory."""
+    """Return how many decimals a table has: millimetres, and more for samples of a laboratory."""
     return 3 if max(map(abs, settlements), default=0.0) >= SMALL else 5
 
 

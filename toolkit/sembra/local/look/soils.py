@@ -43,7 +43,7 @@ def soils(file: InputFile) -> Table:
     """Return the materials of a file, with the parameters that its models read.
 
     Raises:
-        InputFileError: a section is malformed.
+        InputFileError: A section is malformed.
     """
     columns = {
         Column("γ dry", "kN/m³"): _value("SoilGamDry"),

@@ -35,10 +35,10 @@ class Table:
     """A table.
 
     Args:
-        title: stands above it.
-        columns: what stands above the columns.
-        rows: one entry per column, the first of which names the row.
-        note: stands below it.
+        title: Stands above it.
+        columns: What stands above the columns.
+        rows: One entry per column, the first of which names the row.
+        note: Stands below it.
     """
 
     title: str

@@ -225,7 +225,7 @@ def _draw_loads(axes: Axes, loads: Sequence[LoadStep], bottom: float, row: float
 
 
 def _legend(column: SoilColumn) -> list[Patch | Line2D]:
-    """Each soil once, in the order from top to bottom, then the signs."""
+    """Return each soil once, in the order from top to bottom, then the signs."""
     soils = {layer.material: layer for layer in column.layers}
     entries: list[Patch | Line2D] = [
         Patch(

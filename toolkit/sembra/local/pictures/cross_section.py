@@ -102,7 +102,7 @@ class CrossSection:
         return self._bottom, self.top + self.row * len(self.uniform_loads)
 
     def thickness(self, number: int, x: ArrayLike) -> NDArray[np.float64]:
-        """How thick a load is at each x [m], by its place among the loads; 0 beside it."""
+        """Return how thick a load is at each x [m], by its place among the loads; 0 beside it."""
         ground = levels(self.surface, x)
         for load in self.loads[:number]:
             ground = np.fmax(ground, levels(load.outline, x))

@@ -169,7 +169,7 @@ def _spread(times: Sequence[float]) -> Sequence[float]:
 
 
 def _nearest(times: Sequence[float], wanted: Sequence[float]) -> list[float]:
-    """The times nearest to those that are wanted, each once, in ascending order."""
+    """Return the times nearest to those that are wanted, each once, in ascending order."""
     return sorted({min(times, key=lambda time: abs(time - want)) for want in wanted})
 
 

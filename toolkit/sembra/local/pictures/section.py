@@ -125,7 +125,7 @@ def draw_section(axes: Axes, section: CrossSection, title: str, room: tuple[floa
 
 
 def _size(section: CrossSection) -> tuple[float, float]:
-    """Length and rise with their margins [m]."""
+    """Return the length and rise with their margins [m]."""
     (left, right), (low, high) = section.limits, section.extent
     return (right - left) * (1 + 2 * MARGIN_ACROSS), (high - low) * (1 + 2 * MARGIN_UPWARDS)
 

@@ -70,7 +70,7 @@ def told_times(load: Embankment) -> str:
 
 
 def _soils(section: CrossSection) -> list[Artist]:
-    """Each soil once, in the order from top to bottom."""
+    """Return each soil once, in the order from top to bottom."""
     soils = {layer.material: layer for layer in reversed(section.layers)}
     return [
         Patch(

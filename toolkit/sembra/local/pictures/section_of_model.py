@@ -39,7 +39,7 @@ def section_of(model: Model2D, datum: str, pl_line_names: Sequence[str]) -> Cros
 
 
 def _line(document: Document, chain: Sequence[int]) -> Line:
-    """The points of a boundary or a pl-line, which is given by the numbers of its curves."""
+    """Return the points of a boundary or a pl-line, which is given by the numbers of its curves."""
     curves = [document["curves"][number - 1] for number in chain]
     numbers = [curves[0][0], *(end for _, end in curves)]
     return [tuple(document["points"][number - 1][:2]) for number in numbers]

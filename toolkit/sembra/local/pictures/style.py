@@ -81,7 +81,7 @@ def save(axes: Axes, path: str | PathLike[str], *, resolution: float = RESOLUTIO
 
     Raises:
         OSError: The file can't be written.
-        ValueError: matplotlib knows no such kind of picture.
+        ValueError: Matplotlib knows no such kind of picture.
     """
     figure = figure_of(axes)
     path = Path(path)

@@ -17,7 +17,7 @@ BESIDE_THE_LOADS = ("load_step_count", "time_step_count")
 
 
 def verticals(results: Verticals) -> "DataFrame":
-    """One row per vertical."""
+    """Return one row per vertical."""
     return _stacked(
         ["vertical", "x", "z"],
         (
@@ -28,7 +28,7 @@ def verticals(results: Verticals) -> "DataFrame":
 
 
 def settlements(results: Verticals) -> "DataFrame":
-    """One row per vertical and time."""
+    """Return one row per vertical and time."""
 
     def columns(block: Mapping[str, Any]) -> Columns:
         return {name: values for name, values in block.items() if name not in BESIDE_THE_LOADS}
@@ -44,14 +44,14 @@ def settlements(results: Verticals) -> "DataFrame":
 
 
 def residuals(results: Mapping[int, Mapping[str, Sequence[float]]]) -> "DataFrame":
-    """One row per vertical and time."""
+    """Return one row per vertical and time."""
     return _stacked(
         ["vertical"], ({"vertical": number, **table} for number, table in results.items())
     )
 
 
 def stresses(results: Verticals) -> "DataFrame":
-    """One row per vertical and node."""
+    """Return one row per vertical and node."""
     return _stacked(
         ["vertical", "depth"],
         (
@@ -63,7 +63,7 @@ def stresses(results: Verticals) -> "DataFrame":
 
 
 def time_dependent(results: Verticals) -> "DataFrame":
-    """One row per vertical, time and node."""
+    """Return one row per vertical, time and node."""
     return _stacked(
         ["vertical", "time", "depth"],
         (
@@ -75,7 +75,7 @@ def time_dependent(results: Verticals) -> "DataFrame":
 
 
 def elements(results: Verticals) -> "DataFrame":
-    """One row per vertical and element, which lies between two nodes."""
+    """Return one row per vertical and element, which lies between two nodes."""
     return _stacked(
         ["vertical", "top", "bottom", "leakage", "drained"],
         (
@@ -93,7 +93,7 @@ def elements(results: Verticals) -> "DataFrame":
 
 
 def dissipation(layers: "Mapping[int, LayerDissipation]") -> "DataFrame":
-    """One row per layer and time."""
+    """Return one row per layer and time."""
     return _stacked(
         ["layer", "time", "degree"],
         ({"layer": number, **layer} for number, layer in layers.items()),

@@ -20,7 +20,7 @@ _LINE = r"[^\r\n]*+"
 
 
 def _lines(name: str, closing: str) -> str:
-    """Lines up to a tag on a line of its own, none included; the last line end is left out.
+    """Return lines up to a tag on a line of its own, none included; the last line end is left out.
 
     Nothing in it is ever given back, so the search takes no longer than the block is.
     """
@@ -89,23 +89,23 @@ class ResultFile(OutputFileParser):
     # property raises that it is made of; a file without such results gives a frame without rows.
 
     def vertical_frame(self) -> "DataFrame":
-        """The places of the verticals: `vertical` (number), `x` and `z` [m]."""
+        """Return the places of the verticals: `vertical` (number), `x` and `z` [m]."""
         return frames.verticals(self.vertical_results)
 
     def settlement_frame(self) -> "DataFrame":
-        """Settlement of the surface: `vertical`, `time` [days], `load_1` and onwards [m]."""
+        """Return the surface's settlement: `vertical`, `time` [days], `load_1` and onwards [m]."""
         return frames.settlements(self.vertical_results)
 
     def residual_frame(self) -> "DataFrame":
-        """Residual settlement: `vertical`, and the columns of `residual_times` as in the file."""
+        """Return residual settlements: `vertical`, and the file's columns of `residual_times`."""
         return frames.residuals(self.residual_times)
 
     def stress_frame(self) -> "DataFrame":
-        """Stresses at the nodes: `vertical`, `depth` (level) [m], and those of the file [kPa]."""
+        """Return the stresses at nodes: `vertical`, `depth` (level) [m], the file's own [kPa]."""
         return frames.stresses(self.vertical_results)
 
     def time_dependent_frame(self) -> "DataFrame":
-        """What depends on time and depth.
+        """Return what depends on time and depth.
 
         `vertical`, `time` [days], `depth` (level) [m], and the columns of `vertical_data` as in the
         file.
@@ -113,12 +113,12 @@ class ResultFile(OutputFileParser):
         return frames.time_dependent(self.vertical_results)
 
     def element_frame(self) -> "DataFrame":
-        """Elements between nodes, which only files of some soil models have.
+        """Return the elements between nodes, which only files of some soil models have.
 
         `vertical`, `top` and `bottom` (levels) [m], `leakage`, `drained` (1 or 0).
         """
         return frames.elements(self.vertical_results)
 
     def dissipation_frame(self) -> "DataFrame":
-        """Degree of consolidation: `layer` (number from the lowest), `time` [days], `degree`."""
+        """Return degrees of consolidation: `layer` (from the lowest), `time` [days], `degree`."""
         return frames.dissipation(self.dissipation)

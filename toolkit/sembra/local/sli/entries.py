@@ -14,10 +14,10 @@ class Entry:
     """A line that says something.
 
     Args:
-        line: its number in the file.
-        label: what it is about; empty where the line has its value alone.
-        value: the value as it stands there.
-        words: what the file itself says that the value means, such as "2D"; may be empty.
+        line: Its number in the file.
+        label: What it is about; empty where the line has its value alone.
+        value: The value as it stands there.
+        words: What the file itself says that the value means, such as "2D"; may be empty.
     """
 
     line: int
@@ -32,7 +32,7 @@ class Entry:
 
 
 def entries(section: Section) -> Iterator[Entry]:
-    """The lines of a section that aren't blank: `value : label`, `label=value`, or a value."""
+    """Return a section's lines that aren't blank: `value : label`, `label=value`, or a value."""
     for line in section.lines:
         text = line.text.strip()
         if between := _BETWEEN.search(text):

@@ -11,9 +11,9 @@ class InputFileError(ParsingError):
     """An input file that can't be read, with the place where reading stopped.
 
     Args:
-        section: name of the section, without brackets.
-        line: line of the file, counted from 1.
-        problem: what is wrong there, as a sentence without its full stop.
+        section: Name of the section, without brackets.
+        line: Line of the file, counted from 1.
+        problem: What is wrong there, as a sentence without its full stop.
     """
 
     def __init__(self, section: str, line: int, problem: str) -> None:

@@ -15,9 +15,9 @@ class LevelLayer:
     """A layer of a column.
 
     Args:
-        line: line of the file where its material stands.
-        top: level of its top in metres.
-        material: name of the material.
+        line: Line of the file where its material stands.
+        top: Level of its top in metres.
+        material: Name of the material.
     """
 
     line: int
@@ -30,9 +30,9 @@ class Geometry1D:
     """A column.
 
     Args:
-        layers: from top to bottom, at least one.
-        phreatic_level: in metres.
-        bottom: level of the bottom in metres, below the top of the last layer.
+        layers: From top to bottom, at least one.
+        phreatic_level: In metres.
+        bottom: Level of the bottom in metres, below the top of the last layer.
     """
 
     layers: tuple[LevelLayer, ...]
@@ -41,10 +41,10 @@ class Geometry1D:
 
 
 def read_geometry_1d(whole: Section) -> Geometry1D:
-    """The column of a one-dimensional file.
+    """Return the column of a one-dimensional file.
 
     Raises:
-        InputFileError: the section is malformed, or the levels don't descend from the first layer
+        InputFileError: The section is malformed, or the levels don't descend from the first layer
             to the bottom.
     """
     cursor = whole.section("GEOMETRY 1D DATA").cursor()

@@ -20,9 +20,9 @@ class Chain:
     """A boundary or a pl-line.
 
     Args:
-        line: line of the file where its curves end.
-        curves: the numbers of its curves.
-        points: the points along them, none twice in a row.
+        line: Line of the file where its curves end.
+        curves: The numbers of its curves.
+        points: The points along them, none twice in a row.
     """
 
     line: int
@@ -35,12 +35,12 @@ class LayerBetween:
     """A layer between two boundaries.
 
     Args:
-        line: line of the file where its material stands.
-        material: name of the material.
-        pl_top: number of the pl-line at the top, or `NO_PL_LINE` or `INTERPOLATED`.
-        pl_bottom: the same at the bottom.
-        top: number of the boundary at the top.
-        bottom: number of the boundary at the bottom.
+        line: Line of the file where its material stands.
+        material: Name of the material.
+        pl_top: Number of the pl-line at the top, or `NO_PL_LINE` or `INTERPOLATED`.
+        pl_bottom: The same at the bottom.
+        top: Number of the boundary at the top.
+        bottom: Number of the boundary at the bottom.
     """
 
     line: int
@@ -56,12 +56,12 @@ class Geometry2D:
     """A cross-section.
 
     Args:
-        points: the points by number.
-        curves: the numbers of the points of each curve, by its number.
-        boundaries: the boundaries by number, the lowest first.
-        pl_lines: the piezometric level lines by number.
-        phreatic_line: the number of the pl-line that is the phreatic line.
-        layers: the layers, the lowest first.
+        points: The points by number.
+        curves: The numbers of the points of each curve, by its number.
+        boundaries: The boundaries by number, the lowest first.
+        pl_lines: The piezometric level lines by number.
+        phreatic_line: The number of the pl-line that is the phreatic line.
+        layers: The layers, the lowest first.
     """
 
     points: Mapping[int, Point]
@@ -73,10 +73,10 @@ class Geometry2D:
 
 
 def read_geometry_2d(whole: Section) -> Geometry2D:
-    """The cross-section of a two-dimensional file.
+    """Return the cross-section of a two-dimensional file.
 
     Raises:
-        InputFileError: the section is malformed, or it refers to what doesn't exist.
+        InputFileError: The section is malformed, or it refers to what doesn't exist.
     """
     section = whole.section("GEOMETRY DATA")
     points = _read_points(section)
@@ -94,10 +94,10 @@ def read_geometry_2d(whole: Section) -> Geometry2D:
 
 
 def read_pl_line(cursor: Cursor, pl_lines: Collection[int]) -> int:
-    """The number of a pl-line that the next line starts with.
+    """Return the number of a pl-line that the next line starts with.
 
     Raises:
-        InputFileError: there is no such line.
+        InputFileError: There is no such line.
     """
     number = cursor.integer("the number of a piezometric level line")
     check_pl_line(cursor, number, pl_lines)
@@ -108,7 +108,7 @@ def check_pl_line(cursor: Cursor, number: int, pl_lines: Collection[int]) -> Non
     """Refuse the number of a pl-line that doesn't exist.
 
     Raises:
-        InputFileError: it doesn't.
+        InputFileError: It doesn't.
     """
     if number not in pl_lines:
         raise cursor.error(f"piezometric level line {number} does not exist")

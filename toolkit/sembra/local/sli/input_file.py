@@ -31,10 +31,10 @@ class InputFile:
     Each part is read when it is first asked for, and raises `InputFileError` if it is malformed.
 
     Args:
-        text: the file, with CRLF, LF or CR as line ends.
+        text: The file, with CRLF, LF or CR as line ends.
 
     Raises:
-        InputFileError: there is no input in the text.
+        InputFileError: There is no input in the text.
     """
 
     def __init__(self, text: str) -> None:
@@ -47,11 +47,11 @@ class InputFile:
         """Read a file from the disk.
 
         Args:
-            path: an input file or a result file, in UTF-8 or in the code page of the tool, cp1252.
+            path: An input file or a result file, in UTF-8 or in the code page of the tool, cp1252.
 
         Raises:
-            OSError: the file can't be read.
-            InputFileError: there is no input in it.
+            OSError: The file can't be read.
+            InputFileError: There is no input in it.
         """
         return cls(decode(Path(path).read_bytes()))
 

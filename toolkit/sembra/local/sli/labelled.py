@@ -17,10 +17,10 @@ class Labelled:
             self._entries.setdefault(entry.label, entry)
 
     def entry(self, label: str) -> Entry:
-        """The line of a label.
+        """Return the line of a label.
 
         Raises:
-            InputFileError: there is none.
+            InputFileError: There is none.
         """
         try:
             return self._entries[label]
@@ -28,26 +28,26 @@ class Labelled:
             raise self._section.error(f'"{label}" is missing') from None
 
     def number(self, label: str) -> float:
-        """The number in front of a label."""
+        """Return the number in front of a label."""
         entry = self.entry(label)
         return parse_number(self._section, entry.line, label, entry.value)
 
     def code(self, label: str) -> int:
-        """The whole number in front of a label."""
+        """Return the whole number in front of a label."""
         value = self.number(label)
         if not value.is_integer():
             raise self.error(label, f"{label} should be a whole number and is {value:g}")
         return int(value)
 
     def one_of(self, label: str, known: Iterable[int]) -> int:
-        """The code in front of a label, which is one of the known ones."""
+        """Return the code in front of a label, which is one of the known ones."""
         code = self.code(label)
         if code not in known:
             raise self.error(label, f"{label} {code} is unknown")
         return code
 
     def switch(self, label: str, *, absent: bool | None = None) -> bool:
-        """The switch in front of a label; `absent` is its value in files that don't have it."""
+        """Return the switch in front of a label; `absent` is its value where there is none."""
         if absent is not None and label not in self._entries:
             return absent
         value = self.number(label)
@@ -56,5 +56,5 @@ class Labelled:
         return value == 1
 
     def error(self, label: str, problem: str) -> InputFileError:
-        """An error at the line of a label."""
+        """Return an error at the line of a label."""
         return self._section.error(problem, self.entry(label).line)

@@ -12,9 +12,9 @@ class StatedMaterial:
     """A material.
 
     Args:
-        section: its section of the file.
-        name: its name.
-        values: its values by what the file calls them, such as "SoilGamDry".
+        section: Its section of the file.
+        name: Its name.
+        values: Its values by what the file calls them, such as "SoilGamDry".
     """
 
     section: Section
@@ -22,23 +22,23 @@ class StatedMaterial:
     values: Mapping[str, Line]
 
     def number(self, key: str) -> float:
-        """Value of a key, as a number.
+        """Return the value of a key, as a number.
 
         Raises:
-            InputFileError: it is missing, or no finite number.
+            InputFileError: It is missing, or no finite number.
         """
         line = self.line(key)
         return parse_number(self.section, line.number, key, line.text)
 
     def flag(self, key: str) -> bool:
-        """Value of a switch, 0 or 1."""
+        """Return the value of a switch, 0 or 1."""
         value = self.number(key)
         if value not in (0, 1):
             raise self.error(key, f"{key} should be 0 or 1 and is {value:g}")
         return value == 1
 
     def code(self, key: str, known: Iterable[int]) -> int:
-        """Value of a key that is one of some known codes."""
+        """Return the value of a key that is one of some known codes."""
         value = self.number(key)
         for code in known:
             if code == value:
@@ -46,14 +46,14 @@ class StatedMaterial:
         raise self.error(key, f"{key} {value:g} is unknown")
 
     def error(self, key: str, problem: str) -> InputFileError:
-        """An error at the line of a key."""
+        """Return an error at the line of a key."""
         return self.section.error(problem, self.line(key).number)
 
     def line(self, key: str) -> Line:
-        """Value of a key, as a text with its line.
+        """Return the value of a key, as a text with its line.
 
         Raises:
-            InputFileError: it is missing.
+            InputFileError: It is missing.
         """
         try:
             return self.values[key]
@@ -62,10 +62,10 @@ class StatedMaterial:
 
 
 def read_materials(whole: Section) -> dict[str, StatedMaterial]:
-    """The materials of a file by name.
+    """Return the materials of a file by name.
 
     Raises:
-        InputFileError: the section is malformed, or a name stands twice.
+        InputFileError: The section is malformed, or a name stands twice.
     """
     materials: dict[str, StatedMaterial] = {}
     for section in whole.section("SOIL COLLECTION").sections("SOIL"):

@@ -15,13 +15,13 @@ class NonUniformLoad:
     """A load by the weight of soil below an outline.
 
     Args:
-        line: line of the file where its times stand.
-        name: its name.
-        time: when it comes, in days; -1 for an initial load.
-        unit_weight_dry: above the phreatic level, in kN/m³.
-        unit_weight_wet: below it, in kN/m³.
-        temporary: whether it is removed again.
-        end_time: when a temporary one is removed, in days.
+        line: Line of the file where its times stand.
+        name: Its name.
+        time: When it comes, in days; -1 for an initial load.
+        unit_weight_dry: Above the phreatic level, in kN/m³.
+        unit_weight_wet: Below it, in kN/m³.
+        temporary: Whether it is removed again.
+        end_time: When a temporary one is removed, in days.
         outline: x and level of each point in metres.
     """
 
@@ -36,10 +36,10 @@ class NonUniformLoad:
 
 
 def read_non_uniform_loads(whole: Section) -> tuple[NonUniformLoad, ...]:
-    """The non-uniform loads of the file, in its order.
+    """Return the non-uniform loads of the file, in its order.
 
     Raises:
-        InputFileError: the section is malformed.
+        InputFileError: The section is malformed.
     """
     cursor = whole.section("NON-UNIFORM LOADS").cursor()
     count = cursor.count("the number of loads")

@@ -28,13 +28,13 @@ class OtherLoad:
     """A load that is described by numbers alone.
 
     Args:
-        line: line of the file where its kind stands.
-        name: its name.
-        kind: its kind.
-        time: when it comes, in days; -1 for an initial load.
-        weight: of a trapeziform or uniform load, the unit weight in kN/m³ and the height in metres;
+        line: Line of the file where its kind stands.
+        name: Its name.
+        kind: Its kind.
+        time: When it comes, in days; -1 for an initial load.
+        weight: Of a trapeziform or uniform load, the unit weight in kN/m³ and the height in metres;
             of a circular or rectangular one, the pressure in kPa and the shape factor alpha.
-        place: the place and size as in the file, in metres: xl, xm, xr, Xp and Yp of a trapeziform
+        place: The place and size as in the file, in metres: xl, xm, xr, Xp and Yp of a trapeziform
             load; Xcp, Ycp, Zcp and the radius of a circular one; Xcp, Ycp, Zcp, xwidth and zwidth
             of a rectangular one; the level of application of a uniform one.
     """
@@ -52,10 +52,10 @@ class UnknownLoad:
     """A load of a kind that isn't known, such as a tank.
 
     Args:
-        line: line of the file where its kind stands.
-        name: its name.
-        code: the code of its kind.
-        word: what the file calls its kind.
+        line: Line of the file where its kind stands.
+        name: Its name.
+        code: The code of its kind.
+        word: What the file calls its kind.
     """
 
     line: int
@@ -77,10 +77,10 @@ _PLACE = {
 
 
 def read_other_loads(whole: Section) -> tuple[OtherLoad, ...]:
-    """The loads of the section, in its order.
+    """Return the loads of the section, in its order.
 
     Raises:
-        InputFileError: the section is malformed, or there is a load of a kind that isn't known.
+        InputFileError: The section is malformed, or there is a load of a kind that isn't known.
     """
     cursor = whole.section("OTHER LOADS").cursor()
     count = cursor.count("the number of loads")
@@ -88,12 +88,12 @@ def read_other_loads(whole: Section) -> tuple[OtherLoad, ...]:
 
 
 def find_unknown_loads(whole: Section) -> tuple[UnknownLoad, ...]:
-    """The loads of kinds that aren't known.
+    """Return the loads of kinds that aren't known.
 
     Where there is one, nobody knows where the next load begins: none of the section can be read.
 
     Raises:
-        InputFileError: there is no such section.
+        InputFileError: There is no such section.
     """
     found = (
         UnknownLoad(line.number, name.text.strip(), int(kind[1]), kind[2])

@@ -31,17 +31,17 @@ class Section:
         return [line.text for line in self.lines]
 
     def section(self, name: str) -> "Section":
-        """The first section of that name inside this one.
+        """Return the first section of that name inside this one.
 
         Raises:
-            InputFileError: there is none, or it isn't closed.
+            InputFileError: There is none, or it isn't closed.
         """
         for section in self.sections(name):
             return section
         raise InputFileError(self.name, self.number, f"there is no section [{name}]")
 
     def sections(self, name: str) -> Iterator["Section"]:
-        """All sections of that name inside this one, in file order."""
+        """Return all sections of that name inside this one, in file order."""
         opened: int | None = None
         for index, line in enumerate(self.lines):
             tag = line.text.strip()
@@ -54,10 +54,10 @@ class Section:
             raise InputFileError(name, self.lines[opened].number, "the section is not closed")
 
     def outermost(self) -> Iterator["Section"]:
-        """The sections inside this one that are in no other, in file order.
+        """Return the sections inside this one that are in no other, in file order.
 
         Raises:
-            InputFileError: one isn't closed.
+            InputFileError: One isn't closed.
         """
         opened: int | None = None
         name = ""
@@ -73,11 +73,11 @@ class Section:
             raise InputFileError(name, self.lines[opened].number, "the section is not closed")
 
     def cursor(self) -> "Cursor":
-        """A cursor at the first line."""
+        """Return a cursor at the first line."""
         return Cursor(self)
 
     def values(self) -> dict[str, Line]:
-        """The lines of the form `key=value`, as value by key."""
+        """Return the lines of the form `key=value`, as value by key."""
         pairs = {}
         for line in self.lines:
             key, separator, value = line.text.partition("=")
@@ -86,7 +86,7 @@ class Section:
         return pairs
 
     def error(self, problem: str, line: int | None = None) -> InputFileError:
-        """An error about this section, at its first line unless another one is given."""
+        """Return an error about this section, at its first line unless another one is given."""
         return InputFileError(self.name, self.number if line is None else line, problem)
 
 
@@ -105,10 +105,10 @@ class Cursor:
         return self._section.lines[self._index - 1].number
 
     def name(self, what: str) -> str:
-        """The next line without surrounding blanks, which may be empty.
+        """Return the next line without surrounding blanks, which may be empty.
 
         Args:
-            what: names the line in the error at the end of the section.
+            what: Names the line in the error at the end of the section.
         """
         if self._index == len(self._section.lines):
             raise self.error(f"{what} is missing")
@@ -116,31 +116,31 @@ class Cursor:
         return self._section.lines[self._index - 1].text.strip()
 
     def text(self, what: str) -> str:
-        """The next line that isn't blank, without surrounding blanks."""
+        """Return the next line that isn't blank, without surrounding blanks."""
         while not (line := self.name(what)):
             pass
         return line
 
     def number(self, what: str) -> float:
-        """The number that the next line starts with."""
+        """Return the number that the next line starts with."""
         return self.numbers(what, 1)[0]
 
     def numbers(self, what: str, count: int) -> list[float]:
-        """The `count` numbers that the next line starts with."""
+        """Return the `count` numbers that the next line starts with."""
         fields = self.text(what).split()
         if len(fields) < count:
             raise self.error(f"{what} should be {count} numbers")
         return [parse_number(self._section, self.line_number, what, f) for f in fields[:count]]
 
     def integer(self, what: str) -> int:
-        """The whole number that the next line starts with."""
+        """Return the whole number that the next line starts with."""
         value = self.number(what)
         if not value.is_integer():
             raise self.error(f"{what} should be a whole number and is {value:g}")
         return int(value)
 
     def integers(self, what: str, count: int) -> list[int]:
-        """The next `count` whole numbers, over as many lines as they take."""
+        """Return the next `count` whole numbers, over as many lines as they take."""
         values: list[int] = []
         while len(values) < count:
             for field in self.text(what).split()[: count - len(values)]:
@@ -151,22 +151,22 @@ class Cursor:
         return values
 
     def count(self, what: str) -> int:
-        """The whole number, not negative, that the next line starts with."""
+        """Return the whole number, not negative, that the next line starts with."""
         value = self.integer(what)
         if value < 0:
             raise self.error(f"{what} should not be negative and is {value}")
         return value
 
     def error(self, problem: str) -> InputFileError:
-        """An error at the line that was read last."""
+        """Return an error at the line that was read last."""
         return InputFileError(self._section.name, self.line_number, problem)
 
 
 def parse_number(section: Section, line: int, what: str, field: str) -> float:
-    """The finite number that a field holds.
+    """Return the finite number that a field holds.
 
     Raises:
-        InputFileError: the field is no number, or not a finite one.
+        InputFileError: The field is no number, or not a finite one.
     """
     try:
         value = float(field)
@@ -178,11 +178,11 @@ def parse_number(section: Section, line: int, what: str, field: str) -> float:
 
 
 def split_lines(text: str) -> list[str]:
-    """The lines of a text with CRLF, LF or CR as line ends, and with no other ones."""
+    """Return the lines of a text with CRLF, LF or CR as line ends, and with no other ones."""
     return text.replace("\r\n", "\n").replace("\r", "\n").split("\n")
 
 
 def read_whole(text: str) -> "Section":
-    """The whole text of a file as one section, named after the file."""
+    """Return the whole text of a file as one section, named after the file."""
     lines = split_lines(text)
     return Section("INPUT FILE", 1, tuple(Line(i, line) for i, line in enumerate(lines, 1)))

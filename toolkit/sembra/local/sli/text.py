@@ -2,7 +2,7 @@
 
 
 def decode(data: bytes) -> str:
-    """The text of a file: UTF-8, or the Windows code page that the tool itself writes.
+    """Return the text of a file: UTF-8, or the Windows code page that the tool itself writes.
 
     A byte that has no character there is shown by its number.
     """

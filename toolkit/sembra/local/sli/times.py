@@ -14,10 +14,10 @@ class StatedTime:
 
 
 def read_residual_times(whole: Section) -> tuple[StatedTime, ...]:
-    """The times for which residual settlements are wanted, in the order of the file.
+    """Return the times for which residual settlements are wanted, in the order of the file.
 
     Raises:
-        InputFileError: the section is malformed.
+        InputFileError: The section is malformed.
     """
     cursor = whole.section("RESIDUAL TIMES").cursor()
     times = []

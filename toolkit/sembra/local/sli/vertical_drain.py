@@ -16,11 +16,11 @@ class Row:
     """A row of a detailed schedule.
 
     Args:
-        line: line of the file.
-        time: in days.
-        underpressure: in kPa.
-        water_level: in the drains, in metres.
-        tube_pressure: in the drain pipe of a sand wall, in kPa.
+        line: Line of the file.
+        time: In days.
+        underpressure: In kPa.
+        water_level: In the drains, in metres.
+        tube_pressure: In the drain pipe of a sand wall, in kPa.
     """
 
     line: int
@@ -35,9 +35,9 @@ class StatedSchedule:
     """When water is pumped out of the drains.
 
     Args:
-        line: line of the file where the kind stands.
-        code: the kind of schedule: 0 for none, 1 for a simple one, 2 for a detailed one.
-        rows: those of the detailed one.
+        line: Line of the file where the kind stands.
+        code: The kind of schedule: 0 for none, 1 for a simple one, 2 for a detailed one.
+        rows: Those of the detailed one.
     """
 
     line: int
@@ -46,13 +46,13 @@ class StatedSchedule:
 
 
 def read_schedule(section: Section) -> StatedSchedule:
-    """The schedule of the drains.
+    """Return the schedule of the drains.
 
     Args:
-        section: the section of the drains.
+        section: The section of the drains.
 
     Raises:
-        InputFileError: the section is malformed.
+        InputFileError: The section is malformed.
     """
     found = [i for i, line in enumerate(section.lines) if _SCHEDULE in line.text]
     if len(found) < 2:

@@ -15,10 +15,10 @@ class StatedVertical:
 
 
 def read_verticals(whole: Section) -> tuple[StatedVertical, ...]:
-    """The verticals of the file, in its order.
+    """Return the verticals of the file, in its order.
 
     Raises:
-        InputFileError: the section is malformed.
+        InputFileError: The section is malformed.
     """
     cursor = whole.section("VERTICALS").cursor()
     verticals = []

@@ -4,10 +4,10 @@ from sembra.local.sli.sections import Section
 
 
 def read_water_unit_weight(whole: Section) -> float:
-    """The unit weight of water in kN/m³.
+    """Return the unit weight of water in kN/m³.
 
     Raises:
-        InputFileError: the section is malformed, or the unit weight isn't greater than zero.
+        InputFileError: The section is malformed, or the unit weight isn't greater than zero.
     """
     cursor = whole.section("WATER").cursor()
     value = cursor.number("the unit weight of water")

@@ -21,11 +21,11 @@ class WaterLoad:
     """Water levels from a time on.
 
     Args:
-        line: line of the file where its time stands.
-        name: its name.
-        time: in days.
-        phreatic_line: number of the pl-line that is the phreatic line.
-        pl_lines: those at top and bottom of each layer, the lowest layer first.
+        line: Line of the file where its time stands.
+        name: Its name.
+        time: In days.
+        phreatic_line: Number of the pl-line that is the phreatic line.
+        pl_lines: Those at top and bottom of each layer, the lowest layer first.
     """
 
     line: int
@@ -36,10 +36,10 @@ class WaterLoad:
 
 
 def count_water_loads(whole: Section) -> int:
-    """How many water loads the file has.
+    """Return how many water loads the file has.
 
     Raises:
-        InputFileError: the section doesn't say so.
+        InputFileError: The section doesn't say so.
     """
     return whole.section("WATER LOADS").cursor().count("the number of loads")
 
@@ -47,15 +47,15 @@ def count_water_loads(whole: Section) -> int:
 def read_water_loads(
     whole: Section, layers: int, pl_lines: Collection[int]
 ) -> tuple[WaterLoad, ...]:
-    """The water loads of the file, in its order.
+    """Return the water loads of the file, in its order.
 
     Args:
-        whole: the whole file.
-        layers: how many layers the cross-section has.
-        pl_lines: the numbers of its pl-lines.
+        whole: The whole file.
+        layers: How many layers the cross-section has.
+        pl_lines: The numbers of its pl-lines.
 
     Raises:
-        InputFileError: the section is malformed, or it refers to what doesn't exist.
+        InputFileError: The section is malformed, or it refers to what doesn't exist.
     """
     cursor = whole.section("WATER LOADS").cursor()
     count = cursor.count("the number of loads")

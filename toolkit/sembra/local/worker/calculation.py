@@ -36,11 +36,11 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
     """Return the results of all columns in the order of the verticals.
 
     Args:
-        project: the input.
-        report: is told the fraction done, from 0 to 1, after each column.
+        project: The input.
+        report: Is told the fraction done, from 0 to 1, after each column.
 
     Raises:
-        WorkerError: an effective stress isn't positive, a layer can't consolidate, loads that
+        WorkerError: An effective stress isn't positive, a layer can't consolidate, loads that
             submerge don't come to rest, the profile can't be maintained, or a result is no finite
             number.
     """
@@ -148,8 +148,8 @@ def _longer_step(before: tuple[Floats, Floats], now: tuple[Floats, Floats]) -> f
     """Return how many times as far as it settled in this repetition the ground will settle.
 
     Args:
-        before: heights in one repetition, and by how much more the ground settled.
-        now: the same in the next.
+        before: Heights in one repetition, and by how much more the ground settled.
+        now: The same in the next.
     """
     heights, rests = now[0] - before[0], now[1] - before[1]
     # One less the slope of settlement over height: what the rest falls by for each metre.

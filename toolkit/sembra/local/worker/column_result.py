@@ -21,13 +21,13 @@ class TerzaghiStresses:
     """Stresses of a calculation by Terzaghi, which has no history of pore pressures.
 
     Attributes:
-        initial_total: total stress at the nodes before the first load step, shape (nodes,).
-        initial_water: pore pressure at the nodes then, shape (nodes,).
-        final_total: total stress at the nodes in the end, shape (nodes,).
-        final_water: pore pressure at the nodes in the end, shape (nodes,).
-        loading: effective stress at the nodes, after consolidation, under the loads that came
+        initial_total: Total stress at the nodes before the first load step, shape (nodes,).
+        initial_water: Pore pressure at the nodes then, shape (nodes,).
+        final_total: Total stress at the nodes in the end, shape (nodes,).
+        final_water: Pore pressure at the nodes in the end, shape (nodes,).
+        loading: Effective stress at the nodes, after consolidation, under the loads that came
             before each time, shape (times, nodes).
-        preconsolidation: preconsolidation pressure of the elements, shape (nodes - 1,); None for
+        preconsolidation: Preconsolidation pressure of the elements, shape (nodes - 1,); None for
             Isotache, whose files don't have it.
     """
 
@@ -44,19 +44,19 @@ class DarcyHistory:
     """Stresses and pore pressures of a calculation by Darcy.
 
     Attributes:
-        initial_effective: effective stress at the nodes before the first load step, shape (nodes,).
-        effective: effective stress at the nodes, shape (times, nodes).
-        head: hydraulic head at the nodes, that is, level + pore pressure / unit weight of water
+        initial_effective: Effective stress at the nodes before the first load step, shape (nodes,).
+        effective: Effective stress at the nodes, shape (times, nodes).
+        head: Hydraulic head at the nodes, that is, level + pore pressure / unit weight of water
             [m], shape (times, nodes).
-        loading: increase of the total stress by the loads that came before each time at the nodes,
+        loading: Increase of the total stress by the loads that came before each time at the nodes,
             shape (times, nodes).
-        upper_amplitudes: amplitude of the convolution at the upper end of the elements [m of
+        upper_amplitudes: Amplitude of the convolution at the upper end of the elements [m of
             water], of the step that ends at the time, shape (times, nodes - 1); 0 at time 0.
-        lower_amplitudes: likewise at their lower end.
+        lower_amplitudes: Likewise at their lower end.
         normalized_coefficients: 4 K / (S h²) of the elements for the step that begins at the time
             [1/day], shape (times, nodes - 1); 0 in a drained element.
-        leakages: flow to vertical drains of the elements, shape (nodes - 1,).
-        drained: whether the element's layer is drained, shape (nodes - 1,).
+        leakages: Flow to vertical drains of the elements, shape (nodes - 1,).
+        drained: Whether the element's layer is drained, shape (nodes - 1,).
     """
 
     initial_effective: Floats
@@ -75,7 +75,7 @@ class Dissipation:
     """Degree of consolidation of the layers, counted as for one load at time 0.
 
     Attributes:
-        times: shape (dissipation times,).
+        times: Shape (dissipation times,).
         degrees: 1 when all excess pressure is gone, shape (layers, dissipation times). By Darcy
             they can fall, as creep makes new excess, and pass 1, where drains draw pressure down.
     """
@@ -89,18 +89,18 @@ class ColumnResult:
     """What is calculated for one vertical.
 
     Attributes:
-        column: the ground below the vertical.
-        mesh: its nodes.
-        times: all times of the calculation, from 0 to its end, shape (times,).
-        settlements: settlement of the nodes, shape (times, nodes); 0 at the lowest.
-        consolidation: the stresses, as the kind of consolidation has them.
-        load_settlements: settlement of the surface by the first load step, by the first two, and
+        column: The ground below the vertical.
+        mesh: Its nodes.
+        times: All times of the calculation, from 0 to its end, shape (times,).
+        settlements: Settlement of the nodes, shape (times, nodes); 0 at the lowest.
+        consolidation: The stresses, as the kind of consolidation has them.
+        load_settlements: Settlement of the surface by the first load step, by the first two, and
             so on, shape (times, load steps). Always there for Terzaghi; for Darcy only with the
             option "Predict settlements omitting additional loadsteps", else None.
-        layer_settlements: settlement of each layer by kind, for NEN-Koppejan; None for the other
+        layer_settlements: Settlement of each layer by kind, for NEN-Koppejan; None for the other
             models.
-        dissipation: where the input file wants it, else None.
-        remarks: what the user should know about it, as whole sentences.
+        dissipation: Where the input file wants it, else None.
+        remarks: What the user should know about it, as whole sentences.
         superelevation: cross-section of the superelevation, in m², if the profile is maintained.
     """
 

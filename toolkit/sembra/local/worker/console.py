@@ -26,10 +26,10 @@ _LONGEST_REASON = 2000
 
 
 def configured_command() -> list[str]:
-    """The command that the environment names, as a list of arguments; empty if it names none.
+    """Return the command that the environment names, as arguments; empty if it names none.
 
     Raises:
-        WorkerError: the setting is neither a file nor a command line.
+        WorkerError: The setting is neither a file nor a command line.
     """
     setting = os.environ.get(SETTING, "").strip()
     if Path(setting).is_file():
@@ -41,17 +41,17 @@ def configured_command() -> list[str]:
 
 
 def run_console(command: list[str], data: bytes) -> dict[str, bytes]:
-    """Calculates an input file with a console program.
+    """Calculate an input file with a console program.
 
     Args:
-        command: the program and what stands in front of `/b`.
-        data: the input file.
+        command: The program and what stands in front of `/b`.
+        data: The input file.
 
     Returns:
         The result files by extension, ".sld" always among them.
 
     Raises:
-        WorkerError: the program can't be started, fails, or leaves no results; the message holds
+        WorkerError: The program can't be started, fails, or leaves no results; the message holds
             what it wrote about it.
     """
     with tempfile.TemporaryDirectory(prefix="dsettlement-") as name:

@@ -23,9 +23,9 @@ def dissipation(
     settlements: where it lacks something there is none, and a sentence says so.
 
     Args:
-        project: the input.
-        column: the column that it is wanted for.
-        sinking: whether the ground sinks into the water from one time to the next.
+        project: The input.
+        column: The column that it is wanted for.
+        sinking: Whether the ground sinks into the water from one time to the next.
     """
     starts = []
     if project.options.superelevation:

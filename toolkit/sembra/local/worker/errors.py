@@ -22,7 +22,7 @@ class NotCoveredError(WorkerError):
     """An input file that asks for what the worker doesn't calculate.
 
     Args:
-        gaps: what that is, each in words that can stand behind "does not cover".
+        gaps: What that is, each in words that can stand behind "does not cover".
     """
 
     def __init__(self, *gaps: str) -> None:
@@ -34,9 +34,9 @@ class LocalError(WorkerError):
     """A problem that many places can have by one cause, of which the worst is told.
 
     Args:
-        cause: what makes it.
-        severity: how bad it is here.
-        sentence: what it is, cause and place included.
+        cause: What makes it.
+        severity: How bad it is here.
+        sentence: What it is, cause and place included.
     """
 
     def __init__(self, cause: str, severity: float, sentence: str) -> None:
@@ -49,8 +49,8 @@ class LackError(WorkerError):
     """Materials that lack a value.
 
     Args:
-        names: their names, at least one.
-        what: what they need, as it stands in a sentence.
+        names: Their names, at least one.
+        what: What they need, as it stands in a sentence.
     """
 
     def __init__(self, names: Sequence[str], what: str) -> None:
@@ -63,7 +63,7 @@ class Problems:
     """What stands in the way of a calculation, gathered so that one message names all of it.
 
     Args:
-        gaps: what isn't calculated, each in words that can stand behind "does not cover".
+        gaps: What isn't calculated, each in words that can stand behind "does not cover".
     """
 
     def __init__(self, gaps: Sequence[str] = ()) -> None:
@@ -88,8 +88,8 @@ class Problems:
         """Refuse to go on if anything stands in the way.
 
         Raises:
-            NotCoveredError: with all of it, if the worker covers none of it.
-            WorkerError: with all of it, if some of it can't be calculated at all.
+            NotCoveredError: With all of it, if the worker covers none of it.
+            WorkerError: With all of it, if some of it can't be calculated at all.
         """
         if self._gaps and not self._found:
             raise NotCoveredError(*self._gaps)
@@ -124,9 +124,9 @@ def named(kind: str, names: Sequence[str], verb: str = "need") -> str:
     """Return the beginning of a sentence on what one or several things do.
 
     Args:
-        kind: what they are, in the singular.
-        names: their names, at least one.
-        verb: what they do, in the plural.
+        kind: What they are, in the singular.
+        names: Their names, at least one.
+        verb: What they do, in the plural.
     """
     several = len(names) > 1
     return f"The {kind}{'s' * several} {listed(names)} {verb}{'s' * (not several)}"

@@ -32,13 +32,13 @@ def calculate_columns(
     """Return the stresses and settlements of columns below some loads.
 
     Args:
-        situations: the columns before the first load.
-        project: the input.
-        loads: the loads, in place of those of the project.
-        sinking: whether the loads sink into the water with the columns, from one time to the next.
+        situations: The columns before the first load.
+        project: The input.
+        loads: The loads, in place of those of the project.
+        sinking: Whether the loads sink into the water with the columns, from one time to the next.
 
     Raises:
-        WorkerError: an effective stress isn't positive, or a layer can't consolidate.
+        WorkerError: An effective stress isn't positive, or a layer can't consolidate.
     """
     loaded = [replace(one, loads=loads, options=project.options) for one in situations]
     consolidated = project.consolidation.consolidate(loaded, sinking=sinking)
@@ -49,12 +49,12 @@ def make_situation(column: Column, project: Project, loads: Sequence[Load]) -> S
     """Return a column before the first load, and what is going to happen to it.
 
     Args:
-        column: the column.
-        project: the input.
-        loads: all loads, initial ones too, which need not be those of the input.
+        column: The column.
+        project: The input.
+        loads: All loads, initial ones too, which need not be those of the input.
 
     Raises:
-        WorkerError: an effective stress isn't positive.
+        WorkerError: An effective stress isn't positive.
     """
     options = project.options
     mesh = make_mesh(column)

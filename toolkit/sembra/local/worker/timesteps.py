@@ -20,7 +20,7 @@ _TOLERANCE = 1e-9
 
 
 def step_times(duration: float) -> list[float]:
-    """Times after the start of a load step of a duration, in days; the last is the duration."""
+    """Return the times after the start of a load step, in days; the last is its duration."""
     if duration <= FIRST_STEP + _TOLERANCE:
         return [duration]
     span = math.log((duration + _SHIFT) / (FIRST_STEP + _SHIFT))
@@ -33,12 +33,12 @@ def step_times(duration: float) -> list[float]:
 def calculation_times(
     load_times: Sequence[float], end: float, wanted: Iterable[float] = ()
 ) -> Floats:
-    """All times of a calculation in ascending order, from 0 to the end, without repeats.
+    """Return all times of a calculation in ascending order, from 0 to the end, without repeats.
 
     Args:
-        load_times: times at which loads come, in days.
-        end: end of the calculation, in days.
-        wanted: further times that results are wanted for, in days, from 0 to the end.
+        load_times: Times at which loads come, in days.
+        end: End of the calculation, in days.
+        wanted: Further times that results are wanted for, in days, from 0 to the end.
     """
     starts = sorted({0.0, *(time for time in load_times if 0 < time < end)})
     times = [0.0]

@@ -20,15 +20,15 @@ class Situation:
     """A column and what happens to it.
 
     Args:
-        column: the column.
-        mesh: its mesh.
-        initial: effective stress at the nodes before the first load, in kPa.
-        water: pore pressure at the nodes then, in kPa.
-        model: the soil model of its elements.
-        loads: all loads, initial ones too.
-        drains: the drains of the file, if there are any.
-        options: the calculation options.
-        wanted_times: times in days that results are wanted for, beside those of the calculation.
+        column: The column.
+        mesh: Its mesh.
+        initial: Effective stress at the nodes before the first load, in kPa.
+        water: Pore pressure at the nodes then, in kPa.
+        model: The soil model of its elements.
+        loads: All loads, initial ones too.
+        drains: The drains of the file, if there are any.
+        options: The calculation options.
+        wanted_times: Times in days that results are wanted for, beside those of the calculation.
     """
 
     column: Column
@@ -47,12 +47,12 @@ class Consolidated:
     """What becomes of a column.
 
     Args:
-        times: all times of the calculation, from 0 to its end, shape (times,).
-        strain: strain of the elements relative to their initial height, shape (times, elements).
-        load_settlements: settlement of the surface by the first load step, by the first two, and
+        times: All times of the calculation, from 0 to its end, shape (times,).
+        strain: Strain of the elements relative to their initial height, shape (times, elements).
+        load_settlements: Settlement of the surface by the first load step, by the first two, and
             so on, shape (times, load steps), or None if the tool doesn't give it.
-        stresses: the stresses, as the kind of consolidation has them.
-        drained: effective stress of the elements after each step of loads or dewatering, in kPa,
+        stresses: The stresses, as the kind of consolidation has them.
+        drained: Effective stress of the elements after each step of loads or dewatering, in kPa,
             once all water is out that it presses out.
     """
 
@@ -79,12 +79,12 @@ class Consolidation(ABC):
         """Return what becomes of each of some columns of a project.
 
         Args:
-            situations: the columns, with the same loads.
-            sinking: whether the loads sink into the water with the columns, from one time to the
+            situations: The columns, with the same loads.
+            sinking: Whether the loads sink into the water with the columns, from one time to the
                 next; only for a kind that goes by steps.
 
         Raises:
-            WorkerError: an effective stress isn't positive, or a layer can't consolidate.
+            WorkerError: An effective stress isn't positive, or a layer can't consolidate.
         """
 
     @abstractmethod
@@ -94,12 +94,12 @@ class Consolidation(ABC):
         """Return the degree of consolidation of each layer, shape (layers, times).
 
         Args:
-            unloaded: a column without any loads, initial ones included.
-            load: increase of the effective stress at the nodes by all loads in the end, in kPa.
+            unloaded: A column without any loads, initial ones included.
+            load: Increase of the effective stress at the nodes by all loads in the end, in kPa.
                 It comes at time 0.
-            times: times in days, from 0 on.
-            sinking: as for `consolidate`.
+            times: Times in days, from 0 on.
+            sinking: As for `consolidate`.
 
         Raises:
-            WorkerError: a layer can't consolidate.
+            WorkerError: A layer can't consolidate.
         """

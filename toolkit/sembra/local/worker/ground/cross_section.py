@@ -48,7 +48,7 @@ class LevelGround:
         return _endless(self.ground.phreatic_level)
 
     def column(self, x: float, z: float) -> Column:
-        """The column below a vertical at x."""
+        """Return the column below a vertical at x."""
         return replace(self.ground, x=x, z=z)
 
 
@@ -70,12 +70,12 @@ class Geometry2D:
         return self.layers[0].top
 
     def column(self, x: float, z: float) -> Column:
-        """The column below the surface at x.
+        """Return the column below the surface at x.
 
         Layers that have no thickness at x are left out.
 
         Raises:
-            WorkerError: x lies outside the geometry, layers overlap, or a pore pressure has
+            WorkerError: `x` lies outside the geometry, layers overlap, or a pore pressure has
                 nothing to be interpolated from.
         """
         phreatic_level = self.phreatic_line.level(x)
@@ -105,7 +105,7 @@ def _endless(level: float) -> Polyline:
 def _heads(
     layers: tuple[LayerBetween, ...], x: float, phreatic_level: float
 ) -> list[tuple[float, float]]:
-    """Piezometric levels at top and bottom of each layer.
+    """Return the piezometric levels at top and bottom of each layer.
 
     A side without pressure has the level of the side itself.
     """
@@ -138,7 +138,7 @@ def _heads(
 def _interpolated(
     index: int, levels: list[float], known: dict[int, float], x: float, phreatic_level: float
 ) -> float:
-    """Height of water at a side, linear in level between the nearest known sides.
+    """Return the height of water at a side, linear in level between the nearest known sides.
 
     Where there is a suction at the upper one, above the phreatic line, it is linear from the line.
     """

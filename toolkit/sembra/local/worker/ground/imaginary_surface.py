@@ -48,7 +48,7 @@ class SoilAbove:
     pressures: Floats
 
     def stress(self, levels: Floats) -> Floats:
-        """Effective stress by it at levels below the imaginary surface, in kPa."""
+        """Return the effective stress by it at levels below the imaginary surface, in kPa."""
         return self.strips.shares(self.x, levels) @ self.pressures
 
 
@@ -61,7 +61,7 @@ class ImaginarySurface:
     pressures: Floats
 
     def at(self, x: float) -> SoilAbove:
-        """What stands above it as a vertical sees it."""
+        """Return what stands above it as a vertical sees it."""
         return SoilAbove(x, self.line.level(x), self.strips, self.pressures)
 
 
@@ -75,14 +75,14 @@ def make_imaginary_surface(
     """Return the imaginary surface along a line.
 
     Args:
-        line: the line.
-        above: the layers above it.
-        phreatic_line: soil below it weighs less by the water that it displaces.
-        spreading: how stress spreads, and the width of the columns.
-        water_unit_weight: unit weight of water, in kN/m³.
+        line: The line.
+        above: The layers above it.
+        phreatic_line: Soil below it weighs less by the water that it displaces.
+        spreading: How stress spreads, and the width of the columns.
+        water_unit_weight: Unit weight of water, in kN/m³.
 
     Raises:
-        WorkerError: there would be too many columns.
+        WorkerError: There would be too many columns.
     """
     lines = [line, *(layer.top for layer in above)]
     places = np.unique([x for one in lines for x, _ in one.points])

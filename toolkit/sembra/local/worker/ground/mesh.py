@@ -66,10 +66,10 @@ class Mesh:
 
 
 def make_mesh(column: Column) -> Mesh:
-    """The mesh of a column.
+    """Return the mesh of a column.
 
     Raises:
-        WorkerError: a layer is too thin to hold its nodes, or the column is too deep.
+        WorkerError: A layer is too thin to hold its nodes, or the column is too deep.
     """
     if column.surface - column.layers[-1].bottom > _DEEPEST:
         raise WorkerError(
@@ -100,7 +100,7 @@ def make_mesh(column: Column) -> Mesh:
 
 
 def _fixed_levels(column: Column) -> list[float]:
-    """Fixed levels that don't depend on the layers."""
+    """Return the fixed levels that don't depend on the layers."""
     levels = [column.phreatic_level, *column.piezometric_levels]
     levels += [column.surface - k * _FINE_STEP for k in _FINE_BELOW_SURFACE]
     if column.soil_above:
@@ -119,7 +119,7 @@ def _without_repeats(levels: Sequence[float]) -> list[float]:
 
 
 def _between(upper: float, lower: float, surface: float) -> Iterator[float]:
-    """Levels strictly between two fixed ones, from top to bottom."""
+    """Return the levels strictly between two fixed ones, from top to bottom."""
     length = upper - lower
     step = _STEP
     if _count(length, step) > _MOST_STEPS:
@@ -139,7 +139,7 @@ def _between(upper: float, lower: float, surface: float) -> Iterator[float]:
 
 
 def _first_step(length: float, step: float) -> float:
-    """Height of the first element; full steps follow, and what remains is the last one.
+    """Return the height of the first element; full steps follow, and what remains is the last one.
 
     It is what a number of equal steps leaves over, when these are a tenth of a metre or several
     shorter than a full step, such that it comes out as long as possible as those. That full steps
@@ -163,5 +163,5 @@ def _count(length: float, step: float) -> int:
 
 
 def _rounded(level: float) -> float:
-    """A level in whole tenths of a metre, upwards where it lies halfway."""
+    """Return a level in whole tenths of a metre, upwards where it lies halfway."""
     return math.floor(level / _FINE_STEP + 0.5 + 1e-6) * _FINE_STEP

@@ -14,7 +14,7 @@ class Polyline:
     """A line through points from left to right.
 
     Raises:
-        ValueError: there are fewer than two points, or x decreases.
+        ValueError: There are fewer than two points, or x decreases.
     """
 
     points: tuple[tuple[float, float], ...]
@@ -54,15 +54,15 @@ class Polyline:
         return found
 
     def level(self, x: float) -> float:
-        """The level at x; at a vertical part of the line, the level of its first point.
+        """Return the level at x; at a vertical part of the line, the level of its first point.
 
         Raises:
-            WorkerError: the line has no point at x.
+            WorkerError: The line has no point at x.
         """
         if not self.covers(x):
             raise WorkerError(f"The vertical at x = {x:g} m lies outside the geometry.")
         return float(self.levels(np.array(x)))
 
     def covers(self, x: float) -> bool:
-        """Whether the line has a point at x."""
+        """Return whether the line has a point at x."""
         return self.start <= x <= self.end

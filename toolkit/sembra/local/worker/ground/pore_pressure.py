@@ -24,10 +24,10 @@ def pore_pressures_at(
     by so much more water as it comes to lie deeper below the phreatic line.
 
     Args:
-        column: the column.
-        levels: levels in the column, before settlement.
-        water_unit_weight: unit weight of water, in kN/m³.
-        settlements: settlement of the points, in metres.
+        column: The column.
+        levels: Levels in the column, before settlement.
+        water_unit_weight: Unit weight of water, in kN/m³.
+        settlements: Settlement of the points, in metres.
     """
     dry = np.maximum(levels - column.phreatic_level, 0.0)
     deeper = np.where(dry > 0, np.maximum(settlements - dry, 0.0), settlements)

@@ -48,11 +48,11 @@ class StatedPreconsolidation:
     pop: float
 
     def pressure(self, stress: Floats, above_middle: Floats) -> Floats:
-        """Preconsolidation pressure in kPa.
+        """Return the preconsolidation pressure in kPa.
 
         Args:
-            stress: initial effective stress, in kPa.
-            above_middle: by how much a stated pressure is higher here than in the middle of the
+            stress: Initial effective stress, in kPa.
+            above_middle: By how much a stated pressure is higher here than in the middle of the
                 layer, in kPa.
         """
         match self.kind:
@@ -78,10 +78,10 @@ def preconsolidation_pressure(
     preconsolidation, so the initial effective stress is the least value.
 
     Args:
-        stated: what the material of each element states.
-        effective: initial effective stress of each element, in kPa.
-        at_middle: that in the middle of the layer that each element belongs to.
-        option: whether Pc varies within a layer.
+        stated: What the material of each element states.
+        effective: Initial effective stress of each element, in kPa.
+        at_middle: That in the middle of the layer that each element belongs to.
+        option: Whether Pc varies within a layer.
     """
     above_middle = (effective - at_middle) * option.varies_within_layer
     pressure = [

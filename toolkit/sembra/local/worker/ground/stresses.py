@@ -16,7 +16,7 @@ LEAST_EFFECTIVE_STRESS = 0.001
 
 
 def soil_stress(column: Column, levels: Floats, water_unit_weight: float) -> Floats:
-    """Total stress at some levels by the soil and the free water above them, without loads.
+    """Return the total stress at some levels by soil and free water above them, without loads.
 
     Soil weighs its dry unit weight above the phreatic level and its wet unit weight below it;
     water that stands above the surface adds its weight. Below an imaginary surface it is the water
@@ -43,7 +43,7 @@ def _weight_above(column: Column, levels: Floats, water_unit_weight: float) -> F
 
 
 def soil_effective_stress(column: Column, levels: Floats, water_unit_weight: float) -> Floats:
-    """Effective stress at some levels by the soil and its water, without loads."""
+    """Return the effective stress at some levels by the soil and its water, without loads."""
     return soil_stress(column, levels, water_unit_weight) - pore_pressures_at(
         column, levels, water_unit_weight
     )
@@ -52,6 +52,6 @@ def soil_effective_stress(column: Column, levels: Floats, water_unit_weight: flo
 def pore_pressures(
     column: Column, mesh: Mesh, water_unit_weight: float, settlements: Floats | None = None
 ) -> Floats:
-    """Pore pressure at the nodes, after their settlements if these are given."""
+    """Return the pore pressure at the nodes, after their settlements if these are given."""
     moved = 0.0 if settlements is None else settlements
     return pore_pressures_at(column, mesh.levels, water_unit_weight, moved)

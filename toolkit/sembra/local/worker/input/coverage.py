@@ -21,10 +21,10 @@ _LEFT_AWAY = {
 
 
 def find_gaps(whole: Section) -> list[str]:
-    """What a file asks for that changes the settlements and isn't calculated.
+    """Return what a file asks for that changes the settlements and isn't calculated.
 
     Raises:
-        InputFileError: a section is malformed.
+        InputFileError: A section is malformed.
     """
     return [
         what
@@ -34,10 +34,10 @@ def find_gaps(whole: Section) -> list[str]:
 
 
 def left_away(whole: Section) -> Iterator[str]:
-    """A remark on each thing that a file asks for and the calculation leaves away.
+    """Return a remark on each thing that a file asks for and the calculation leaves away.
 
     Raises:
-        InputFileError: a section is malformed.
+        InputFileError: A section is malformed.
     """
     model = Labelled(whole.section("MODEL"))
     for label, what in _LEFT_AWAY.items():

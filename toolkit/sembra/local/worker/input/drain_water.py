@@ -29,9 +29,9 @@ class WaterReader:
     """Reads the water in drains of a type.
 
     Args:
-        section: the section of the drains.
-        kind: the type of drain.
-        problems: gathers what can't be calculated with.
+        section: The section of the drains.
+        kind: The type of drain.
+        problems: Gathers what can't be calculated with.
     """
 
     def __init__(self, section: Section, kind: DrainType, problems: Problems) -> None:
@@ -44,8 +44,8 @@ class WaterReader:
         """Return the water in the drains from the start of drainage on.
 
         Raises:
-            InputFileError: the section is malformed, or holds an unknown code.
-            NotCoveredError: a detailed schedule has no times.
+            InputFileError: The section is malformed, or holds an unknown code.
+            NotCoveredError: A detailed schedule has no times.
         """
         stated = read_schedule(self._section)
         if stated.code not in list(ScheduleKind):
@@ -55,7 +55,7 @@ class WaterReader:
         return Schedule(kind, stages)
 
     def _plain(self, kind: ScheduleKind) -> tuple[Stage, ...]:
-        """Water at rest, and dewatering from one time to another after the start of drainage."""
+        """Return the stages: water at rest, and dewatering from one time to another."""
         start = self._not_negative("Start of drainage")
         idle = StandingWater(self._lines.number("Phreatic level in drain"))
         at_rest = Stage(start, idle)
@@ -79,7 +79,7 @@ class WaterReader:
         return (*before, Stage(begin, pumped), Stage(end, idle))
 
     def _detailed(self, rows: Sequence[Row]) -> tuple[Stage, ...]:
-        """Dewatering in stages, each until the next; drainage starts with the first."""
+        """Return dewatering in stages, each until the next; drainage starts with the first."""
         stages: list[Stage] = []
         for number, row in enumerate(rows, 1):
             which = f"Row {number} of the schedule of dewatering"

@@ -24,12 +24,12 @@ def read_drains(whole: Section, problems: Problems) -> Drains | None:
     """Return the drains of the file, or None if they are switched off.
 
     Args:
-        whole: the whole file.
-        problems: gathers what can't be calculated with.
+        whole: The whole file.
+        problems: Gathers what can't be calculated with.
 
     Raises:
-        InputFileError: the section is malformed, or holds an unknown code.
-        WorkerError: the drains can't be calculated, besides what has been gathered.
+        InputFileError: The section is malformed, or holds an unknown code.
+        WorkerError: The drains can't be calculated, besides what has been gathered.
     """
     if not Labelled(whole.section("MODEL")).switch("Vertical drains", absent=False):
         return None
@@ -51,10 +51,10 @@ def read_drains(whole: Section, problems: Problems) -> Drains | None:
 
 
 def _read_flow(lines: Labelled, kind: DrainType, problems: Problems) -> HorizontalFlow:
-    """The flow to the drains.
+    """Return the flow to the drains.
 
     Raises:
-        WorkerError: there is no soil between them.
+        WorkerError: There is no soil between them.
     """
 
     def size(label: str) -> float:

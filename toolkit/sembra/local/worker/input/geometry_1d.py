@@ -10,14 +10,14 @@ from sembra.local.worker.ground.material import Material
 
 
 def read_column(whole: Section, materials: Mapping[str, Material]) -> Column:
-    """The column of a one-dimensional file.
+    """Return the column of a one-dimensional file.
 
     Args:
-        whole: the whole file.
-        materials: the materials of the file by name.
+        whole: The whole file.
+        materials: The materials of the file by name.
 
     Raises:
-        InputFileError: the section is malformed, a material is unknown, or the levels don't
+        InputFileError: The section is malformed, a material is unknown, or the levels don't
             descend from the first layer to the bottom.
     """
     read = read_geometry_1d(whole)

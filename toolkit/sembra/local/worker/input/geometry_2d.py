@@ -11,10 +11,10 @@ from sembra.local.worker.ground.polyline import Polyline
 
 
 def read_geometry(whole: Section, materials: Mapping[str, Material]) -> Geometry2D:
-    """The cross-section of a two-dimensional file.
+    """Return the cross-section of a two-dimensional file.
 
     Raises:
-        InputFileError: the section is malformed, or it refers to what doesn't exist.
+        InputFileError: The section is malformed, or it refers to what doesn't exist.
     """
     read = read_geometry_2d(whole)
     boundaries = _polylines("BOUNDARIES", read.boundaries)
@@ -40,10 +40,10 @@ def read_geometry(whole: Section, materials: Mapping[str, Material]) -> Geometry
 
 
 def read_pl_lines(whole: Section) -> dict[int, Polyline]:
-    """The piezometric level lines of a two-dimensional file by their numbers.
+    """Return the piezometric level lines of a two-dimensional file by their numbers.
 
     Raises:
-        InputFileError: the section is malformed, or it refers to what doesn't exist.
+        InputFileError: The section is malformed, or it refers to what doesn't exist.
     """
     return _polylines("PIEZO LINES", read_geometry_2d(whole).pl_lines)
 

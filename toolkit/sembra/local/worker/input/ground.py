@@ -16,10 +16,10 @@ from sembra.local.worker.input.options import read_spreading
 def read_ground(
     whole: Section, materials: Mapping[str, Material], water_unit_weight: float
 ) -> LevelGround | Geometry2D:
-    """The ground that a file describes.
+    """Return the ground that a file describes.
 
     Raises:
-        InputFileError: a section is malformed, or it refers to what doesn't exist.
+        InputFileError: A section is malformed, or it refers to what doesn't exist.
     """
     if not Labelled(whole.section("MODEL")).switch("Dimension"):
         # Under level ground, an imaginary surface changes nothing.
@@ -30,12 +30,12 @@ def read_ground(
 def with_imaginary_surface(
     whole: Section, ground: Geometry2D, water_unit_weight: float
 ) -> Geometry2D:
-    """The ground with the imaginary surface that the file asks for, if it does.
+    """Return the ground with the imaginary surface that the file asks for, if it does.
 
     That is the top of a layer, whose number counts from the lowest.
 
     Raises:
-        InputFileError: there is no such layer, or a section is malformed.
+        InputFileError: There is no such layer, or a section is malformed.
     """
     options = Labelled(whole.section("CALCULATION OPTIONS"))
     if not options.switch("Imaginary surface", absent=False):

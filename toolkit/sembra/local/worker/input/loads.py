@@ -13,7 +13,7 @@ def check_time(name: str, time: float) -> None:
     """Refuse the time of a load that is negative and not that of initial loads.
 
     Raises:
-        WorkerError: it is.
+        WorkerError: It is.
     """
     if time < 0 and time != _INITIAL_TIME:
         raise WorkerError(
@@ -25,15 +25,15 @@ def check_time(name: str, time: float) -> None:
 def read_embankments(
     whole: Section, end_of_calculation: float, problems: Problems
 ) -> tuple[Embankment, ...]:
-    """The non-uniform loads of the file, in its order.
+    """Return the non-uniform loads of the file, in its order.
 
     Args:
-        whole: the whole file.
-        end_of_calculation: in days; a removal that comes later never happens.
-        problems: gathers what can't be calculated with.
+        whole: The whole file.
+        end_of_calculation: In days; a removal that comes later never happens.
+        problems: Gathers what can't be calculated with.
 
     Raises:
-        InputFileError: the section is malformed.
+        InputFileError: The section is malformed.
     """
     embankments = []
     for load in read_non_uniform_loads(whole):

@@ -14,7 +14,7 @@ def read_options(whole: Section) -> Options:
     """Return the calculation options of the file.
 
     Raises:
-        InputFileError: a section is malformed, or a value is out of range.
+        InputFileError: A section is malformed, or a value is out of range.
     """
     model = Labelled(whole.section("MODEL"))
     options = Labelled(whole.section("CALCULATION OPTIONS"))
@@ -66,10 +66,10 @@ def _read_superelevation(options: Labelled) -> Superelevation:
 
 
 def read_spreading(whole: Section) -> Spreading:
-    """How stress spreads below loads.
+    """Return how stress spreads below loads.
 
     Raises:
-        InputFileError: the section is malformed, or a value is out of range.
+        InputFileError: The section is malformed, or a value is out of range.
     """
     options = Labelled(whole.section("CALCULATION OPTIONS"))
     return Spreading(
@@ -90,10 +90,10 @@ def _read_width(options: Labelled, of: str) -> float:
 
 
 def read_times(whole: Section) -> tuple[float, ...]:
-    """The times, in days, for which the file wants residual settlements.
+    """Return the times, in days, for which the file wants residual settlements.
 
     Raises:
-        InputFileError: the section is malformed, or a time lies before the calculation.
+        InputFileError: The section is malformed, or a time lies before the calculation.
     """
     times = read_residual_times(whole)
     for time in times:

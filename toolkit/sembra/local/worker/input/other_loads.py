@@ -23,15 +23,15 @@ _UNCOVERED = {4: "tank"}
 
 
 def read_other_loads(whole: Section, problems: Problems) -> tuple[Load, ...]:
-    """The loads of the section, in its order.
+    """Return the loads of the section, in its order.
 
     Args:
-        whole: the whole file.
-        problems: gathers what can't be calculated with.
+        whole: The whole file.
+        problems: Gathers what can't be calculated with.
 
     Raises:
-        InputFileError: the section is malformed.
-        NotCoveredError: there is a load of a kind that the worker doesn't calculate.
+        InputFileError: The section is malformed.
+        NotCoveredError: There is a load of a kind that the worker doesn't calculate.
     """
     if unknown := find_unknown_loads(whole):
         raise NotCoveredError(*map(_gap, unknown))

@@ -35,11 +35,11 @@ def read_project(text: str) -> Project:
     """Return the project that the text of an `.sli` file describes.
 
     Args:
-        text: the file, with CRLF, LF or CR as line ends.
+        text: The file, with CRLF, LF or CR as line ends.
 
     Raises:
-        InputFileError: the text is malformed; the message names section and line.
-        WorkerError: the file asks for what the worker doesn't calculate, or for what can't be
+        InputFileError: The text is malformed; the message names section and line.
+        WorkerError: The file asks for what the worker doesn't calculate, or for what can't be
             calculated; the message names all of it.
     """
     whole = read_whole(text).section("INPUT DATA")
@@ -116,6 +116,6 @@ def _read_site(whole: Section, ground: LevelGround | Geometry2D, options: Option
 
 
 def _without_profile(options: Options, embankments: Sequence[StripLoad]) -> Iterator[str]:
-    """What the user should know about a profile to maintain where there is none."""
+    """Return what the user should know about a profile to maintain where there is none."""
     if options.superelevation and not embankments:
         yield "There is no non-uniform load whose profile could be maintained."

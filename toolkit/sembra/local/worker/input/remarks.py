@@ -15,11 +15,11 @@ nobody has stated it: where none is stated it is 10 m²/s.
 
 
 def late_loads(names: Iterable[str], end: float) -> Iterator[str]:
-    """A remark on each load that comes when the calculation is over.
+    """Return a remark on each load that comes when the calculation is over.
 
     Args:
-        names: their names.
-        end: end of the calculation, in days.
+        names: Their names.
+        end: End of the calculation, in days.
     """
     for name in names:
         yield (
@@ -29,11 +29,11 @@ def late_loads(names: Iterable[str], end: float) -> Iterator[str]:
 
 
 def late_times(times: Iterable[float], end: float) -> Iterator[str]:
-    """A remark on each time at which a residual settlement is wanted and nothing is calculated.
+    """Return a remark on each time of a residual settlement at which nothing is calculated.
 
     Args:
-        times: the times, in days.
-        end: end of the calculation, in days.
+        times: The times, in days.
+        end: End of the calculation, in days.
     """
     for time in times:
         if time > end:
@@ -44,11 +44,11 @@ def late_times(times: Iterable[float], end: float) -> Iterator[str]:
 
 
 def fast_consolidation(columns: Sequence[Column], consolidation: Consolidation) -> Iterator[str]:
-    """A remark on each material that consolidates at once, though it isn't drained.
+    """Return a remark on each material that consolidates at once, though it isn't drained.
 
     Args:
-        columns: the columns of the file.
-        consolidation: how they consolidate.
+        columns: The columns of the file.
+        consolidation: How they consolidate.
     """
     flows = {
         layer.material.name: layer.material.conductivity
@@ -67,11 +67,11 @@ def fast_consolidation(columns: Sequence[Column], consolidation: Consolidation) 
 
 
 def light_soil(columns: Sequence[Column], water_unit_weight: float) -> Iterator[str]:
-    """A remark on each material under water that weighs less than water.
+    """Return a remark on each material under water that weighs less than water.
 
     Args:
-        columns: the columns of the file.
-        water_unit_weight: in kN/m³.
+        columns: The columns of the file.
+        water_unit_weight: In kN/m³.
     """
     under_water = {
         layer.material.name: layer.material.unit_weight_wet

@@ -19,13 +19,13 @@ class Materials(Mapping[str, Material]):
     A file may hold materials that no layer consists of, with parameters of other soil models alone.
 
     Args:
-        whole: the whole file.
-        soil_model: the soil model of the file, which says what parameters it needs.
-        problems: gathers the values of the materials that are asked for and that can't be
+        whole: The whole file.
+        soil_model: The soil model of the file, which says what parameters it needs.
+        problems: Gathers the values of the materials that are asked for and that can't be
             calculated with; such a material has another value in its place.
 
     Raises:
-        InputFileError: a name stands twice; when a material is asked for: a value is missing, no
+        InputFileError: A name stands twice; when a material is asked for: a value is missing, no
             number or an unknown code.
     """
 
@@ -55,8 +55,8 @@ class _Values:
     """The values that a file states for one material.
 
     Args:
-        stated: the values.
-        problems: gathers those that can't be calculated with.
+        stated: The values.
+        problems: Gathers those that can't be calculated with.
     """
 
     def __init__(self, stated: StatedMaterial, problems: Problems) -> None:
@@ -67,12 +67,12 @@ class _Values:
         self.code = stated.code
 
     def positive(self, key: str) -> float:
-        """Value of a key that something is divided by."""
+        """Return the value of a key that something is divided by."""
         value = self.number(key)
         return value if value > 0 else self._refused(key, "greater than zero", value)
 
     def not_negative(self, key: str) -> float:
-        """Value of a key that can't be below zero."""
+        """Return the value of a key that can't be below zero."""
         value = self.number(key)
         return value if value >= 0 else self._refused(key, "of zero or more", value)
 

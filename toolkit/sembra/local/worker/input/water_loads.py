@@ -15,17 +15,17 @@ from sembra.local.worker.loads.water_load import WaterLoad, WaterStage, water_lo
 def read_water_loads(
     whole: Section, ground: LevelGround | Geometry2D, water_unit_weight: float, problems: Problems
 ) -> tuple[WaterLoad, ...]:
-    """The water loads of the file, in the order of time.
+    """Return the water loads of the file, in the order of time.
 
     Args:
-        whole: the whole file.
-        ground: the ground with its initial water levels.
-        water_unit_weight: in kN/m³.
-        problems: gathers what can't be calculated with.
+        whole: The whole file.
+        ground: The ground with its initial water levels.
+        water_unit_weight: In kN/m³.
+        problems: Gathers what can't be calculated with.
 
     Raises:
-        InputFileError: the section is malformed, or it refers to what doesn't exist.
-        NotCoveredError: there are some in a one-dimensional file.
+        InputFileError: The section is malformed, or it refers to what doesn't exist.
+        NotCoveredError: There are some in a one-dimensional file.
     """
     if not count_water_loads(whole):
         return ()

@@ -32,7 +32,7 @@ class CircularLoad(PressureLoad):
             raise WorkerError(f'The radius of the load "{self.name}" is not greater than zero.')
 
     def stress(self, x: float, z: float, levels: Floats, /) -> Floats:
-        """Vertical stress below x, z at some levels; there is none at its own and above.
+        """Return the vertical stress below x, z at some levels; there is none at its own and above.
 
         The ring between r and r + dr, whose force is 2 pi r p dr, gives at a distance d from the
         axis, with P = r² + d² + z² and Q = 2 r d,

@@ -33,7 +33,7 @@ class Load(Protocol):
         """Change of the vertical stress below the point x, z at each of the levels, in kPa."""
 
     def submerged(self, settlement: SurfaceSettlement, /) -> Self:
-        """The load after the ground below it has settled, with more of it under water."""
+        """Return the load after the ground below it has settled, with more of it under water."""
 
 
 @dataclass(frozen=True)

@@ -30,7 +30,7 @@ class LoadStep:
         """Return the mean of the effective stresses at the two ends of each element.
 
         Raises:
-            LocalError: a stress is negative, or a mean is zero, so that no soil model has an
+            LocalError: A stress is negative, or a mean is zero, so that no soil model has an
                 answer.
         """
         check_not_negative(column, mesh, self.effective, self.loads)
@@ -49,10 +49,10 @@ def load_steps(
     time 0 takes the place of the own weight.
 
     Args:
-        column: the column.
-        mesh: its mesh.
-        initial: initial effective stress at the nodes.
-        loads: all loads, initial ones too.
+        column: The column.
+        mesh: Its mesh.
+        initial: Initial effective stress at the nodes.
+        loads: All loads, initial ones too.
     """
     later = [load for load in loads if not load.is_initial]
     times = sorted({load.time for load in later})

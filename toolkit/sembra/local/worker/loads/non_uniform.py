@@ -38,7 +38,7 @@ class Embankment:
     outline: Polyline
 
     def lies(self, time: float) -> bool:
-        """Whether the load, once it has come, still lies there at a time in days."""
+        """Return whether the load, once it has come, still lies there at a time in days."""
         return self.removal is None or self.removal > time
 
 
@@ -56,7 +56,7 @@ def strip_loads(embankments: Sequence[Embankment], site: Site) -> list[StripLoad
     """Return the loads of embankments, removals included, in the order of the embankments.
 
     Raises:
-        WorkerError: embankments reach beyond the ground, or have too many columns; the message
+        WorkerError: Embankments reach beyond the ground, or have too many columns; the message
             names all of them.
     """
     loads = []

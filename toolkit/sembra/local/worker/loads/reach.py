@@ -18,7 +18,7 @@ class Reach:
     """What reaches points, whatever the columns weigh.
 
     Args:
-        strips: the columns, of one load or of several.
+        strips: The columns, of one load or of several.
         points: x and levels of the points, for each upright line of them, in metres.
     """
 
@@ -45,8 +45,8 @@ class Reach:
         """Return the vertical stress at all points, line by line, in kPa.
 
         Args:
-            heights: how high the columns stand above their bases in metres, shape (..., columns).
-            unit_weights: what they weigh in kN/m³, for each column or for all.
+            heights: How high the columns stand above their bases in metres, shape (..., columns).
+            unit_weights: What they weigh in kN/m³, for each column or for all.
 
         Returns:
             An array of shape (..., points).

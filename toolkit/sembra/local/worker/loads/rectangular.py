@@ -33,7 +33,7 @@ class RectangularLoad(PressureLoad):
             raise WorkerError(f'A width of the load "{self.name}" is not greater than zero.')
 
     def stress(self, x: float, z: float, levels: Floats, /) -> Floats:
-        """Vertical stress below x, z at some levels; there is none at its own and above.
+        """Return the vertical stress below x, z at some levels; there is none at its own and above.
 
         Along z the point force is integrated in closed form, along x numerically.
         """

@@ -19,7 +19,7 @@ _TOLERANCE = 1e-6
 
 
 def load_stress(loads: Iterable[Load], column: Column, levels: Floats) -> Floats:
-    """Sum of the stresses by loads at some levels of a column."""
+    """Return the sum of the stresses by loads at some levels of a column."""
     stress = np.zeros_like(levels)
     for load in loads:
         stress += load.stress(column.x, column.z, levels)
@@ -29,13 +29,13 @@ def load_stress(loads: Iterable[Load], column: Column, levels: Floats) -> Floats
 def initial_effective_stress(
     column: Column, mesh: Mesh, loads: Iterable[Load], water_unit_weight: float
 ) -> Floats:
-    """Effective stress at the nodes by soil, water and initial loads.
+    """Return the effective stress at the nodes by soil, water and initial loads.
 
     Just below an unloaded surface it is next to nothing; there a least value takes its place, since
     the compression of the topmost element depends on its logarithm.
 
     Raises:
-        WorkerError: an initial load brings it below zero, or the water carries more than the weight
+        WorkerError: An initial load brings it below zero, or the water carries more than the weight
             above it.
     """
     initial = [load for load in loads if load.is_initial]
@@ -48,7 +48,7 @@ def initial_effective_stress(
 def middle_effective_stress(
     column: Column, loads: Iterable[Load], water_unit_weight: float
 ) -> Floats:
-    """Initial effective stress in the middle of each layer."""
+    """Return the initial effective stress in the middle of each layer."""
     middles = np.array([(layer.top + layer.bottom) / 2 for layer in column.layers])
     initial = [load for load in loads if load.is_initial]
     stress = soil_effective_stress(column, middles, water_unit_weight)
@@ -62,13 +62,13 @@ def check_not_negative(
     """Refuse effective stresses at the nodes below zero.
 
     Args:
-        column: the column.
-        mesh: its mesh.
-        effective: the stresses.
-        loads: the loads that are there.
+        column: The column.
+        mesh: Its mesh.
+        effective: The stresses.
+        loads: The loads that are there.
 
     Raises:
-        LocalError: there is one; the message names the loads that make it, and the worst place.
+        LocalError: There is one; the message names the loads that make it, and the worst place.
     """
     worst = int(np.argmin(effective))
     if effective[worst] < -_TOLERANCE:
@@ -79,13 +79,13 @@ def check_positive(column: Column, mesh: Mesh, means: Floats, loads: Sequence[Lo
     """Refuse elements without effective stress, for which no soil model has an answer.
 
     Args:
-        column: the column.
-        mesh: its mesh.
-        means: the mean stress of each element.
-        loads: the loads that are there.
+        column: The column.
+        mesh: Its mesh.
+        means: The mean stress of each element.
+        loads: The loads that are there.
 
     Raises:
-        LocalError: there is one; the message names the loads that make it, and the place.
+        LocalError: There is one; the message names the loads that make it, and the place.
     """
     worst = int(np.argmin(means))
     if not means[worst] > 0:

@@ -77,16 +77,16 @@ class StripLoad:
         return np.clip(self.water_levels - self.strips.base, 0.0, self.strips.height)
 
     def stress(self, x: float, _z: float, levels: Floats, /) -> Floats:
-        """Vertical stress at x and some levels."""
+        """Return the vertical stress at x and some levels."""
         reach = Reach([self.strips], [(x, levels)])
         dry = reach.stress(self.strips.height, self.fill.dry)
         return self.sign * (dry + reach.stress(self.wet_heights, self.fill.change_under_water))
 
     def submerged(self, settlement: SurfaceSettlement, /) -> Self:
-        """The load after the ground below it has settled, with more of it under water."""
+        """Return the load after the ground below it has settled, with more of it under water."""
         rise = settlement(self.strips.middles)
         return replace(self, water_levels=self.water_levels + rise)
 
     def removed(self, time: float) -> Self:
-        """The load step by which all of the load goes."""
+        """Return the load step by which all of the load goes."""
         return replace(self, time=time, sign=-self.sign, was_initial=self.is_initial)

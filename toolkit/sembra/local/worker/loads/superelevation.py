@@ -27,9 +27,9 @@ class MaintainedProfile:
     """What a superelevation is made on.
 
     Args:
-        option: what the input file says of it.
-        embankments: the non-uniform loads of the file.
-        site: what they stand on.
+        option: What the input file says of it.
+        embankments: The non-uniform loads of the file.
+        site: What they stand on.
     """
 
     option: Superelevation
@@ -41,7 +41,7 @@ class MaintainedProfile:
 
         Args:
             places: x of some verticals, in metres.
-            heights: how high it is there, in metres.
+            heights: How high it is there, in metres.
         """
         order = np.argsort(places, kind="stable")
         places, heights = places[order], heights[order]

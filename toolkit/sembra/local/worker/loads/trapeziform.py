@@ -36,7 +36,7 @@ class TrapeziformLoad(PressureLoad):
     each has the pressure of its middle. The level part is one column.
 
     Raises:
-        WorkerError: a length is negative, there is none at all, or there are too many columns.
+        WorkerError: A length is negative, there is none at all, or there are too many columns.
     """
 
     pressure: float
@@ -67,12 +67,12 @@ class TrapeziformLoad(PressureLoad):
         )
 
     def stress(self, x: float, _z: float, levels: Floats, /) -> Floats:
-        """Vertical stress at x and some levels; there is none at the load's own and above."""
+        """Return the vertical stress at x and some levels, none at the load's and above."""
         stress = self.strips.shares(x, levels) @ (self.pressure * self.strips.height)
         return np.where(levels < self.shape.y, stress, 0.0)
 
     def _parts(self, length: float) -> Floats:
-        """Edges of the columns of a slope as parts of its length; only its foot if it has none."""
+        """Return the edges of a slope's columns as parts of its length, or only its foot."""
         if length == 0:
             return np.zeros(1)
         return np.linspace(0, 1, math.floor(length / self.column_width + _ROUNDING) + 2)

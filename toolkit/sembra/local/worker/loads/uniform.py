@@ -23,5 +23,5 @@ class UniformLoad(PressureLoad):
         return self.unit_weight * self.height
 
     def stress(self, _x: float, _z: float, levels: Floats, /) -> Floats:
-        """Vertical stress at some levels, the same everywhere: all of it at and below its own."""
+        """Return the vertical stress at some levels, everywhere: all of it at and below its own."""
         return np.where(levels <= self.level + LENGTH, self.pressure, 0.0)

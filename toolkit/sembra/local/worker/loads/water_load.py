@@ -47,9 +47,9 @@ def water_loads(
     """Return the loads of stages, each of which takes the place of the one before.
 
     Args:
-        ground: the ground with its initial water levels.
-        stages: the stages; of those at one time, the last one counts.
-        water_unit_weight: unit weight of water, in kN/m³.
+        ground: The ground with its initial water levels.
+        stages: The stages; of those at one time, the last one counts.
+        water_unit_weight: Unit weight of water, in kN/m³.
     """
     ordered = sorted(stages, key=lambda stage: stage.time)
     grounds = [ground, *(stage.ground for stage in ordered)]

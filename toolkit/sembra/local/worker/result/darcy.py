@@ -25,7 +25,7 @@ _LOWEST_NODE = f"{_NODE} -1 -1 -1"
 
 
 def leakages_block(consolidation: DarcyHistory) -> Iterator[str]:
-    """Flow to the vertical drains, one number for each element."""
+    """Return the flow to the vertical drains, one number for each element."""
     yield "[Leakages]"
     yield f"{len(consolidation.leakages):7d}    =  Leakage count"
     yield from table(FIXED, consolidation.leakages[:, None])
@@ -33,7 +33,7 @@ def leakages_block(consolidation: DarcyHistory) -> Iterator[str]:
 
 
 def drained_layers_block(consolidation: DarcyHistory) -> Iterator[str]:
-    """Whether an element is drained, 1 or 0 for each."""
+    """Return whether an element is drained, 1 or 0 for each."""
     yield "[Drained Layers]"
     yield f"{len(consolidation.drained):7d}    =  Layer count"
     yield from ("1" if drained else "0" for drained in consolidation.drained)
@@ -41,7 +41,7 @@ def drained_layers_block(consolidation: DarcyHistory) -> Iterator[str]:
 
 
 def darcy_history(times: Floats, settlements: Floats, consolidation: DarcyHistory) -> Iterator[str]:
-    """Settlement, stresses and heads at the nodes, and the elements below them, for every time."""
+    """Return settlement, stresses and heads at the nodes, and their elements, for every time."""
     initial = np.broadcast_to(consolidation.initial_effective, settlements.shape)
     nodes = np.stack(
         [settlements, consolidation.effective, consolidation.head, initial, consolidation.loading],
@@ -62,5 +62,5 @@ def darcy_history(times: Floats, settlements: Floats, consolidation: DarcyHistor
 
 
 def _of_next_steps(coefficients: Floats) -> Floats:
-    """The same without the last ones: no step begins at the end of the calculation."""
+    """Return the same without the last ones: no step begins at the end of the calculation."""
     return np.vstack([coefficients[:-1], np.zeros_like(coefficients[-1:])])

@@ -7,7 +7,7 @@ from sembra.local.worker.result.format import row
 
 
 def dissipation_block(dissipation: Dissipation) -> Iterator[str]:
-    """The degree of consolidation against time; layers are numbered from the lowest."""
+    """Return the degree of consolidation against time; layers are numbered from the lowest."""
     yield "[Dissipation in Layers]"
     yield f"{len(dissipation.degrees):7d}  =  Number of Layers "
     yield f"{len(dissipation.times):7d}  =  Number of time steps "

@@ -18,13 +18,13 @@ _END_OF_INPUT = "[END OF INPUT DATA]"
 def write_results(
     text: str, project: Project, results: Sequence[ColumnResult], remarks: Sequence[str] = ()
 ) -> str:
-    """The text of the `.sld` file, with the line ends of the input file.
+    """Return the text of the `.sld` file, with the line ends of the input file.
 
     Args:
-        text: the `.sli` file, which the result repeats in front of the results.
-        project: what was read from it.
-        results: the results of its columns, in the order of the verticals.
-        remarks: what the user should know about the calculation, as whole sentences.
+        text: The `.sli` file, which the result repeats in front of the results.
+        project: What was read from it.
+        results: The results of its columns, in the order of the verticals.
+        remarks: What the user should know about the calculation, as whole sentences.
     """
     line_end = "\r\n" if "\r\n" in text else "\n"
     lines = [*_echo(split_lines(text)), "", *_results(project, results, remarks)]
@@ -33,7 +33,7 @@ def write_results(
 
 
 def _echo(lines: Sequence[str]) -> Iterator[str]:
-    """The input file up to the end of its data, with the heading of a result file."""
+    """Return the input file up to the end of its data, with the heading of a result file."""
     yield _TITLE
     in_heading = True
     for line in lines[1:]:
@@ -50,7 +50,7 @@ def _echo(lines: Sequence[str]) -> Iterator[str]:
 
 
 def _amounts_block(project: Project, results: Sequence[ColumnResult]) -> Iterator[str]:
-    """Cross-sections of the loads, in m².
+    """Return the cross-sections of the loads, in m².
 
     Where loads submerge by repeated calculation, and not from time to time as with Isotache and
     NEN-Bjerrum by Darcy, the weight that they lose is a load of its own to D-Settlement, without a

@@ -13,7 +13,7 @@ _INTERVALS = 20
 
 
 def fixed_time_block(result: ColumnResult) -> Iterator[str]:
-    """Settlement at twenty equal intervals of depth for times from 0.001 to 10000 days.
+    """Return the settlement at twenty equal intervals of depth for times from 0.001 to 10000 days.
 
     Beyond the end of the calculation the last settlement stays.
     """
@@ -31,7 +31,7 @@ def fixed_time_block(result: ColumnResult) -> Iterator[str]:
 
 
 def settlements_at(time: float, result: ColumnResult) -> Floats:
-    """Settlement of the nodes at a time: linear in the logarithm of time from the first step on."""
+    """Return the nodes' settlement at a time: linear in its logarithm from the first step on."""
     history = result.settlements
     later = int(np.searchsorted(result.times, time))
     if later >= len(result.times):

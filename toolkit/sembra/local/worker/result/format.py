@@ -17,21 +17,21 @@ _LARGEST_ZERO = 5e-8
 
 
 def fixed(value: float) -> str:
-    """A number with seven decimals; a negative zero loses its sign."""
+    """Return a number with seven decimals; a negative zero loses its sign."""
     return FIXED % (0.0 if abs(value) <= _LARGEST_ZERO else value)
 
 
 def row(values: Iterable[float]) -> str:
-    """The numbers of a wide table, three blanks behind each."""
+    """Return the numbers of a wide table, three blanks behind each."""
     return "".join(f"{fixed(value)}   " for value in values)
 
 
 def table(pattern: str, values: Floats) -> list[str]:
-    """The rows of a table, as `fixed` writes each number.
+    """Return the rows of a table, as `fixed` writes each number.
 
     Args:
-        pattern: a row, with a `%` conversion of seven decimals for each number.
-        values: the numbers, shape (rows, numbers of a row).
+        pattern: A row, with a `%` conversion of seven decimals for each number.
+        values: The numbers, shape (rows, numbers of a row).
     """
     if not len(values):
         return []
@@ -40,13 +40,13 @@ def table(pattern: str, values: Floats) -> list[str]:
 
 
 def tables(rows: Sequence[str], values: Floats) -> Iterator[str]:
-    """The texts of tables with the same rows, which line feeds separate.
+    """Return the texts of tables with the same rows, which line feeds separate.
 
     Each is written at once, since most of a result file are numbers of tables.
 
     Args:
-        rows: the rows, with a `%` conversion of seven decimals for each number.
-        values: the numbers, shape (tables, numbers of a table).
+        rows: The rows, with a `%` conversion of seven decimals for each number.
+        values: The numbers, shape (tables, numbers of a table).
     """
     pattern = "\n".join(rows)
     for numbers in np.where(np.abs(values) <= _LARGEST_ZERO, 0.0, values).tolist():
@@ -54,14 +54,14 @@ def tables(rows: Sequence[str], values: Floats) -> Iterator[str]:
 
 
 def column_indication(headers: Iterable[str]) -> Iterator[str]:
-    """The names of the columns of a table, one a line."""
+    """Return the names of the columns of a table, one a line."""
     yield "[Column Indication]"
     yield from headers
     yield "[End of Column Indication]"
 
 
 def history(headers: Iterable[str], times: Iterable[float], texts: Iterable[str]) -> Iterator[str]:
-    """A table for each time, with one set of headers."""
+    """Return a table for each time, with one set of headers."""
     yield "[Time-dependent Data]"
     yield from column_indication(headers)
     for time, text in zip(times, texts, strict=True):

@@ -19,7 +19,7 @@ NO_SETTLEMENT = LayerSettlement(SettlementParts(0.0, 0.0, 0.0), SettlementParts(
 
 
 def koppejan_block(layers: Sequence[LayerSettlement]) -> Iterator[str]:
-    """Settlement by kind; layers, which are given from top to bottom, count from the lowest."""
+    """Return the settlement by kind; layers are given from the top, and count from the lowest."""
     yield "[Koppejan settlement]"
     yield from column_indication(_HEADERS)
     yield "[Koppejan Settlement Data]"

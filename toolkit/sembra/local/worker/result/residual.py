@@ -9,7 +9,7 @@ from sembra.local.worker.result.format import column_indication, fixed
 
 
 def residual_block(results: Sequence[ColumnResult], times: Sequence[float]) -> Iterator[str]:
-    """One row per vertical and time: settlement, its part of the final one in percent, the rest.
+    """Return a row per vertical and time: settlement, its percentage of the final one, the rest.
 
     The final settlement is that at the end of the calculation; where it is zero, so is its part.
     """

@@ -10,7 +10,7 @@ from sembra.local.worker.result.format import FIXED, column_indication, history,
 
 
 def stresses_block(stresses: TerzaghiStresses) -> Iterator[str]:
-    """Stresses at the nodes.
+    """Return the stresses at the nodes.
 
     The preconsolidation pressure is that of the element below the node, so the last one has none.
     No blank stands behind "Depth step count": readers take the line to the letter.
@@ -35,7 +35,7 @@ def stresses_block(stresses: TerzaghiStresses) -> Iterator[str]:
 def terzaghi_history(
     times: Floats, settlements: Floats, stresses: TerzaghiStresses
 ) -> Iterator[str]:
-    """Settlement and effective stress at the nodes for every time."""
+    """Return the settlement and effective stress at the nodes for every time."""
     nodes = np.stack([settlements, stresses.loading], axis=-1)
     texts = tables([f"{FIXED} {FIXED}"] * nodes.shape[1], nodes.reshape(len(times), -1))
     yield from history(("Settlement", "Loading"), times, texts)

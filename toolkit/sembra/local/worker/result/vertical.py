@@ -18,7 +18,7 @@ from sembra.local.worker.result.terzaghi import stresses_block, terzaghi_history
 
 
 def vertical_block(number: int, result: ColumnResult) -> Iterator[str]:
-    """The block of a vertical, tags included; `number` counts from 1.
+    """Return the block of a vertical, tags included; `number` counts from 1.
 
     What is yielded is a line, or all rows of a table with line feeds between them.
     """
@@ -50,7 +50,7 @@ def vertical_block(number: int, result: ColumnResult) -> Iterator[str]:
 
 
 def _time_settlement(times: Floats, load_settlements: Floats) -> Iterator[str]:
-    """Settlement of the surface by the first load step, the first two, and so on."""
+    """Return the settlement of the surface by the first load step, the first two, and so on."""
     yield "[Time-Settlement per Load]"
     yield f"{len(times):7d}  =  Time step count "
     yield f"{load_settlements.shape[1]:7d}  =  Load step count "

@@ -40,9 +40,9 @@ class Elements:
     """The elements of a column, from top to bottom.
 
     Args:
-        materials: the material of each.
-        initial: its initial effective stress, in kPa.
-        preconsolidation: its initial preconsolidation pressure, in kPa, at least `initial`.
+        materials: The material of each.
+        initial: Its initial effective stress, in kPa.
+        preconsolidation: Its initial preconsolidation pressure, in kPa, at least `initial`.
     """
 
     materials: Sequence[Material]
@@ -75,8 +75,8 @@ class StrainHistory(ABC):
         """Return the excess pore pressure that creep alone would make in the next step, in kPa.
 
         Args:
-            stress: effective stress of the elements at the end of the step, in kPa.
-            duration: length of the step, in days.
+            stress: Effective stress of the elements at the end of the step, in kPa.
+            duration: Length of the step, in days.
 
         Returns:
             The pressure, and its derivative by the logarithm of the stress.
@@ -91,8 +91,8 @@ class SoilModel(ABC):
     """A soil model, applied to the elements of one column.
 
     Args:
-        elements: the elements.
-        options: the calculation options: strain type, reference time and the correction of the
+        elements: The elements.
+        options: The calculation options: strain type, reference time and the correction of the
             preconsolidation pressure.
     """
 
@@ -130,9 +130,9 @@ class SoilModel(ABC):
         """Return the strain by the first load step, the first two, and so on.
 
         Args:
-            steps: the load steps in the order of time.
-            times: times in days.
-            degrees: degree of consolidation for the load of each step, shape (steps, times,
+            steps: The load steps in the order of time.
+            times: Times in days.
+            degrees: Degree of consolidation for the load of each step, shape (steps, times,
                 elements), 0 up to the time of the step.
 
         Returns:
@@ -147,7 +147,7 @@ class SoilModel(ABC):
         """Return what the user should know about the parameters, as whole sentences.
 
         Args:
-            stresses: effective stress of the elements after each load step, in kPa.
+            stresses: Effective stress of the elements after each load step, in kPa.
         """
         return []
 
@@ -157,9 +157,9 @@ class SoilModel(ABC):
         """Return the settlement of each layer by kind, if the model tells kinds apart.
 
         Args:
-            stresses: effective stress of the elements after each load step, in kPa.
-            heights: initial height of each element, in metres.
-            layers: the layer of each element, from 0 at the top.
+            stresses: Effective stress of the elements after each load step, in kPa.
+            heights: Initial height of each element, in metres.
+            layers: The layer of each element, from 0 at the top.
         """
         return None
 

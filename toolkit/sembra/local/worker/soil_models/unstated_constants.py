@@ -27,8 +27,8 @@ def unstated_constants(elements: Elements, paths: Sequence[StressPath]) -> list[
     """Return a sentence for each material that a strain is calculated for without its constants.
 
     Args:
-        elements: the elements of a column.
-        paths: the stress path of each load step.
+        elements: The elements of a column.
+        paths: The stress path of each load step.
     """
     loaded = np.any([(path.below > _ROUNDING) | (path.above > _ROUNDING) for path in paths], axis=0)
     unloaded = np.any([path.swelling < -_ROUNDING for path in paths], axis=0)

@@ -16,11 +16,11 @@ def check_count(count: float, what: str) -> None:
     """Refuse what would take too many columns to calculate with.
 
     Args:
-        count: how many there would be.
-        what: what is cut into columns, at the beginning of a sentence.
+        count: How many there would be.
+        what: What is cut into columns, at the beginning of a sentence.
 
     Raises:
-        WorkerError: there would be too many.
+        WorkerError: There would be too many.
     """
     if count > _MOST_COLUMNS:
         raise WorkerError(
@@ -33,12 +33,12 @@ def cut(vertices: Floats, width: float, what: str) -> tuple[Floats, Floats]:
     """Return the left and right edges of columns between vertices; the last is what remains.
 
     Args:
-        vertices: places where columns restart, in ascending order, in metres.
-        width: width of the columns, in metres.
-        what: what is cut into columns, at the beginning of a sentence.
+        vertices: Places where columns restart, in ascending order, in metres.
+        width: Width of the columns, in metres.
+        what: What is cut into columns, at the beginning of a sentence.
 
     Raises:
-        WorkerError: there would be too many columns.
+        WorkerError: There would be too many columns.
     """
     counts = np.ceil(np.diff(vertices) / width - _ROUNDING)
     check_count(counts.sum(), what)

@@ -47,10 +47,10 @@ def strip_share(distribution: Distribution, left: Floats, right: Floats, depth: 
     At no depth that is all of it below the strip and nothing beside it.
 
     Args:
-        distribution: how the stress spreads.
-        left: horizontal distance from the point to the left edge, positive to the right, in metres.
-        right: the same for the right edge.
-        depth: depth of the point below the strip, in metres, not negative.
+        distribution: How the stress spreads.
+        left: Horizontal distance from the point to the left edge, positive to the right, in metres.
+        right: The same for the right edge.
+        depth: Depth of the point below the strip, in metres, not negative.
     """
     primitive = _buisman if distribution is Distribution.BUISMAN else _boussinesq
     return primitive(np.arctan2(right, depth)) - primitive(np.arctan2(left, depth))

@@ -22,9 +22,9 @@ def integration_points(start: float, end: float, depth: Floats) -> tuple[Floats,
     """Return where to evaluate an integral over a distance, and the weight of each value.
 
     Args:
-        start: where the integral begins, relative to the point, in metres.
-        end: where it ends.
-        depth: depths of the points, in metres, greater than zero; shape (depths, 1).
+        start: Where the integral begins, relative to the point, in metres.
+        end: Where it ends.
+        depth: Depths of the points, in metres, greater than zero; shape (depths, 1).
 
     Returns:
         Distances and weights, shape (depths, points).

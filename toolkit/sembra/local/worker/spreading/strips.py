@@ -64,7 +64,7 @@ class Strips:
         return self._shares[key]
 
     def bases_at(self, x: float) -> Floats:
-        """Levels at x of the bases of the columns that stand there, endless ones elsewhere."""
+        """Return the bases' levels of the columns that stand at x, endless ones elsewhere."""
         there = (self.left <= x) & (x <= self.right)
         return np.where(there, self.base + self.slope * (x - self.middles), np.inf)
 

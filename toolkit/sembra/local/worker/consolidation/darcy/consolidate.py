@@ -96,8 +96,8 @@ class _FixedLoads:
     """Loads that weigh the same however the ground settles.
 
     Args:
-        situations: the columns.
-        lasts: for each run, the time in days after which no further loads count.
+        situations: The columns.
+        lasts: For each run, the time in days after which no further loads count.
     """
 
     def __init__(self, situations: Sequence[Situation], lasts: Sequence[float]) -> None:
@@ -125,7 +125,7 @@ def _drained(situations: Sequence[Situation]) -> list[list[Floats]]:
     """Return the effective stress of the elements after each load step, once all water is out.
 
     Raises:
-        WorkerError: a stress isn't positive; the message names all loads that make one so.
+        WorkerError: A stress isn't positive; the message names all loads that make one so.
     """
     problems = Problems()
     drained = []

@@ -43,8 +43,8 @@ class Convolution:
     """The memory of elements.
 
     Args:
-        times: the times at which steps begin and end, in days.
-        count: the number of elements.
+        times: The times at which steps begin and end, in days.
+        count: The number of elements.
     """
 
     def __init__(self, times: Floats, count: int) -> None:
@@ -62,8 +62,8 @@ class Convolution:
         """Begin the next step.
 
         Args:
-            diffusivity: g of the elements in this step, in 1/day.
-            leakages: l of the elements.
+            diffusivity: G of the elements in this step, in 1/day.
+            leakages: L of the elements.
         """
         self._diffusivities[self._step] = diffusivity
         count = self._step + 1

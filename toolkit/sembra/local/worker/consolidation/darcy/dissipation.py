@@ -33,13 +33,13 @@ def dissipation(
     """Return the degree of consolidation of each layer, shape (layers, times); 0 at time 0.
 
     Args:
-        unloaded: a column without any loads.
-        load: increase of the stress at the nodes by all loads in the end, in kPa.
-        times: times in days, from 0 on.
-        sinking: whether soil comes under water as the column settles.
+        unloaded: A column without any loads.
+        load: Increase of the stress at the nodes by all loads in the end, in kPa.
+        times: Times in days, from 0 on.
+        sinking: Whether soil comes under water as the column settles.
 
     Raises:
-        WorkerError: a layer can't consolidate.
+        WorkerError: A layer can't consolidate.
     """
     s = unloaded
     least = np.maximum(load, LEAST_LOAD)

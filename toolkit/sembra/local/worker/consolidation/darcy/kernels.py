@@ -69,7 +69,7 @@ class Response:
     """The kernels of elements.
 
     Args:
-        leakages: leakage l of each element, 0 without drains.
+        leakages: Leakage l of each element, 0 without drains.
     """
 
     def __init__(self, leakages: Floats) -> None:

@@ -25,9 +25,9 @@ class Leakage:
     """The leakage of the elements of a column, and the water in the drains if there are any.
 
     Attributes:
-        factors: l of the elements.
-        stated: l as if the drains had no end, which is what result files show.
-        schedule: the water in the drains.
+        factors: L of the elements.
+        stated: L as if the drains had no end, which is what result files show.
+        schedule: The water in the drains.
     """
 
     factors: Floats
@@ -57,10 +57,10 @@ def leakage(
     """Return the leakage of a column.
 
     Args:
-        drains: the drains, if there are any.
-        x: where the column stands, in metres.
-        levels: levels of its nodes, from top to bottom, in metres.
-        materials: the material of each element.
+        drains: The drains, if there are any.
+        x: Where the column stands, in metres.
+        levels: Levels of its nodes, from top to bottom, in metres.
+        materials: The material of each element.
     """
     if drains is None:
         none = np.zeros(len(materials))

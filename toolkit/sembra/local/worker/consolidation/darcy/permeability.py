@@ -22,8 +22,8 @@ class Permeability:
     """Vertical permeability of elements.
 
     Args:
-        conductivities: what the material of each element states.
-        model: the soil model of the elements, which knows their m_v.
+        conductivities: What the material of each element states.
+        model: The soil model of the elements, which knows their m_v.
     """
 
     def __init__(self, conductivities: Sequence[Conductivity], model: SoilModel) -> None:

@@ -23,12 +23,12 @@ class Profile:
 
     Attributes:
         places: x of each element, in metres.
-        levels: levels of the nodes, from top to bottom, in metres.
-        materials: the material of each element.
-        effective: initial effective stress at the nodes, in kPa.
-        pore_pressure: initial pore pressure at the nodes, in kPa.
-        preconsolidation: initial preconsolidation pressure of the elements, in kPa.
-        leakage: their flow to vertical drains.
+        levels: Levels of the nodes, from top to bottom, in metres.
+        materials: The material of each element.
+        effective: Initial effective stress at the nodes, in kPa.
+        pore_pressure: Initial pore pressure at the nodes, in kPa.
+        preconsolidation: Initial preconsolidation pressure of the elements, in kPa.
+        leakage: Their flow to vertical drains.
     """
 
     places: Floats
@@ -63,15 +63,15 @@ class Row:
     """Profiles joined to a row of nodes and elements.
 
     Args:
-        profiles: the profiles.
-        drained_bottom: whether water leaves through the bottom of the columns.
+        profiles: The profiles.
+        drained_bottom: Whether water leaves through the bottom of the columns.
 
     Attributes:
-        profile: all of them as one, with the values of one after the other.
-        nodes: the upper and the lower node of each element, shape (2, elements).
-        heights: initial height of the elements, in metres.
-        drained: which elements don't hold back their water.
-        free: which nodes can have an excess pore pressure. None can at the top of a column,
+        profile: All of them as one, with the values of one after the other.
+        nodes: The upper and the lower node of each element, shape (2, elements).
+        heights: Initial height of the elements, in metres.
+        drained: Which elements don't hold back their water.
+        free: Which nodes can have an excess pore pressure. None can at the top of a column,
             where the tool drains whatever is asked for, and at the ends of a drained element.
     """
 

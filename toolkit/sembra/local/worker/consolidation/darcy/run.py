@@ -37,12 +37,12 @@ class Course:
     """What becomes of a profile in the course of time.
 
     Attributes:
-        strain: linear strain of the elements, shape (times, elements).
-        excess: excess pore pressure at the nodes in kPa, shape (times, nodes).
-        mean_excess: its mean over the height of each element in kPa, shape (times, elements).
-        loading: increase of the total stress at the nodes by what came before each time in kPa,
+        strain: Linear strain of the elements, shape (times, elements).
+        excess: Excess pore pressure at the nodes in kPa, shape (times, nodes).
+        mean_excess: Its mean over the height of each element in kPa, shape (times, elements).
+        loading: Increase of the total stress at the nodes by what came before each time in kPa,
             shape (times, nodes).
-        sources: amplitude of the convolution at the ends of the elements, of the step that ends at
+        sources: Amplitude of the convolution at the ends of the elements, of the step that ends at
             the time, in kPa, shape (times, 2, elements).
         diffusivity: K / (S h²) of the elements in the step that begins at the time in 1/day,
             shape (times, elements); 0 in drained elements.
@@ -60,13 +60,13 @@ class DarcyRun:
     """Consolidation of columns together, once.
 
     Args:
-        profiles: the columns.
-        soil_model: the soil model of all materials.
-        options: the calculation options.
-        times: all times, from 0 to the end, in days.
+        profiles: The columns.
+        soil_model: The soil model of all materials.
+        options: The calculation options.
+        times: All times, from 0 to the end, in days.
 
     Raises:
-        WorkerError: an element that holds back its water has no permeability.
+        WorkerError: An element that holds back its water has no permeability.
     """
 
     def __init__(
@@ -107,7 +107,7 @@ class DarcyRun:
         """Go from the first time to the last, and return the courses of the profiles.
 
         Raises:
-            WorkerError: the equations of a step have no solution that is found.
+            WorkerError: The equations of a step have no solution that is found.
         """
         self._diffusivity[0] = self._diffusivity_at(self._strain[0])
         for step in range(len(self._times) - 1):

@@ -24,8 +24,8 @@ class SinkingLoads:
     """The loads on columns that settle together, in several runs.
 
     Args:
-        situations: the columns, with the same loads.
-        lasts: for each run, the time in days after which no further loads count.
+        situations: The columns, with the same loads.
+        lasts: For each run, the time in days after which no further loads count.
     """
 
     def __init__(self, situations: Sequence[Situation], lasts: Sequence[float]) -> None:
@@ -48,8 +48,8 @@ class SinkingLoads:
         """Return the increase of stress at the nodes of all columns in each run.
 
         Args:
-            time: in days; loads that come at it are there.
-            settlements: settlement of the nodes in metres, shape (runs, nodes).
+            time: In days; loads that come at it are there.
+            settlements: Settlement of the nodes in metres, shape (runs, nodes).
         """
         now = np.minimum(self._lasts, time + TIME)
         surface = settlements[:, self._surfaces]
@@ -77,9 +77,9 @@ class _SinkingStrips:
     """The columns of all loads that have some, side by side.
 
     Args:
-        steps: the loads and their removals, at least one; both have the same columns.
-        situations: the columns of ground.
-        runs: the number of runs.
+        steps: The loads and their removals, at least one; both have the same columns.
+        situations: The columns of ground.
+        runs: The number of runs.
     """
 
     def __init__(
@@ -113,8 +113,8 @@ class _SinkingStrips:
         """Return the stress at the nodes of the columns of ground.
 
         Args:
-            now: for each run, the time in days up to which loads have come and gone.
-            surface: settlement of the surface of the columns in metres, shape (runs, columns).
+            now: For each run, the time in days up to which loads have come and gone.
+            surface: Settlement of the surface of the columns in metres, shape (runs, columns).
         """
         there = np.array([load.time <= now for load, *_ in self._steps]).T
         signs = np.array(
@@ -129,7 +129,7 @@ class SinkingSoil:
     """The soil of a column, which comes under water from the phreatic level up.
 
     Args:
-        situation: the column.
+        situation: The column.
     """
 
     def __init__(self, situation: Situation) -> None:
@@ -157,7 +157,7 @@ class SinkingSoil:
         """Return the change of effective stress at the nodes by what comes under water, in kPa.
 
         Args:
-            settlements: settlement of the nodes in metres, shape (runs, nodes).
+            settlements: Settlement of the nodes in metres, shape (runs, nodes).
         """
         if not self._is_dry:
             return np.zeros_like(settlements)

@@ -37,16 +37,16 @@ class Conditions:
     """What holds during a step, for elements or, with shape (2, elements), for their ends.
 
     Attributes:
-        duration: length of the step, in days.
+        duration: Length of the step, in days.
         conductance: K / h, in m/(kPa day).
-        factors: of this step's sources and changes of pressure.
-        remembered: what the steps before have left.
-        before: excess pore pressure at the beginning, at the ends.
-        load: increase of the total stress at the beginning, at the ends.
-        leak: part of the pressure that leaks to the drains.
-        in_drains: pressure in the drains against the initial pore pressure, at the ends.
-        total: effective stress without excess pore pressure.
-        stress: effective stress at the beginning, to start from.
+        factors: Of this step's sources and changes of pressure.
+        remembered: What the steps before have left.
+        before: Excess pore pressure at the beginning, at the ends.
+        load: Increase of the total stress at the beginning, at the ends.
+        leak: Part of the pressure that leaks to the drains.
+        in_drains: Pressure in the drains against the initial pore pressure, at the ends.
+        total: Effective stress without excess pore pressure.
+        stress: Effective stress at the beginning, to start from.
     """
 
     duration: float
@@ -74,7 +74,7 @@ class NotConvergedError(Exception):
     """A step whose equations have no solution that is found.
 
     Args:
-        elements: which elements have none.
+        elements: Which elements have none.
     """
 
     def __init__(self, elements: NDArray[np.bool_]) -> None:
@@ -86,10 +86,10 @@ class StorageEquation:
     """The nodes of columns, joined by elements.
 
     Args:
-        nodes: the upper and the lower node of each element, shape (2, elements); a lower node is
+        nodes: The upper and the lower node of each element, shape (2, elements); a lower node is
             the one after the upper.
-        free: the nodes that can have an excess pore pressure.
-        creep_excess: as that of `StrainHistory`, for the elements.
+        free: The nodes that can have an excess pore pressure.
+        creep_excess: As that of `StrainHistory`, for the elements.
     """
 
     def __init__(
@@ -108,7 +108,7 @@ class StorageEquation:
         """Find the end of a step.
 
         Raises:
-            NotConvergedError: the iteration doesn't converge.
+            NotConvergedError: The iteration doesn't converge.
         """
         now = conditions
         source, change = now.factors.source, now.factors.change

@@ -12,9 +12,9 @@ def solve_tridiagonal(diagonal: Floats, beside: Floats, right: Floats) -> Floats
     """Return x of the system with a dominant diagonal.
 
     Args:
-        diagonal: the diagonal, shape (n,).
-        beside: what stands beside it in both directions, shape (n - 1,); 0 between two chains.
-        right: the right-hand side, shape (n,).
+        diagonal: The diagonal, shape (n,).
+        beside: What stands beside it in both directions, shape (n - 1,); 0 between two chains.
+        right: The right-hand side, shape (n,).
     """
     size = len(diagonal)
     while beside.any():

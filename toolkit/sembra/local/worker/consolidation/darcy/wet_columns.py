@@ -21,8 +21,8 @@ class WetColumns:
     """The columns of loads in several runs, from the time step on in which they come.
 
     Args:
-        loads: the loads, whose columns stand side by side in arrays.
-        runs: the number of runs, in each of which the columns settle in their own way.
+        loads: The loads, whose columns stand side by side in arrays.
+        runs: The number of runs, in each of which the columns settle in their own way.
     """
 
     def __init__(self, loads: Sequence[StripLoad], runs: int) -> None:
@@ -37,9 +37,9 @@ class WetColumns:
         """Return how high the columns are wet.
 
         Args:
-            settlement: settlement of the ground below each column in metres, shape (runs,
+            settlement: Settlement of the ground below each column in metres, shape (runs,
                 columns), one step after that of the call before.
-            there: whether the column has come by now, in the same shape.
+            there: Whether the column has come by now, in the same shape.
         """
         depths = np.minimum(settlement - self._above_water, self._height)
         ahead, behind = np.maximum(*depths), np.minimum(*depths)

@@ -19,9 +19,9 @@ class Drains:
     Args:
         left: x of the leftmost drain, in metres.
         right: x of the rightmost drain, in metres.
-        bottom: level of their lower end, in metres.
-        flow: the flow of water to them.
-        schedule: the water in them.
+        bottom: Level of their lower end, in metres.
+        flow: The flow of water to them.
+        schedule: The water in them.
     """
 
     left: float

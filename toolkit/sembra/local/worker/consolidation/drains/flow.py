@@ -37,10 +37,10 @@ class RadialFlow:
     Args:
         distance: centre-to-centre distance of the drains, in metres.
         grid_factor: D in parts of that distance.
-        drain_diameter: diameter d of the drain, in metres.
+        drain_diameter: Diameter d of the drain, in metres.
 
     Raises:
-        ValueError: the drain takes (almost) all of the cylinder.
+        ValueError: The drain takes (almost) all of the cylinder.
     """
 
     distance: float
@@ -65,10 +65,10 @@ class PlaneFlow:
 
     Args:
         distance: centre-to-centre distance of the walls, in metres.
-        thickness: thickness of the walls, in metres.
+        thickness: Thickness of the walls, in metres.
 
     Raises:
-        ValueError: the walls leave no soil between them.
+        ValueError: The walls leave no soil between them.
     """
 
     distance: float
@@ -87,7 +87,7 @@ def strip_diameter(width: float, thickness: float) -> float:
     """Return the diameter of the round drain with the circumference of a strip.
 
     Args:
-        width: width of the strip, in metres.
-        thickness: thickness of the strip, in metres.
+        width: Width of the strip, in metres.
+        thickness: Thickness of the strip, in metres.
     """
     return 2 * (width + thickness) / math.pi

@@ -34,9 +34,9 @@ class PipeWater:
     """Water in a sand wall with a drain pipe, by the pressure in the pipe.
 
     Args:
-        pipe: level of the pipe, in metres.
-        pipe_pressure: pressure in it, in kPa.
-        underpressure: the least pressure is the negative of this, in kPa.
+        pipe: Level of the pipe, in metres.
+        pipe_pressure: Pressure in it, in kPa.
+        underpressure: The least pressure is the negative of this, in kPa.
     """
 
     pipe: float
@@ -71,8 +71,8 @@ class Schedule:
     """The water in the drains in the course of time.
 
     Args:
-        kind: how the file tells it.
-        stages: in the order of time, at least one.
+        kind: How the file tells it.
+        stages: In the order of time, at least one.
     """
 
     kind: ScheduleKind

@@ -19,13 +19,13 @@ class Cluster:
     """Layers from `first` up to but not including `end`, with drainage at top and bottom.
 
     Args:
-        first: position of the uppermost layer in the column.
-        end: position of the layer below the lowermost.
-        drained_top: whether water leaves at the top.
-        drained_bottom: whether water leaves at the bottom.
-        heights: height of each layer between its nodes, in metres.
-        thicknesses: thickness of each layer between its borders, in metres.
-        coefficients: coefficient of consolidation of each layer, in m²/day.
+        first: Position of the uppermost layer in the column.
+        end: Position of the layer below the lowermost.
+        drained_top: Whether water leaves at the top.
+        drained_bottom: Whether water leaves at the bottom.
+        heights: Height of each layer between its nodes, in metres.
+        thicknesses: Thickness of each layer between its borders, in metres.
+        coefficients: Coefficient of consolidation of each layer, in m²/day.
     """
 
     first: int
@@ -82,13 +82,13 @@ def find_clusters(
     """Yield the clusters of undrained layers of a column, from top to bottom.
 
     Args:
-        column: the column.
-        mesh: its mesh, whose elements have the heights that count.
-        drained_top: whether water leaves through the surface.
-        drained_bottom: whether water leaves through the bottom of the column.
+        column: The column.
+        mesh: Its mesh, whose elements have the heights that count.
+        drained_top: Whether water leaves through the surface.
+        drained_bottom: Whether water leaves through the bottom of the column.
 
     Raises:
-        WorkerError: a layer has no coefficient of consolidation; the message names all materials.
+        WorkerError: A layer has no coefficient of consolidation; the message names all materials.
     """
     drained = [layer.material.drained for layer in column.layers]
     heights = np.bincount(mesh.element_layers, mesh.thicknesses, len(drained))
@@ -114,7 +114,7 @@ def find_clusters(
 
 
 def _coefficients(column: Column, drained: Sequence[bool]) -> Floats:
-    """Coefficient of consolidation of each layer; drained ones need none."""
+    """Return the coefficient of consolidation of each layer; drained ones need none."""
     flows = [layer.material.conductivity for layer in column.layers]
     without = dict.fromkeys(
         layer.material.name

@@ -51,7 +51,7 @@ def _consolidate(situation: Situation) -> Consolidated:
     loads, and it causes nothing.
 
     Raises:
-        WorkerError: an effective stress isn't positive, or a layer can't consolidate.
+        WorkerError: An effective stress isn't positive, or a layer can't consolidate.
     """
     s = situation
     mesh, options = s.mesh, s.options

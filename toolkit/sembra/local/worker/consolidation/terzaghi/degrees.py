@@ -34,13 +34,13 @@ class TerzaghiColumn:
     """The degrees of consolidation of one column.
 
     Args:
-        column: the column.
-        mesh: its mesh.
-        options: drained boundaries and reference time.
-        drains: the drains of the file, if there are any.
+        column: The column.
+        mesh: Its mesh.
+        options: Drained boundaries and reference time.
+        drains: The drains of the file, if there are any.
 
     Raises:
-        WorkerError: a layer has no coefficient of consolidation.
+        WorkerError: A layer has no coefficient of consolidation.
     """
 
     def __init__(self, column: Column, mesh: Mesh, options: Options, drains: Drains | None) -> None:
@@ -65,9 +65,9 @@ class TerzaghiColumn:
         """Return the degree of consolidation of each layer for a load, shape (layers, times).
 
         Args:
-            times: times in days; up to that of the load the degree is 0, and beyond it 1 in a
+            times: Times in days; up to that of the load the degree is 0, and beyond it 1 in a
                 drained layer.
-            load_time: when the load comes, in days.
+            load_time: When the load comes, in days.
         """
         since = times - load_time
         degrees = np.tile(np.where(since > 0, 1.0, 0.0), (self.layer_count, 1))

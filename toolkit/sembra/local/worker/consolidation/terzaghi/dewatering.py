@@ -54,11 +54,11 @@ def drawdowns(
     """Return the changes of pore pressure by the water in drains, in the order of time.
 
     Args:
-        column: the column.
-        mesh: its mesh.
-        drains: the drains.
-        consolidation: how the column consolidates.
-        water_unit_weight: in kN/m³.
+        column: The column.
+        mesh: Its mesh.
+        drains: The drains.
+        consolidation: How the column consolidates.
+        water_unit_weight: In kN/m³.
     """
     found: list[Drawdown] = []
     for stage in drains.schedule.stages:
@@ -75,7 +75,7 @@ def drawdowns(
 
 
 def _stands_full(stage: Stage, drains: Drains, column: Column) -> bool:
-    """Whether the water in drains stands too high to do anything, as the tool has it."""
+    """Return whether the water in drains stands too high to do anything, as the tool has it."""
     water = stage.water
     return (
         drains.schedule.kind is not ScheduleKind.DETAILED
@@ -86,7 +86,7 @@ def _stands_full(stage: Stage, drains: Drains, column: Column) -> bool:
 
 
 def _steady_share(cluster: Cluster, rate: float) -> float:
-    """1 - tanh(x) / x, with the cluster's mirror image where it is drained at one side."""
+    """Return 1 - tanh(x) / x, with the cluster's mirror image where it is drained at one side."""
     x = cluster.sides * cluster.height / 2 * np.sqrt(rate / cluster.coefficient)
     return float(1 - np.tanh(x) / x) if x > 0 else 0.0
 
@@ -99,7 +99,7 @@ def _difference(
     stage: Stage,
     water_unit_weight: float,
 ) -> float:
-    """G: mean over the cluster of the pressure at rest less that in the drains, down to their tip.
+    """Return G: the cluster's mean of the pressure at rest less that in drains, down to their tip.
 
     Each element counts with the pressures at its upper node.
     """

@@ -20,8 +20,8 @@ def dissipation(consolidation: TerzaghiColumn, times: Floats) -> Floats:
     """Return the degree of consolidation of each layer, shape (layers, times).
 
     Args:
-        consolidation: how the column consolidates.
-        times: times since the load, in days, from 0 on.
+        consolidation: How the column consolidates.
+        times: Times since the load, in days, from 0 on.
     """
     degrees = np.ones((consolidation.layer_count, len(times)))
     for cluster in consolidation.clusters:

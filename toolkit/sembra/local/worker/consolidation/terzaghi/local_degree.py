@@ -22,9 +22,9 @@ def local_degree(factor: Floats, upper: float, lower: float) -> Floats:
     """Return the mean degree of consolidation between two depths of a layer drained at both sides.
 
     Args:
-        factor: time factor c_v t / length², not below 0, shape (times,).
-        upper: depth of the part's top, in parts of the distance between the drained sides.
-        lower: depth of the part's bottom in the same measure.
+        factor: Time factor c_v t / length², not below 0, shape (times,).
+        upper: Depth of the part's top, in parts of the distance between the drained sides.
+        lower: Depth of the part's bottom in the same measure.
     """
     share = (np.cos(_WAVE * upper) - np.cos(_WAVE * lower)) * 4 / (_WAVE**2 * (lower - upper))
     with np.errstate(under="ignore"):
