@@ -50,7 +50,7 @@ def main() -> int:
     rows: list[Row] = []
     for subject in options.subjects or SUBJECTS:
         print(f"measuring {subject} ...", flush=True)
-        rows += import_module(f"benchmarks.{subject}").rows()
+        rows += import_module(f"benchmarks.subjects.{subject}").rows()
     show(rows)
     options.json.parent.mkdir(parents=True, exist_ok=True)
     report = [{**asdict(row), "holds": row.holds} for row in rows]

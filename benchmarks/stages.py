@@ -10,8 +10,8 @@ from sembra.external.dsettlement import OutputFileParser
 
 from benchmarks.marking import mark_verticals
 from benchmarks.peak_memory import repeated
-from benchmarks.reader import SAMPLES
 from benchmarks.side_by_side import seconds
+from benchmarks.subjects.reader import SAMPLES
 
 SIZE = 4_000_000
 ROUNDS = 15

@@ -3,10 +3,20 @@
 import argparse
 from pathlib import Path
 
-from examples.showcase import choice_of_model, one_dimensional, parametric_study, two_dimensional
+from examples.showcase import (
+    tell_choice_of_model,
+    tell_one_dimensional,
+    tell_parametric_study,
+    tell_two_dimensional,
+)
 from examples.showcase.terminal import Terminal
 
-STORIES = (one_dimensional.tell, two_dimensional.tell, choice_of_model.tell, parametric_study.tell)
+STORIES = (
+    tell_one_dimensional.tell,
+    tell_two_dimensional.tell,
+    tell_choice_of_model.tell,
+    tell_parametric_study.tell,
+)
 
 
 def main() -> None:

@@ -14,7 +14,7 @@ import pytest
 from sembra.external.dsettlement import DSettlementAnalysis, OutputFileParser
 from sembra.local.input_file import read_model
 from sembra.local.sli.entries import entries
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 from tests.toolkit.samples import FOLDER, needs_samples
 from tests.toolkit.worker.drained_sample import drained_columns

@@ -15,7 +15,7 @@ from sembra.external.external_program import (
     _get_dseries_file_body,
     _JobContent,
 )
-from sembra.local.worker.errors import OUT_OF_RANGE
+from sembra.local.worker.failures import OUT_OF_RANGE
 
 from tests.toolkit import fake_jobs
 from tests.toolkit.processes import await_that, is_alive, sleeping_processes

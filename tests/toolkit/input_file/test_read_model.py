@@ -18,7 +18,7 @@ from sembra.external.dsettlement import (
     VerticalDrain,
 )
 from sembra.local.input_file import LeftOut, ReadModel, Reason, read_model
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 from tests.toolkit.look.made_files import column, cross_section
 

@@ -8,7 +8,7 @@ from pathlib import Path
 
 import pytest
 from sembra.local.input_file import ReadModel, read_model
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 from tests.toolkit.input_file.kinds import KINDS, kind_of
 from tests.toolkit.input_file.untold import untold

@@ -10,8 +10,8 @@ from typing import Any
 
 from sembra.local.input_file import LeftOut
 from sembra.local.sli.geometry_2d import Geometry2D
-from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.sections import Line, Section
+from sembra.local.sli.whole_file import InputFile
 
 TOLERANCE = 1e-3
 """How far a line may be off where it got a point for a load [m]."""

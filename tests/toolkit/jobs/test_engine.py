@@ -5,7 +5,7 @@ from pathlib import Path
 
 import pytest
 from sembra.local.jobs.engine import chosen_engine
-from sembra.local.jobs.errors import EngineError
+from sembra.local.jobs.engine_error import EngineError
 from sembra.local.jobs.reporting import ignore
 from sembra.local.jobs.running import JobError, run
 from sembra.local.jobs.shared_pool import end_shared_pool, shared_pool

@@ -4,7 +4,7 @@ from collections.abc import Callable
 from typing import Any
 
 import pytest
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 from tests.toolkit.documents import Document, document_1d, document_2d, drain, soil
 

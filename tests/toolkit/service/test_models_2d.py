@@ -13,7 +13,7 @@ from sembra.external.dsettlement import (
     VerticalDrain,
     _Point,
 )
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 Polyline = list[tuple[float, float]]
 

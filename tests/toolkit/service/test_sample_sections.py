@@ -11,7 +11,7 @@ from typing import Any
 
 import pytest
 from sembra.local.sli.entries import entries
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 from tests.toolkit.documents import Document, document_1d, document_2d, drain, soil_of
 from tests.toolkit.samples import input_files, needs_samples

@@ -10,7 +10,7 @@ import numpy as np
 import pytest
 from sembra.local.worker import calculation
 from sembra.local.worker.column_result import DarcyHistory
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import Embankment

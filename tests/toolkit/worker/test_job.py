@@ -7,7 +7,7 @@ from typing import Any
 
 import pytest
 from sembra.local.worker import calculate_file
-from sembra.local.worker.errors import INVALID_BODY, OUT_OF_RANGE, UNSUPPORTED_JOB
+from sembra.local.worker.failures import INVALID_BODY, OUT_OF_RANGE, UNSUPPORTED_JOB
 from sembra.local.worker.job import run_job
 
 from tests.toolkit.worker.input_file import calculated, input_text, job, refused

@@ -11,7 +11,7 @@ WORKER = Path(sembra.local.worker.__file__).parent
 PREFIX = "sembra.local.worker."
 # Each room, or module beside the rooms, knows of those in front of it.
 ORDER = (
-    ("arrays", "errors", "tolerances"),
+    ("arrays", "failures", "tolerances"),
     ("spreading",),
     ("ground",),
     ("options",),

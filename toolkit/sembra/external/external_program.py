@@ -9,7 +9,7 @@ from io import BytesIO
 from typing import Any
 
 from sembra.errors import ModelError
-from sembra.local.worker.errors import OUT_OF_RANGE
+from sembra.local.worker.failures import OUT_OF_RANGE
 
 __all__ = ["ExecutionError", "ExternalProgram"]
 

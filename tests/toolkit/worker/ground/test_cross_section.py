@@ -2,8 +2,8 @@
 
 import numpy as np
 import pytest
-from sembra.local.worker.errors import WorkerError
-from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
+from sembra.local.worker.failures import WorkerError
+from sembra.local.worker.ground.cross_section import CrossSection, LayerBetween
 from sembra.local.worker.ground.polyline import Polyline
 
 from tests.toolkit.worker.made_material import material
@@ -18,8 +18,8 @@ INTERPOLATED = LayerBetween.INTERPOLATED
 NO_PRESSURE = LayerBetween.NO_PRESSURE
 
 
-def section(top: Polyline | int, border: Polyline | int, bottom: Polyline | int) -> Geometry2D:
-    return Geometry2D(
+def section(top: Polyline | int, border: Polyline | int, bottom: Polyline | int) -> CrossSection:
+    return CrossSection(
         (
             LayerBetween(SURFACE, MIDDLE, CLAY, top, border),
             LayerBetween(MIDDLE, BOTTOM, CLAY, border, bottom),
@@ -57,7 +57,7 @@ def test_a_side_without_pressure() -> None:
 
 
 def test_layers_without_thickness_are_left_out() -> None:
-    flat = Geometry2D(
+    flat = CrossSection(
         (
             LayerBetween(SURFACE, SURFACE, CLAY, WATER, WATER),
             LayerBetween(SURFACE, BOTTOM, CLAY, WATER, WATER),
@@ -79,6 +79,6 @@ def test_nothing_to_interpolate_from_is_refused() -> None:
 
 
 def test_crossing_boundaries_are_refused() -> None:
-    crossed = Geometry2D((LayerBetween(BOTTOM, SURFACE, CLAY, WATER, WATER),), WATER)
+    crossed = CrossSection((LayerBetween(BOTTOM, SURFACE, CLAY, WATER, WATER),), WATER)
     with pytest.raises(WorkerError, match=r"^At x = 20 m the bottom of the layer of Clay lies"):
         crossed.column(20.0, 0.0)

@@ -4,7 +4,7 @@ from math import atan, cos, pi, sin
 
 import numpy as np
 import pytest
-from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
+from sembra.local.worker.ground.cross_section import CrossSection, LayerBetween
 from sembra.local.worker.ground.imaginary_surface import make_imaginary_surface
 from sembra.local.worker.ground.mesh import make_mesh
 from sembra.local.worker.ground.polyline import Polyline
@@ -33,14 +33,14 @@ def level(height: float) -> Polyline:
 BANK = line((-1000.0, 0.0), (-3.0, 0.0), (-3.0, 2.0), (3.0, 2.0), (3.0, 0.0), (1000.0, 0.0))
 
 
-def ground(surface: Polyline, water: float) -> Geometry2D:
+def ground(surface: Polyline, water: float) -> CrossSection:
     phreatic_line = level(water)
     above, below = (
         LayerBetween(top, bottom, CLAY, phreatic_line, phreatic_line)
         for top, bottom in ((surface, level(0.0)), (level(0.0), level(-10.0)))
     )
     imaginary = make_imaginary_surface(level(0.0), [above], phreatic_line, SPREADING, 10.0)
-    return Geometry2D((above, below), phreatic_line, (phreatic_line,), imaginary)
+    return CrossSection((above, below), phreatic_line, (phreatic_line,), imaginary)
 
 
 def strip(depth: float) -> float:
@@ -64,7 +64,7 @@ def test_beside_a_bank_there_is_stress_by_it() -> None:
 def test_even_soil_weighs_as_ever(water: float) -> None:
     levels = np.array([1.0, 0.0, -1e-5, -5.0])
     with_it = ground(level(2.0), water)
-    without = Geometry2D(with_it.layers, with_it.phreatic_line)
+    without = CrossSection(with_it.layers, with_it.phreatic_line)
     found, expected = (
         soil_stress(one.column(0.0, 0.0), levels, 10.0) for one in (with_it, without)
     )

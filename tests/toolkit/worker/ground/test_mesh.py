@@ -5,7 +5,7 @@ from itertools import pairwise
 
 import numpy as np
 import pytest
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.imaginary_surface import SoilAbove
 from sembra.local.worker.ground.mesh import make_mesh

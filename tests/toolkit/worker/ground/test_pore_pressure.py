@@ -4,9 +4,9 @@ from collections.abc import Sequence
 
 import numpy as np
 import pytest
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.ground.column import Column, Layer
-from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
+from sembra.local.worker.ground.cross_section import CrossSection, LayerBetween
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.ground.pore_pressure import layers_at, pore_pressures_at
 
@@ -71,7 +71,7 @@ def test_heave_lifts_points_out_of_the_water() -> None:
     assert pressures((0, -2, 0, 0), 0.0, [-0.1, -1.0], -0.3) == pytest.approx([0, 7])
 
 
-def section(*heads: tuple[float | int, float | int], phreatic_level: float) -> Geometry2D:
+def section(*heads: tuple[float | int, float | int], phreatic_level: float) -> CrossSection:
     """Return layers of a metre each from level 0 down; whole numbers are codes."""
 
     def line(level: float) -> Polyline:
@@ -84,7 +84,7 @@ def section(*heads: tuple[float | int, float | int], phreatic_level: float) -> G
         LayerBetween(line(-k), line(-k - 1), CLAY, side(top), side(bottom))
         for k, (top, bottom) in enumerate(heads)
     )
-    return Geometry2D(layers, line(phreatic_level))
+    return CrossSection(layers, line(phreatic_level))
 
 
 @pytest.mark.parametrize(

@@ -1,9 +1,9 @@
 """Reading materials."""
 
 import pytest
-from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.input_file_error import InputFileError
 from sembra.local.sli.sections import read_whole
-from sembra.local.worker.errors import Problems
+from sembra.local.worker.failures import Problems
 from sembra.local.worker.ground.material import Conductivity, Material, StorageType
 from sembra.local.worker.ground.preconsolidation import PreconsolidationType, StatedPreconsolidation
 from sembra.local.worker.input import read_project

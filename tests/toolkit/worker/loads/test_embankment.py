@@ -4,7 +4,7 @@ from math import pi
 
 import numpy as np
 import pytest
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import Embankment, Site, strip_loads
 from sembra.local.worker.spreading.distribution import Distribution, strip_share

@@ -4,7 +4,7 @@ from math import atan, pi, sqrt
 
 import numpy as np
 import pytest
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.loads.circular import CircularLoad
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.rectangular import RectangularLoad

@@ -3,7 +3,7 @@
 import numpy as np
 import pytest
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import LocalError, Problems, WorkerError
+from sembra.local.worker.failures import LocalError, Problems, WorkerError
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.loads.load_steps import LoadStep
 from sembra.local.worker.loads.stresses import load_stress

@@ -3,7 +3,7 @@
 import numpy as np
 import pytest
 from sembra.local.worker.ground.column import Column
-from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
+from sembra.local.worker.ground.cross_section import CrossSection, LayerBetween
 from sembra.local.worker.ground.mesh import make_mesh
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.ground.pore_pressure import pore_pressures_at
@@ -25,10 +25,10 @@ def line(level: float) -> Polyline:
     return Polyline(((0.0, level), (10.0, level)))
 
 
-def ground(phreatic_level: float, deep_level: float | None = None) -> Geometry2D:
+def ground(phreatic_level: float, deep_level: float | None = None) -> CrossSection:
     deep = line(phreatic_level if deep_level is None else deep_level)
     shallow = line(phreatic_level)
-    return Geometry2D((LayerBetween(line(0), line(-4), CLAY, shallow, deep),), shallow)
+    return CrossSection((LayerBetween(line(0), line(-4), CLAY, shallow, deep),), shallow)
 
 
 def stage(phreatic_level: float, time: float = 0, deep_level: float | None = None) -> WaterStage:

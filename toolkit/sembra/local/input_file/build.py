@@ -25,8 +25,8 @@ from sembra.local.input_file.loads import (
 )
 from sembra.local.input_file.points_of_loads import with_points_of_loads
 from sembra.local.service.soil import LINES, Parameter
-from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.materials import StatedMaterial
+from sembra.local.sli.whole_file import InputFile
 
 if TYPE_CHECKING:
     from sembra.external.dsettlement import Vertical

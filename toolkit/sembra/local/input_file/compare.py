@@ -6,8 +6,8 @@ from itertools import zip_longest
 
 from sembra.local.input_file.left_out import LeftOut, Reason
 from sembra.local.sli.entries import Entry, entries
-from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.sections import Section
+from sembra.local.sli.whole_file import InputFile
 
 _COMPARED = (
     "VERSION",

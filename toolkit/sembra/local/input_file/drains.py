@@ -2,7 +2,7 @@
 
 from sembra.external.dsettlement import DrainageSimpleMode, DrainGrid, DrainType, VerticalDrain
 
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 _TYPE = "Flow type"
 _OFF, _SIMPLE, _DETAILED = 0, 1, 2

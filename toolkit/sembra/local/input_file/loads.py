@@ -6,9 +6,9 @@ from sembra.external.dsettlement import Model1D, Model2D
 
 from sembra.errors import ModelError
 from sembra.local.input_file.left_out import LeftOut, Reason
-from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.non_uniform_loads import NonUniformLoad
 from sembra.local.sli.other_loads import KindOfLoad, OtherLoad
+from sembra.local.sli.whole_file import InputFile
 
 _OTHER = "OTHER LOADS"
 _NON_UNIFORM = "NON-UNIFORM LOADS"

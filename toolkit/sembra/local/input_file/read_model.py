@@ -14,7 +14,7 @@ from sembra.local.input_file.compare import compare
 from sembra.local.input_file.left_out import LeftOut
 from sembra.local.service.document import RefusalError, read_document
 from sembra.local.service.filling import fill
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 if TYPE_CHECKING:
     from sembra.external.dsettlement import Vertical

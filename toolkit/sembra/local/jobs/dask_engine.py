@@ -10,7 +10,7 @@ from importlib import import_module
 from typing import Any
 
 from sembra.local.jobs.callers import ended_with_caller
-from sembra.local.jobs.errors import EngineError
+from sembra.local.jobs.engine_error import EngineError
 from sembra.local.jobs.pool import PoolFuture
 from sembra.local.jobs.reporting import Report, ignore
 from sembra.local.jobs.shared_pool import shared_pool

@@ -4,7 +4,7 @@ import os
 from collections.abc import Callable
 from typing import Any, Protocol
 
-from sembra.local.jobs.errors import EngineError
+from sembra.local.jobs.engine_error import EngineError
 from sembra.local.jobs.reporting import Report
 from sembra.local.jobs.shared_pool import shared_pool
 

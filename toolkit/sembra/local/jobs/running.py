@@ -4,7 +4,7 @@ from concurrent.futures import CancelledError
 from typing import Any, TypeGuard
 
 from sembra.local.jobs.engine import chosen_engine
-from sembra.local.jobs.errors import EngineError
+from sembra.local.jobs.engine_error import EngineError
 from sembra.local.jobs.progress import show_progress
 from sembra.local.worker.job import run_job
 

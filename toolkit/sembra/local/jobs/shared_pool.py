@@ -4,7 +4,7 @@ import atexit
 import os
 import threading
 
-from sembra.local.jobs.errors import EngineError
+from sembra.local.jobs.engine_error import EngineError
 from sembra.local.jobs.pool import WorkerPool
 
 WORKERS_SETTING = "SEMBRA_WORKERS"

@@ -4,9 +4,9 @@ from dataclasses import dataclass
 
 import numpy as np
 
-from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.input_file_error import InputFileError
 from sembra.local.worker.calculation import calculate
-from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
+from sembra.local.worker.failures import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.input import read_project
 
 

@@ -6,7 +6,7 @@ from sembra.external.dsettlement import DrainGrid, DrainType
 
 from sembra.local.look.options import Fact
 from sembra.local.look.table import Column, Name, Table, number
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 _KINDS = {
     DrainType.STRIP: "strips",

@@ -2,7 +2,7 @@
 
 from sembra.local.look.table import Column, Name, Table, number
 from sembra.local.sli.geometry_2d import INTERPOLATED, NO_PL_LINE, Geometry2D
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 _MATERIAL = Column("Material", numbers=False)
 

@@ -4,9 +4,9 @@ from collections.abc import Iterator
 
 from sembra.local.look.ground import pl_line
 from sembra.local.look.table import Column, Name, Table, day, number
-from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.non_uniform_loads import NonUniformLoad
 from sembra.local.sli.other_loads import KindOfLoad, OtherLoad, find_unknown_loads
+from sembra.local.sli.whole_file import InputFile
 
 _COLUMNS = (
     Column("Load", numbers=False),

@@ -3,7 +3,7 @@
 from collections.abc import Iterator
 
 from sembra.local.look.table import number
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.whole_file import InputFile
 
 Fact = tuple[str, str]
 """What it is about, and what holds."""

@@ -16,14 +16,14 @@ from sembra.local.look.drawing import Drawing
 from sembra.local.look.ground import layers
 from sembra.local.look.loads import loads
 from sembra.local.look.options import Fact, identification, options
-from sembra.local.look.pictures import picture_of_model, pictures_of_results
+from sembra.local.look.page_pictures import picture_of_model, pictures_of_results
 from sembra.local.look.settlements import settlements
 from sembra.local.look.soils import soils
 from sembra.local.look.table import Table
 from sembra.local.results import ResultFile
-from sembra.local.sli.errors import InputFileError
-from sembra.local.sli.input_file import InputFile
+from sembra.local.sli.input_file_error import InputFileError
 from sembra.local.sli.text import decode
+from sembra.local.sli.whole_file import InputFile
 
 _WARNINGS = ("[Warnings]", "[End of Warnings]")
 """Tags of the block in which the local worker says what there is to know."""

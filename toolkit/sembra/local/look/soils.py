@@ -5,8 +5,8 @@ from enum import IntEnum
 
 from sembra.core import Color
 from sembra.local.look.table import Column, Name, Table, number
-from sembra.local.sli.input_file import InputFile
 from sembra.local.sli.materials import StatedMaterial
+from sembra.local.sli.whole_file import InputFile
 
 Cell = Callable[[StatedMaterial], str]
 

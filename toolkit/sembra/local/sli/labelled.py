@@ -3,7 +3,7 @@
 from collections.abc import Iterable
 
 from sembra.local.sli.entries import Entry, entries
-from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.input_file_error import InputFileError
 from sembra.local.sli.sections import Section, parse_number
 
 

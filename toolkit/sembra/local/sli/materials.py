@@ -3,7 +3,7 @@
 from collections.abc import Iterable, Mapping
 from dataclasses import dataclass
 
-from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.input_file_error import InputFileError
 from sembra.local.sli.sections import Line, Section, parse_number
 
 

@@ -4,7 +4,7 @@ import math
 from collections.abc import Iterator
 from dataclasses import dataclass
 
-from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.input_file_error import InputFileError
 
 _END = "[END OF "
 

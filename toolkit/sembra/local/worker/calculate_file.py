@@ -4,7 +4,7 @@ import numpy as np
 
 from sembra.local.jobs.reporting import Report
 from sembra.local.worker.calculation import calculate
-from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
+from sembra.local.worker.failures import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.input import read_project
 from sembra.local.worker.result import write_results
 

@@ -15,9 +15,9 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import ColumnResult
-from sembra.local.worker.consolidation.consolidation import Situation
+from sembra.local.worker.consolidation.interface import Situation
 from sembra.local.worker.dissipation import dissipation
-from sembra.local.worker.errors import OUT_OF_RANGE, Problems, WorkerError
+from sembra.local.worker.failures import OUT_OF_RANGE, Problems, WorkerError
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.project import Project

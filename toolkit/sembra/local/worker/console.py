@@ -17,7 +17,7 @@ import subprocess
 import tempfile
 from pathlib import Path
 
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 
 SETTING = "SEMBRA_DSETTLEMENT_CONSOLE"
 RESULT_EXTENSIONS = (".sld", ".slo", ".err", ".error.log")

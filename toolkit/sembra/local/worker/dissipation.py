@@ -3,7 +3,7 @@
 import numpy as np
 
 from sembra.local.worker.column_result import Dissipation
-from sembra.local.worker.errors import OUT_OF_RANGE, WorkerError
+from sembra.local.worker.failures import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.stresses import load_stress
 from sembra.local.worker.project import Project

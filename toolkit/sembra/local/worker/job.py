@@ -5,10 +5,10 @@ import binascii
 from typing import Any
 
 from sembra.local.jobs.reporting import reporter
-from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.input_file_error import InputFileError
 from sembra.local.sli.text import decode
 from sembra.local.worker.console import configured_command, run_console
-from sembra.local.worker.errors import (
+from sembra.local.worker.failures import (
     INTERNAL_ERROR,
     INVALID_BODY,
     UNSUPPORTED_JOB,

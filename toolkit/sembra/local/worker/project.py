@@ -2,8 +2,8 @@
 
 from dataclasses import dataclass
 
-from sembra.local.worker.consolidation.consolidation import Consolidation
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
+from sembra.local.worker.consolidation.interface import Consolidation
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.superelevation import MaintainedProfile

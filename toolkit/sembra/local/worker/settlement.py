@@ -7,7 +7,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import ColumnResult
-from sembra.local.worker.consolidation.consolidation import Consolidated, Situation
+from sembra.local.worker.consolidation.interface import Consolidated, Situation
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh, make_mesh
 from sembra.local.worker.ground.preconsolidation import preconsolidation_pressure

@@ -7,7 +7,7 @@ from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.darcy.leakage import leakage
 from sembra.local.worker.consolidation.darcy.profile import Profile
 from sembra.local.worker.consolidation.darcy.run import Course, DarcyRun
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.ground.material import Conductivity, Material, StorageType
 from sembra.local.worker.ground.preconsolidation import (
     PreconsolidationOption,

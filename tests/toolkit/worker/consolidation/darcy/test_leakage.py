@@ -5,7 +5,7 @@ from math import log
 import numpy as np
 import pytest
 from sembra.local.worker.consolidation.darcy.leakage import leakage
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.consolidation.drains.flow import RadialFlow
 from sembra.local.worker.consolidation.drains.water import (
     Schedule,

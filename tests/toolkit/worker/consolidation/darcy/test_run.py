@@ -8,7 +8,7 @@ from sembra.local.worker.arrays import Floats
 from sembra.local.worker.consolidation.darcy import storage_equation
 from sembra.local.worker.consolidation.darcy.profile import Profile
 from sembra.local.worker.consolidation.darcy.run import Course, DarcyRun
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.consolidation.drains.flow import PlaneFlow
 from sembra.local.worker.consolidation.drains.water import (
     PipeWater,
@@ -16,7 +16,7 @@ from sembra.local.worker.consolidation.drains.water import (
     ScheduleKind,
     Stage,
 )
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.soil_models.isotache import Isotache
 from sembra.local.worker.soil_models.koppejan import Koppejan

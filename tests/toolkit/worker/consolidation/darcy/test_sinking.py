@@ -5,8 +5,8 @@ from dataclasses import replace
 import numpy as np
 import pytest
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.consolidation.darcy.sinking import SinkingLoads
+from sembra.local.worker.consolidation.interface import Situation
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.loads.load import Load

@@ -1,6 +1,6 @@
 """Drains made for the tests of the worker."""
 
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.consolidation.drains.flow import HorizontalFlow, RadialFlow
 from sembra.local.worker.consolidation.drains.water import (
     Schedule,

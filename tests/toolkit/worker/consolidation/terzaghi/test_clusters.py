@@ -2,7 +2,7 @@
 
 import pytest
 from sembra.local.worker.consolidation.terzaghi.clusters import Cluster, find_clusters
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import make_mesh
 

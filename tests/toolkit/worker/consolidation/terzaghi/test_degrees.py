@@ -2,7 +2,7 @@
 
 import numpy as np
 import pytest
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.consolidation.drains.flow import PlaneFlow
 from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn, mean_degree
 from sembra.local.worker.ground.column import Column

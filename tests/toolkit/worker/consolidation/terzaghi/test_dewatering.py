@@ -5,7 +5,7 @@ import functools
 import numpy as np
 import pytest
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.consolidation.drains.flow import PlaneFlow
 from sembra.local.worker.consolidation.drains.water import (
     DrainWater,

@@ -3,7 +3,7 @@
 from dataclasses import dataclass, replace
 from typing import ClassVar
 
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.imaginary_surface import ImaginarySurface
 from sembra.local.worker.ground.material import Material
@@ -53,7 +53,7 @@ class LevelGround:
 
 
 @dataclass(frozen=True)
-class Geometry2D:
+class CrossSection:
     """Layers from top to bottom, the phreatic line, and all pl-lines.
 
     Below an imaginary surface, if there is one, the soil above it spreads its weight.

@@ -16,7 +16,7 @@ import numpy as np
 from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.ground.column import Column
 
 TOP_OFFSET = 1e-5

@@ -6,7 +6,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 
 
 @dataclass(frozen=True)

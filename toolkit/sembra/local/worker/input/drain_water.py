@@ -14,7 +14,7 @@ from sembra.local.worker.consolidation.drains.water import (
     Stage,
     StandingWater,
 )
-from sembra.local.worker.errors import NotCoveredError, Problems
+from sembra.local.worker.failures import NotCoveredError, Problems
 
 
 class DrainType(IntEnum):

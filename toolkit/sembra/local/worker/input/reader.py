@@ -6,21 +6,21 @@ from sembra.local.sli.labelled import Labelled
 from sembra.local.sli.sections import Section, read_whole
 from sembra.local.sli.verticals import read_verticals
 from sembra.local.worker.consolidation.table import CONSOLIDATIONS
-from sembra.local.worker.errors import Problems
-from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
+from sembra.local.worker.failures import Problems
+from sembra.local.worker.ground.cross_section import CrossSection, LevelGround
 from sembra.local.worker.input.coverage import find_gaps, left_away
-from sembra.local.worker.input.drains import read_drains
-from sembra.local.worker.input.ground import read_ground
-from sembra.local.worker.input.loads import read_embankments
-from sembra.local.worker.input.options import (
-    read_options,
-    read_spreading,
+from sembra.local.worker.input.make_drains import make_drains
+from sembra.local.worker.input.make_embankments import make_embankments
+from sembra.local.worker.input.make_ground import make_ground
+from sembra.local.worker.input.make_options import (
+    make_options,
+    make_spreading,
     read_times,
 )
-from sembra.local.worker.input.other_loads import read_other_loads
+from sembra.local.worker.input.make_other_loads import make_other_loads
+from sembra.local.worker.input.make_water_loads import make_water_loads
 from sembra.local.worker.input.remarks import fast_consolidation, late_loads, late_times, light_soil
 from sembra.local.worker.input.soils import Materials
-from sembra.local.worker.input.water_loads import read_water_loads
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.non_uniform import Site, strip_loads
 from sembra.local.worker.loads.strip_load import StripLoad
@@ -44,29 +44,29 @@ def read_project(text: str) -> Project:
     """
     whole = read_whole(text).section("INPUT DATA")
     problems = Problems(find_gaps(whole))
-    options = read_options(whole)
+    options = make_options(whole)
     model = Labelled(whole.section("MODEL"))
     consolidation = CONSOLIDATIONS[model.one_of("Calculation type", CONSOLIDATIONS)]
     soil_model = SOIL_MODELS[model.one_of("Model", SOIL_MODELS)]
     materials = Materials(whole, soil_model, problems)
-    ground = read_ground(whole, materials, options.water_unit_weight)
+    ground = make_ground(whole, materials, options.water_unit_weight)
     embankments: Sequence[StripLoad] = ()
     profile = None
     others: Sequence[Load] = ()
     water: Sequence[Load] = ()
     drains = None
     with problems.collecting():
-        if stated := read_embankments(whole, options.end, problems):
+        if stated := make_embankments(whole, options.end, problems):
             site = _read_site(whole, ground, options)
             embankments = strip_loads(stated, site)
             if options.superelevation and options.superelevation.time < options.end:
                 profile = MaintainedProfile(options.superelevation, stated, site)
     with problems.collecting():
-        others = read_other_loads(whole, problems)
+        others = make_other_loads(whole, problems)
     with problems.collecting():
-        water = read_water_loads(whole, ground, options.water_unit_weight, problems)
+        water = make_water_loads(whole, ground, options.water_unit_weight, problems)
     with problems.collecting():
-        drains = read_drains(whole, problems)
+        drains = make_drains(whole, problems)
     times: tuple[float, ...] = ()
     with problems.collecting():
         times = read_times(whole)
@@ -105,13 +105,13 @@ def read_project(text: str) -> Project:
     )
 
 
-def _read_site(whole: Section, ground: LevelGround | Geometry2D, options: Options) -> Site:
+def _read_site(whole: Section, ground: LevelGround | CrossSection, options: Options) -> Site:
     """Return what non-uniform loads stand on."""
     return Site(
         surface=ground.surface,
         phreatic_line=ground.phreatic_line,
         water_unit_weight=options.water_unit_weight,
-        spreading=read_spreading(whole),
+        spreading=make_spreading(whole),
     )
 
 

@@ -2,7 +2,7 @@
 
 from collections.abc import Iterable, Iterator, Sequence
 
-from sembra.local.worker.consolidation.consolidation import Consolidation
+from sembra.local.worker.consolidation.interface import Consolidation
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.material import StorageType
 

@@ -4,7 +4,7 @@ from collections.abc import Iterator, Mapping
 
 from sembra.local.sli.materials import StatedMaterial, read_materials
 from sembra.local.sli.sections import Section
-from sembra.local.worker.errors import Problems
+from sembra.local.worker.failures import Problems
 from sembra.local.worker.ground.material import Conductivity, Material, StorageType
 from sembra.local.worker.ground.preconsolidation import (
     PreconsolidationType,

@@ -11,7 +11,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.strip_load import Fill, StripLoad
 from sembra.local.worker.spreading.columns import cut, quarters, slopes

@@ -5,7 +5,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.loads.load import PressureLoad
 from sembra.local.worker.spreading.point_force import integration_points
 

@@ -8,7 +8,7 @@ from collections.abc import Iterable, Sequence
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import LocalError, named
+from sembra.local.worker.failures import LocalError, named
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.ground.pore_pressure import layers_at

@@ -7,7 +7,7 @@ from functools import cached_property
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 from sembra.local.worker.loads.load import PressureLoad
 from sembra.local.worker.spreading.columns import check_count
 from sembra.local.worker.spreading.distribution import Distribution

@@ -6,7 +6,7 @@ from dataclasses import dataclass
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.ground.column import Column
-from sembra.local.worker.ground.cross_section import Geometry2D
+from sembra.local.worker.ground.cross_section import CrossSection
 from sembra.local.worker.ground.stresses import soil_effective_stress
 from sembra.local.worker.loads.load import Load, PressureLoad
 
@@ -17,7 +17,7 @@ class WaterStage:
 
     name: str
     time: float
-    ground: Geometry2D
+    ground: CrossSection
 
 
 @dataclass(frozen=True)
@@ -28,8 +28,8 @@ class WaterLoad(PressureLoad):
     pressure does, as if the ground followed at once; how fast it does is up to consolidation.
     """
 
-    before: Geometry2D
-    after: Geometry2D
+    before: CrossSection
+    after: CrossSection
     water_unit_weight: float
 
     def stress(self, x: float, z: float, levels: Floats, /) -> Floats:
@@ -42,7 +42,7 @@ class WaterLoad(PressureLoad):
 
 
 def water_loads(
-    ground: Geometry2D, stages: Sequence[WaterStage], water_unit_weight: float
+    ground: CrossSection, stages: Sequence[WaterStage], water_unit_weight: float
 ) -> list[WaterLoad]:
     """Return the loads of stages, each of which takes the place of the one before.
 

@@ -5,7 +5,7 @@ from collections.abc import Iterator, Sequence
 from sembra.local.sli.sections import split_lines
 from sembra.local.worker.column_result import ColumnResult
 from sembra.local.worker.project import Project
-from sembra.local.worker.result.dissipation import dissipation_block
+from sembra.local.worker.result.dissipation_block import dissipation_block
 from sembra.local.worker.result.format import fixed
 from sembra.local.worker.result.residual import residual_block
 from sembra.local.worker.result.vertical import vertical_block

@@ -5,7 +5,7 @@ from collections.abc import Sequence
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import WorkerError
+from sembra.local.worker.failures import WorkerError
 
 # In parts of a column.
 _ROUNDING = 1e-9

@@ -7,12 +7,12 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import DarcyHistory
-from sembra.local.worker.consolidation.consolidation import Consolidated, Consolidation, Situation
-from sembra.local.worker.consolidation.darcy.dissipation import dissipation
+from sembra.local.worker.consolidation.darcy.dissipation_run import dissipation
 from sembra.local.worker.consolidation.darcy.profile import Profile, make_profile
 from sembra.local.worker.consolidation.darcy.run import Course, DarcyRun
 from sembra.local.worker.consolidation.darcy.sinking import SinkingLoads
-from sembra.local.worker.errors import Problems
+from sembra.local.worker.consolidation.interface import Consolidated, Consolidation, Situation
+from sembra.local.worker.failures import Problems
 from sembra.local.worker.loads.load_steps import load_steps
 from sembra.local.worker.timesteps import calculation_times
 from sembra.local.worker.tolerances import TIME

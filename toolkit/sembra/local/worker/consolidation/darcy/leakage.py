@@ -14,7 +14,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.consolidation.drains.water import Schedule
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.tolerances import LENGTH, TIME

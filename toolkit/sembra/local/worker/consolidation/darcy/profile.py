@@ -12,8 +12,8 @@ import numpy as np
 from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.consolidation.darcy.leakage import Leakage, leakage
+from sembra.local.worker.consolidation.interface import Situation
 from sembra.local.worker.ground.material import Material
 
 

@@ -19,7 +19,7 @@ from sembra.local.worker.consolidation.darcy.storage_equation import (
     NotConvergedError,
     StorageEquation,
 )
-from sembra.local.worker.errors import LackError, WorkerError, listed
+from sembra.local.worker.failures import LackError, WorkerError, listed
 from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS
 from sembra.local.worker.options import Options
 from sembra.local.worker.soil_models.soil_model import Elements, SoilModel

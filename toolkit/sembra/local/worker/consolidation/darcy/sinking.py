@@ -11,8 +11,8 @@ from collections.abc import Sequence
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.consolidation.darcy.wet_columns import WetColumns
+from sembra.local.worker.consolidation.interface import Situation
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.reach import Reach
 from sembra.local.worker.loads.stresses import load_stress

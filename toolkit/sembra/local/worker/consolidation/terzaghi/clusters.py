@@ -9,7 +9,7 @@ from dataclasses import dataclass
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.errors import LackError
+from sembra.local.worker.failures import LackError
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
 

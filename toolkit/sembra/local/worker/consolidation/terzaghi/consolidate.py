@@ -6,14 +6,14 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import TerzaghiStresses
-from sembra.local.worker.consolidation.consolidation import (
+from sembra.local.worker.consolidation.interface import (
     Consolidated,
     Consolidation,
     Situation,
 )
 from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
 from sembra.local.worker.consolidation.terzaghi.dewatering import Drawdown, drawdowns
-from sembra.local.worker.consolidation.terzaghi.dissipation import dissipation
+from sembra.local.worker.consolidation.terzaghi.layer_degrees import dissipation
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.ground.stresses import LEAST_EFFECTIVE_STRESS, pore_pressures
 from sembra.local.worker.loads.load_steps import LoadStep, load_steps

@@ -16,7 +16,7 @@ from collections.abc import Sequence
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.consolidation.terzaghi.clusters import Cluster, find_clusters
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh

@@ -3,17 +3,16 @@
 from dataclasses import replace
 
 from sembra.local.sli.sections import Section
-from sembra.local.sli.water_loads import count_water_loads
-from sembra.local.sli.water_loads import read_water_loads as read_stated_loads
-from sembra.local.worker.errors import NotCoveredError, Problems
-from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
-from sembra.local.worker.input.geometry_2d import read_pl_lines
-from sembra.local.worker.input.ground import with_imaginary_surface
+from sembra.local.sli.water_loads import count_water_loads, read_water_loads
+from sembra.local.worker.failures import NotCoveredError, Problems
+from sembra.local.worker.ground.cross_section import CrossSection, LevelGround
+from sembra.local.worker.input.make_cross_section import make_pl_lines
+from sembra.local.worker.input.make_ground import with_imaginary_surface
 from sembra.local.worker.loads.water_load import WaterLoad, WaterStage, water_loads
 
 
-def read_water_loads(
-    whole: Section, ground: LevelGround | Geometry2D, water_unit_weight: float, problems: Problems
+def make_water_loads(
+    whole: Section, ground: LevelGround | CrossSection, water_unit_weight: float, problems: Problems
 ) -> tuple[WaterLoad, ...]:
     """Return the water loads of the file, in the order of time.
 
@@ -31,9 +30,9 @@ def read_water_loads(
         return ()
     if isinstance(ground, LevelGround):
         raise NotCoveredError("water loads on one-dimensional models")
-    pl_lines = read_pl_lines(whole)
+    pl_lines = make_pl_lines(whole)
     stages = []
-    for load in read_stated_loads(whole, len(ground.layers), pl_lines):
+    for load in read_water_loads(whole, len(ground.layers), pl_lines):
         if load.time < 0:
             problems.add(
                 f'The water load "{load.name}" comes at {load.time:g} days. That should not be '

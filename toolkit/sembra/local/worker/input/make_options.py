@@ -1,6 +1,6 @@
 """The sections MODEL, CALCULATION OPTIONS, WATER and RESIDUAL TIMES, and what isn't covered."""
 
-from sembra.local.sli.errors import InputFileError
+from sembra.local.sli.input_file_error import InputFileError
 from sembra.local.sli.labelled import Labelled
 from sembra.local.sli.sections import Section
 from sembra.local.sli.times import read_residual_times
@@ -10,7 +10,7 @@ from sembra.local.worker.options import Options, Superelevation
 from sembra.local.worker.spreading.distribution import Distribution, Spreading
 
 
-def read_options(whole: Section) -> Options:
+def make_options(whole: Section) -> Options:
     """Return the calculation options of the file.
 
     Raises:
@@ -65,7 +65,7 @@ def _read_superelevation(options: Labelled) -> Superelevation:
     )
 
 
-def read_spreading(whole: Section) -> Spreading:
+def make_spreading(whole: Section) -> Spreading:
     """Return how stress spreads below loads.
 
     Raises:

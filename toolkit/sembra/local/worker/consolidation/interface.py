@@ -7,7 +7,7 @@ from typing import ClassVar
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.column_result import DarcyHistory, TerzaghiStresses
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
 from sembra.local.worker.loads.load import Load

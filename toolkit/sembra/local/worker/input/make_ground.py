@@ -5,17 +5,17 @@ from dataclasses import replace
 
 from sembra.local.sli.labelled import Labelled
 from sembra.local.sli.sections import Section
-from sembra.local.worker.ground.cross_section import Geometry2D, LevelGround
+from sembra.local.worker.ground.cross_section import CrossSection, LevelGround
 from sembra.local.worker.ground.imaginary_surface import make_imaginary_surface
 from sembra.local.worker.ground.material import Material
-from sembra.local.worker.input.geometry_1d import read_column
-from sembra.local.worker.input.geometry_2d import read_geometry
-from sembra.local.worker.input.options import read_spreading
+from sembra.local.worker.input.make_column import make_column
+from sembra.local.worker.input.make_cross_section import make_cross_section
+from sembra.local.worker.input.make_options import make_spreading
 
 
-def read_ground(
+def make_ground(
     whole: Section, materials: Mapping[str, Material], water_unit_weight: float
-) -> LevelGround | Geometry2D:
+) -> LevelGround | CrossSection:
     """Return the ground that a file describes.
 
     Raises:
@@ -23,13 +23,13 @@ def read_ground(
     """
     if not Labelled(whole.section("MODEL")).switch("Dimension"):
         # Under level ground, an imaginary surface changes nothing.
-        return LevelGround(read_column(whole, materials))
-    return with_imaginary_surface(whole, read_geometry(whole, materials), water_unit_weight)
+        return LevelGround(make_column(whole, materials))
+    return with_imaginary_surface(whole, make_cross_section(whole, materials), water_unit_weight)
 
 
 def with_imaginary_surface(
-    whole: Section, ground: Geometry2D, water_unit_weight: float
-) -> Geometry2D:
+    whole: Section, ground: CrossSection, water_unit_weight: float
+) -> CrossSection:
     """Return the ground with the imaginary surface that the file asks for, if it does.
 
     That is the top of a layer, whose number counts from the lowest.
@@ -49,7 +49,7 @@ def with_imaginary_surface(
         line=ground.layers[position].top,
         above=ground.layers[:position],
         phreatic_line=ground.phreatic_line,
-        spreading=read_spreading(whole),
+        spreading=make_spreading(whole),
         water_unit_weight=water_unit_weight,
     )
     return replace(ground, imaginary_surface=imaginary_surface)

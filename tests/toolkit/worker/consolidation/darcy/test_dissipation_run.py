@@ -7,8 +7,8 @@ import numpy as np
 import pytest
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.calculation import calculate
-from sembra.local.worker.consolidation.consolidation import Situation
-from sembra.local.worker.consolidation.darcy.dissipation import LEAST_LOAD, dissipation
+from sembra.local.worker.consolidation.darcy.dissipation_run import LEAST_LOAD, dissipation
+from sembra.local.worker.consolidation.interface import Situation
 from sembra.local.worker.consolidation.terzaghi.local_degree import local_degree
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.material import Material

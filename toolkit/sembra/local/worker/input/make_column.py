@@ -2,14 +2,14 @@
 
 from collections.abc import Mapping
 
-from sembra.local.sli.errors import InputFileError
 from sembra.local.sli.geometry_1d import read_geometry_1d
+from sembra.local.sli.input_file_error import InputFileError
 from sembra.local.sli.sections import Section
 from sembra.local.worker.ground.column import Column, Layer
 from sembra.local.worker.ground.material import Material
 
 
-def read_column(whole: Section, materials: Mapping[str, Material]) -> Column:
+def make_column(whole: Section, materials: Mapping[str, Material]) -> Column:
     """Return the column of a one-dimensional file.
 
     Args:

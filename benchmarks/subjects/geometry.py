@@ -1,8 +1,8 @@
 """Building and serialising cross-sections: against plain Python, by size, and in memory.
 
-python -m benchmarks.geometry                  # prints the table and JSON of these figures alone
-python -m benchmarks.geometry bytes MODULE N   # prints the bytes per point and curve of a module
-python -m benchmarks.geometry seconds WORK N   # prints how long a work of GROWING takes
+python -m benchmarks.subjects.geometry  # prints these figures alone, as table and JSON
+python -m benchmarks.subjects.geometry bytes MODULE N  # prints the bytes per point and curve
+python -m benchmarks.subjects.geometry seconds WORK N  # prints how long a work of GROWING takes
 """
 
 import gc
@@ -168,7 +168,7 @@ def bytes_each(module: str, count: int) -> tuple[float, float]:
 
 def apart(*arguments: object) -> list[float]:
     """Return what this module prints with these arguments in a new process."""
-    command = [sys.executable, "-m", "benchmarks.geometry", *map(str, arguments)]
+    command = [sys.executable, "-m", "benchmarks.subjects.geometry", *map(str, arguments)]
     done = subprocess.run(command, check=True, capture_output=True, text=True)
     return [float(figure) for figure in done.stdout.split()]
 

@@ -7,12 +7,12 @@ from sembra.local.sli.other_loads import (
     OtherLoad,
     UnknownLoad,
     find_unknown_loads,
+    read_other_loads,
 )
-from sembra.local.sli.other_loads import read_other_loads as read_stated_loads
 from sembra.local.sli.sections import Section
-from sembra.local.worker.errors import NotCoveredError, Problems
-from sembra.local.worker.input.loads import check_time
-from sembra.local.worker.input.options import read_spreading
+from sembra.local.worker.failures import NotCoveredError, Problems
+from sembra.local.worker.input.make_embankments import check_time
+from sembra.local.worker.input.make_options import make_spreading
 from sembra.local.worker.loads.circular import CircularLoad
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.rectangular import RectangularLoad
@@ -22,7 +22,7 @@ from sembra.local.worker.loads.uniform import UniformLoad
 _UNCOVERED = {4: "tank"}
 
 
-def read_other_loads(whole: Section, problems: Problems) -> tuple[Load, ...]:
+def make_other_loads(whole: Section, problems: Problems) -> tuple[Load, ...]:
     """Return the loads of the section, in its order.
 
     Args:
@@ -36,7 +36,7 @@ def read_other_loads(whole: Section, problems: Problems) -> tuple[Load, ...]:
     if unknown := find_unknown_loads(whole):
         raise NotCoveredError(*map(_gap, unknown))
     loads = []
-    for load in read_stated_loads(whole):
+    for load in read_other_loads(whole):
         with problems.collecting():
             check_time(load.name, load.time)
             loads.append(_MAKERS[load.kind](load, whole))
@@ -49,7 +49,7 @@ def _gap(load: UnknownLoad) -> str:
 
 def _trapeziform(load: OtherLoad, whole: Section) -> Load:
     unit_weight, height = load.weight
-    spreading = read_spreading(whole)
+    spreading = make_spreading(whole)
     return TrapeziformLoad(
         load.name,
         load.time,

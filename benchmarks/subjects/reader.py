@@ -18,7 +18,7 @@ from benchmarks.plain.output_parser import OutputFileParser as PlainOutputFilePa
 from benchmarks.side_by_side import Row, compare
 from benchmarks.tight_pass import exactly
 
-ROOT = Path(__file__).resolve().parents[1]
+ROOT = Path(__file__).resolve().parents[2]
 SAMPLES = Path(os.environ.get("SEMBRA_SAMPLES", ROOT.parent / "shared" / "samples"))
 # Where the caches end, or the allocator takes to asking the kernel, a doubling costs more than
 # twice, once. What isn't linear shows at the next doubling as well, and at four instead of two.

@@ -1,7 +1,7 @@
 """Gathering what stands in the way of a calculation."""
 
 import pytest
-from sembra.local.worker.errors import (
+from sembra.local.worker.failures import (
     LackError,
     LocalError,
     NotCoveredError,

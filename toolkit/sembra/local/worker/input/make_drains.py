@@ -2,14 +2,14 @@
 
 from sembra.local.sli.labelled import Labelled
 from sembra.local.sli.sections import Section
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.consolidation.drains.flow import (
     HorizontalFlow,
     PlaneFlow,
     RadialFlow,
     strip_diameter,
 )
-from sembra.local.worker.errors import Problems, WorkerError
+from sembra.local.worker.failures import Problems, WorkerError
 from sembra.local.worker.input.drain_water import DrainType, WaterReader
 
 _TYPE = "Flow type"
@@ -20,7 +20,7 @@ _SIZES = (0.001, 1000.0)
 _INFLUENCE = {0: 1.05, 1: 1.13, 2: 1.0}
 
 
-def read_drains(whole: Section, problems: Problems) -> Drains | None:
+def make_drains(whole: Section, problems: Problems) -> Drains | None:
     """Return the drains of the file, or None if they are switched off.
 
     Args:

@@ -18,10 +18,10 @@ does so in this run as well but the load doesn't.
 import numpy as np
 
 from sembra.local.worker.arrays import Floats
-from sembra.local.worker.consolidation.consolidation import Situation
 from sembra.local.worker.consolidation.darcy.profile import make_profile
 from sembra.local.worker.consolidation.darcy.run import DarcyRun
 from sembra.local.worker.consolidation.darcy.sinking import SinkingSoil
+from sembra.local.worker.consolidation.interface import Situation
 
 LEAST_LOAD = 20.0
 """The tool counts with no smaller load, in kPa."""

@@ -2,7 +2,7 @@
 
 from sembra.local.sli.non_uniform_loads import NonUniformLoad, read_non_uniform_loads
 from sembra.local.sli.sections import Section
-from sembra.local.worker.errors import Problems, WorkerError
+from sembra.local.worker.failures import Problems, WorkerError
 from sembra.local.worker.ground.polyline import Polyline
 from sembra.local.worker.loads.non_uniform import Embankment
 
@@ -22,7 +22,7 @@ def check_time(name: str, time: float) -> None:
         )
 
 
-def read_embankments(
+def make_embankments(
     whole: Section, end_of_calculation: float, problems: Problems
 ) -> tuple[Embankment, ...]:
     """Return the non-uniform loads of the file, in its order.

@@ -1,7 +1,7 @@
 """Reading where drains stand and how water flows to them."""
 
 import pytest
-from sembra.local.worker.consolidation.drains.drains import Drains
+from sembra.local.worker.consolidation.drains.equal_drains import Drains
 from sembra.local.worker.consolidation.drains.flow import PlaneFlow, RadialFlow, strip_diameter
 from sembra.local.worker.input import read_project
 

@@ -2,15 +2,15 @@
 
 from collections.abc import Mapping
 
-from sembra.local.sli.errors import InputFileError
 from sembra.local.sli.geometry_2d import Chain, read_geometry_2d
+from sembra.local.sli.input_file_error import InputFileError
 from sembra.local.sli.sections import Section
-from sembra.local.worker.ground.cross_section import Geometry2D, LayerBetween
+from sembra.local.worker.ground.cross_section import CrossSection, LayerBetween
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.ground.polyline import Polyline
 
 
-def read_geometry(whole: Section, materials: Mapping[str, Material]) -> Geometry2D:
+def make_cross_section(whole: Section, materials: Mapping[str, Material]) -> CrossSection:
     """Return the cross-section of a two-dimensional file.
 
     Raises:
@@ -34,12 +34,12 @@ def read_geometry(whole: Section, materials: Mapping[str, Material]) -> Geometry
                 pl_lines.get(layer.pl_bottom, layer.pl_bottom),
             )
         )
-    return Geometry2D(
+    return CrossSection(
         tuple(reversed(layers)), pl_lines[read.phreatic_line], tuple(pl_lines.values())
     )
 
 
-def read_pl_lines(whole: Section) -> dict[int, Polyline]:
+def make_pl_lines(whole: Section) -> dict[int, Polyline]:
     """Return the piezometric level lines of a two-dimensional file by their numbers.
 
     Raises:

@@ -5,7 +5,7 @@ import re
 import numpy as np
 import pytest
 from sembra.local.worker.consolidation.terzaghi.degrees import TerzaghiColumn
-from sembra.local.worker.consolidation.terzaghi.dissipation import dissipation
+from sembra.local.worker.consolidation.terzaghi.layer_degrees import dissipation
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import make_mesh
 from sembra.local.worker.input import read_project
