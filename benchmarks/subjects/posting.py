@@ -1,4 +1,4 @@
-"""The road from a small model to its input file: serialised, posted, checked, filled in, sent back.
+"""The way from a small model to its input file: serialised, posted, checked, filled in, sent back.
 
 These are the benchmarks whose bound is a time. On a busy machine the waits of others come on top,
 so the lower quartile counts; a wait that belongs to the post itself is part of every call.

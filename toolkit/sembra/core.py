@@ -1,4 +1,4 @@
-"""Values that pass through an application's hands, and the road to the toolkit's services."""
+"""Values that pass through an application's hands, and the way to the toolkit's services."""
 
 from collections.abc import Mapping
 from typing import Any

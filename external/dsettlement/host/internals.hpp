@@ -4,6 +4,8 @@
 
 #include <Python.h>
 
+#include <string_view>
+
 #include "host/ref.hpp"
 
 namespace dsettlement::host {
@@ -26,6 +28,21 @@ namespace dsettlement::host {
 // The version of a class: each class has one of its own, and another one with every change. 0 if
 // there is none to be had.
 [[nodiscard]] unsigned int version_of(PyTypeObject* type) noexcept;
+
+// Whether a class is still of a version that it once had.
+[[nodiscard]] bool is_of_version(PyTypeObject* type, unsigned int version) noexcept;
+
+// Gives a finished class a member, as the attributes of its objects or another descriptor.
+void put_member(PyTypeObject* type, const char* name, Handle member);
+
+// Whether the class of an object has that name and cannot be changed, since it is none that was
+// made by running Python.
+[[nodiscard]] bool is_of_fixed_class(Handle object, std::string_view name) noexcept;
+
+// What an object has in a slot of its class, past what a derived class does with attributes; empty
+// if nothing.
+[[nodiscard]] Ref in_slot(Handle slot, Handle object);
+void put_in_slot(Handle slot, Handle object, Handle value);
 
 // What an object has under a name that its class has nothing under; empty if nothing.
 [[nodiscard]] Ref own_attribute(Handle object, Handle name);

@@ -18,7 +18,7 @@ void KnownMembers::remember(Handle type) {
 
 bool KnownMembers::are_those_of(Handle object) const {
   PyTypeObject* type = class_of(object);
-  if (type->tp_version_tag != 0 && type->tp_version_tag == seen_version_) return true;
+  if (is_of_version(type, seen_version_)) return true;
   if (!has_default_lookup(type)) return false;
   Py_ssize_t place = 0;
   for (const Name& name : names_) {

@@ -54,7 +54,7 @@ void RecordClass::operator=(Ref type) {
 
 bool RecordClass::is_unchanged() const {
   PyTypeObject* type = as_type(original_);
-  if (type->tp_version_tag != 0 && type->tp_version_tag == seen_version_) return true;
+  if (is_of_version(type, seen_version_)) return true;
   if (!has_same_members()) return false;
   module_.changes().note();
   seen_version_ = version_of(type);

@@ -41,18 +41,10 @@ struct Kept {
   Index* index = nullptr;
 };
 
-// The slot is used directly, past what a derived class does with attributes.
 Kept index_in(Handle slot, Handle model) {
-  const descrgetfunc read = host::class_of(slot)->tp_descr_get;
-  if (read == nullptr) return {};
-  PyObject* box = read(slot, model, reinterpret_cast<PyObject*>(host::class_of(model)));
-  if (box == nullptr) {
-    PyErr_Clear();
-    return {};
-  }
-  Ref kept = Ref::steal(box);
-  auto* index = dynamic_cast<Index*>(host::content_of(kept));
-  return {std::move(kept), index};
+  Ref box = host::in_slot(slot, model);
+  auto* index = dynamic_cast<Index*>(host::content_of(box));
+  return {std::move(box), index};
 }
 
 Kept index_made_for(const State& state, Handle model) {
@@ -61,8 +53,7 @@ Kept index_made_for(const State& state, Handle model) {
   auto content = std::make_unique<Index>(state);
   Index* index = content.get();
   Ref box = host::make_box(state.box_type, std::move(content));
-  const descrsetfunc write = host::class_of(state.index_slot)->tp_descr_set;
-  host::check(write(state.index_slot.get(), model, box.get()));
+  host::put_in_slot(state.index_slot, model, box);
   return {std::move(box), index};
 }
 
@@ -122,8 +113,7 @@ void watch_attributes(Handle model_class) {
   };
   PyTypeObject* type = host::as_type(model_class);
   const Ref descriptor = Ref::steal(PyDescr_NewGetSet(type, &definition));
-  host::check(PyDict_SetItemString(type->tp_dict, definition.name, descriptor.get()));
-  PyType_Modified(type);
+  host::put_member(type, definition.name, descriptor);
 }
 
 // What is copied or pickled goes without the index: the copy makes its own.

@@ -1,5 +1,4 @@
-// Points and curves as plain numbers: what their equality comes down to where all coordinates are
-// plain numbers.
+// Points and curves as numbers: what their equality comes down to where they are plain.
 #pragma once
 
 #include <bit>

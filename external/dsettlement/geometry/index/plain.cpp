@@ -1,7 +1,6 @@
 #include "geometry/index/plain.hpp"
 
 #include <cmath>
-#include <string_view>
 
 #include "host/internals.hpp"
 
@@ -21,26 +20,20 @@ std::optional<double> plain_integer(PyObject* number) {
   return static_cast<double>(value);
 }
 
-// Whether an object is an element of an array of that type: a number in all but its class, which
-// cannot be changed, since it is none that was made by running Python.
-bool is_array_element(PyObject* number, std::string_view type_name) {
-  const PyTypeObject* type = Py_TYPE(number);
-  return (type->tp_flags & Py_TPFLAGS_HEAPTYPE) == 0 && type_name == type->tp_name;
-}
-
 }  // namespace
 
+// Elements of arrays are numbers in all but their classes.
 std::optional<double> plain_number(Handle coordinate) {
   PyObject* number = coordinate;
   if (PyFloat_CheckExact(number) != 0 ||
-      (PyFloat_Check(number) != 0 && is_array_element(number, "numpy.float64"))) {
+      (PyFloat_Check(number) != 0 && host::is_of_fixed_class(number, "numpy.float64"))) {
     // An area of larger ones can overflow: it is no number then, or elements of arrays warn of it.
     constexpr double most = 1e150;
     const double value = PyFloat_AS_DOUBLE(number);
     return std::abs(value) <= most ? std::optional(value) : std::nullopt;
   }
   if (PyLong_CheckExact(number) != 0 || PyBool_Check(number) != 0) return plain_integer(number);
-  if (is_array_element(number, "numpy.int64")) {
+  if (host::is_of_fixed_class(number, "numpy.int64")) {
     return plain_integer(Ref::steal(PyNumber_Index(number)).get());
   }
   return std::nullopt;
