@@ -110,8 +110,9 @@ class Checks {
     return true;
   }
 
-  // A tube pressure [kPa] in a sand wall, a water head [m] in the others.
-  static constexpr long dewatering_limit(bool has_tube) { return has_tube ? 10000 : 100000; }
+  static constexpr long dewatering_limit(bool has_tube) {
+    return has_tube ? largest_tube_pressure : largest_water_head;
+  }
 
   const State& state_;
   const DrainValues& drain_;

@@ -5,11 +5,14 @@
 
 namespace dsettlement::soil {
 
-// Between which bounds the values lie: sizes in [m], times in [days], underpressure in [kPa].
+// Between which bounds the values lie: sizes in [m], times in [days], pressures in [kPa],
+// water heads in [m].
 inline constexpr double least_size = 0.001;
 inline constexpr long largest_size = 1000;
 inline constexpr long largest_time = 100000;
 inline constexpr long largest_underpressure = 100000;
+inline constexpr long largest_tube_pressure = 10000;
+inline constexpr long largest_water_head = 100000;
 
 struct DrainValues {
   host::Handle drain_type;
