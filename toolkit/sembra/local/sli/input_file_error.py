@@ -26,7 +26,7 @@ class InputFileError(ParsingError):
 
 
 def _readable(text: str) -> str:
-    """A text in which all can be seen, since what it quotes may be anything, and not too much."""
+    """Return a text in which all can be seen, whatever it quotes, and not too much of it."""
     shown = "".join(
         one if one.isprintable() else one.encode("unicode_escape").decode() for one in text
     )
