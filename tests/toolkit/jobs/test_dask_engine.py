@@ -14,6 +14,7 @@ import pytest
 from sembra.local.jobs import dask_engine
 from sembra.local.jobs.callers import end_jobs_of
 from sembra.local.jobs.engine import chosen_engine
+from sembra.local.jobs.pool import WorkerPool
 from sembra.local.jobs.running import JobError, run
 from sembra.local.study import run_study
 
@@ -41,11 +42,11 @@ def test_cluster_that_is_not_there(monkeypatch: pytest.MonkeyPatch) -> None:
         run(CONTENT, 5)
 
 
-def new_cluster() -> Any:
-    """Two Dask workers, each a process that is started anew when it dies."""
+def new_cluster(workers: int) -> Any:
+    """Dask workers, each a process that is started anew when it dies."""
     distributed = pytest.importorskip("distributed")
     return distributed.LocalCluster(
-        n_workers=2, threads_per_worker=1, processes=True, dashboard_address=":0"
+        n_workers=workers, threads_per_worker=1, processes=True, dashboard_address=":0"
     )
 
 
@@ -55,7 +56,7 @@ def address_of(cluster: Any) -> str:
 
 @pytest.fixture(scope="module")
 def cluster() -> Iterator[Any]:
-    with new_cluster() as local:
+    with new_cluster(2) as local:
         yield local
         dask_engine.close_clients()
 
@@ -99,7 +100,7 @@ def test_time_out_ends_the_process(entry: Any, tmp_path: Path) -> None:
     entry(fake_jobs.sleep_long)
     note = tmp_path / "pids"
     with pytest.raises(JobError, match="ended by its time-out"):
-        run(CONTENT | {"body": str(note)}, 5)
+        run(CONTENT | {"body": str(note)}, 1.5)
     pids = sleeping_processes(note)
     assert await_that(lambda: not any(map(is_alive, pids)))
 
@@ -142,6 +143,18 @@ def suppress_job_error(note: Path) -> None:
         run(CONTENT | {"body": str(note)}, 60)
 
 
+def test_dask_worker_that_closes_ends_its_jobs(tmp_path: Path) -> None:
+    """Dask tells its plug-ins that it closes, and then waits for what runs in its threads."""
+    plugin = dask_engine._Forgotten()
+    note = tmp_path / "pids"
+    with WorkerPool(lambda: 1) as pool:
+        plugin.jobs["key"] = pool.submit(fake_jobs.sleep_long, {"body": str(note)})
+        pids = sleeping_processes(note)
+        plugin.teardown(worker=None)
+        assert plugin.jobs["key"].cancelled()
+        assert await_that(lambda: not any(map(is_alive, pids)), 10)
+
+
 @pytest.mark.usefixtures("cluster")
 def test_job_that_has_ended_is_not_ended_again(entry: Any, monkeypatch: pytest.MonkeyPatch) -> None:
     distributed = pytest.importorskip("distributed")
@@ -168,7 +181,7 @@ def test_job_whose_dask_worker_dies_is_run_again(entry: Any, tmp_path: Path) -> 
 def test_job_that_kills_its_dask_workers(entry: Any, monkeypatch: pytest.MonkeyPatch) -> None:
     dask = pytest.importorskip("dask")
     entry(fake_jobs.kill_the_parent)
-    with dask.config.set({"distributed.scheduler.allowed-failures": 0}), new_cluster() as local:
+    with dask.config.set({"distributed.scheduler.allowed-failures": 0}), new_cluster(1) as local:
         monkeypatch.setenv("SEMBRA_EXECUTOR", address_of(local))
         with pytest.raises(JobError, match=r"workers of the Dask cluster .* ran the job died"):
             run(CONTENT, 60)
@@ -189,15 +202,18 @@ def test_connection_that_is_lost(
         except JobError as error:
             errors.append(str(error))
 
-    with dask.config.set({"distributed.comm.timeouts.connect": "1s"}), new_cluster() as local:
+    with dask.config.set({"distributed.comm.timeouts.connect": "1s"}), new_cluster(1) as local:
         monkeypatch.setenv("SEMBRA_EXECUTOR", address_of(local))
         caller = threading.Thread(target=call, daemon=True)
         caller.start()
         pids = sleeping_processes(note)
-    caller.join(120)
-    assert len(errors) == 1
-    assert "The connection to the Dask cluster at" in errors[0]
-    assert await_that(lambda: not any(map(is_alive, pids)))
+        local.sync(local.scheduler.close)
+        caller.join(60)
+        assert len(errors) == 1
+        assert "The connection to the Dask cluster at" in errors[0]
+        # A Dask worker that waited for the job would be killed after some 20 seconds.
+        assert await_that(lambda: not any(map(is_alive, pids)), 10)
+        dask_engine.close_clients()
 
 
 def build_or_fail(variant: study.Variant) -> Any:

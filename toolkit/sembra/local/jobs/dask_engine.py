@@ -132,6 +132,11 @@ class _Forgotten:
         if job is not None and finish in ("cancelled", "released", "forgotten"):
             job.cancel()
 
+    def teardown(self, **_: Any) -> None:
+        """End all jobs, since the Dask worker closes: it would wait for them until it is killed."""
+        for job in list(self.jobs.values()):
+            job.cancel()
+
 
 _forgotten = _Forgotten()
 
