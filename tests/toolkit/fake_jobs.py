@@ -103,14 +103,20 @@ def await_file(content: Content) -> Result:
 
 
 def count_side_by_side(content: Content) -> Result:
-    """Return how many of these calls were seen to run at once, by files in the body's folder."""
-    folder = Path(content["body"])
-    own = folder / str(uuid.uuid4())
+    """Return how many of these calls were seen to run at once, by files in a folder.
+
+    The body tells how many to wait for, and the folder. After that others have a moment to be seen.
+    """
+    expected, _, folder = content["body"].partition(" ")
+    own = Path(folder) / str(uuid.uuid4())
     own.touch()
     most = 0
-    for _ in range(50):
-        most = max(most, sum(1 for _ in folder.iterdir()))
-        time.sleep(0.02)
+    deadline = time.monotonic() + 10
+    while most < int(expected) and time.monotonic() < deadline:
+        most = max(most, sum(1 for _ in Path(folder).iterdir()))
+        time.sleep(0.01)
+    time.sleep(0.3)
+    most = max(most, sum(1 for _ in Path(folder).iterdir()))
     own.unlink()
     return {"files": {".sld": str(most)}, "error": None}
 

@@ -50,7 +50,7 @@ def assert_nothing_stays(note: Path, temporary: Path) -> None:
 
 def test_time_out(note: Path) -> None:
     with pytest.raises(ExecutionError, match="time-out"):
-        job(note).execute(timeout=5)
+        job(note).execute(timeout=2)
     assert_nothing_stays(note, note.parent / "temporary")
 
 

@@ -1,5 +1,6 @@
 """Which executor runs the jobs, by setting."""
 
+import signal
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
@@ -11,6 +12,7 @@ from sembra.local.jobs.running import JobError, run
 from sembra.local.jobs.shared_pool import end_shared_pool, shared_pool
 
 from tests.toolkit import fake_jobs
+from tests.toolkit.processes import application, await_that, is_alive, sleeping_processes
 
 CONTENT = {"name": "x", "version": 1, "body": "abc"}
 
@@ -38,9 +40,10 @@ def test_as_many_workers_as_the_setting_says(
     assert chosen_engine().capacity() == workers
     monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.count_side_by_side)
     end_shared_pool()
-    content = CONTENT | {"body": str(tmp_path)}
-    with ThreadPoolExecutor(6) as callers:
-        results = list(callers.map(lambda _: run(content, 60), range(6)))
+    content = CONTENT | {"body": f"{workers} {tmp_path}"}
+    calls = 2 * workers
+    with ThreadPoolExecutor(calls) as callers:
+        results = list(callers.map(lambda _: run(content, 60), range(calls)))
     assert max(int(result["files"][".sld"]) for result in results) == workers
     end_shared_pool()
 
@@ -56,3 +59,36 @@ def test_number_of_workers_that_is_none(setting: str, monkeypatch: pytest.Monkey
 def test_limit_that_is_far_away(timeout: float, monkeypatch: pytest.MonkeyPatch) -> None:
     monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.echo)
     assert run(CONTENT, timeout)["error"] is None
+
+
+INTERRUPTED = """
+import threading
+from sembra.local.jobs.engine import chosen_engine
+from sembra.local.jobs.reporting import ignore
+from tests.toolkit import fake_jobs
+
+def run(entry, body):
+    return chosen_engine().run(entry, {{"body": body}}, float("inf"), ignore)["error"]
+
+other = threading.Thread(target=lambda: print("other:", run(fake_jobs.await_file, {gate!r})))
+other.start()
+try:
+    run(fake_jobs.sleep_long, {note!r})
+except KeyboardInterrupt:
+    print("interrupted", flush=True)
+print("next:", run(fake_jobs.echo, "x"), flush=True)
+other.join()
+"""
+
+
+def test_interrupt_costs_its_own_job_alone(tmp_path: Path) -> None:
+    note, gate = tmp_path / "pids", tmp_path / "gate"
+    with application(INTERRUPTED.format(gate=str(gate), note=str(note)), tmp_path) as program:
+        pids = sleeping_processes(note)
+        program.send_signal(signal.SIGINT)
+        assert await_that(lambda: not any(map(is_alive, pids)))
+        assert program.stdout is not None
+        assert [program.stdout.readline() for _ in range(2)] == ["interrupted\n", "next: None\n"]
+        gate.touch()
+        output, errors = program.communicate(timeout=60)
+    assert (output, errors) == ("other: None\n", "")
