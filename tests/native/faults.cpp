@@ -88,3 +88,14 @@ FAULT int fault_leak() {
   static_cast<void>(unknown(new int[100]));
   return 0;
 }
+
+FAULT int fault_leak_of_object() {
+  static_cast<void>(unknown(PyBytes_FromStringAndSize(nullptr, 1000)));
+  return 0;
+}
+
+FAULT int no_fault() {
+  PyObject* bytes = PyBytes_FromStringAndSize(nullptr, 1000);
+  Py_DECREF(bytes);
+  return 0;
+}
