@@ -105,9 +105,11 @@ def test_a_pressure_does_not_sink() -> None:
     assert surface_settlement(result) == pytest.approx(virgin(TERRAIN, 48.0, END))
 
 
-def test_each_column_sinks_by_its_own_settlement() -> None:
+@pytest.mark.parametrize("by_darcy", [False, True])
+def test_each_column_sinks_by_its_own_settlement(by_darcy: bool) -> None:
     columns = [column((thickness, SOIL), x=x) for thickness, x in ((2.0, -5.0), (6.0, 5.0))]
-    results = calculated(project(fill(3.0), columns=columns, submerging=True))
+    stated = project(fill(3.0), columns=columns, submerging=True, by_darcy=by_darcy)
+    results = calculated(stated)
 
     def at_rest(thickness: float) -> float:
         def settlement(depth: float) -> float:
@@ -117,6 +119,19 @@ def test_each_column_sinks_by_its_own_settlement() -> None:
 
     expected = [at_rest(2.0), at_rest(6.0)]
     assert list(map(surface_settlement, results)) == pytest.approx(expected, abs=2e-7)
+
+
+@pytest.mark.parametrize("by_darcy", [False, True])
+def test_all_columns_whose_loads_do_not_come_to_rest_are_named(
+    monkeypatch: pytest.MonkeyPatch, by_darcy: bool
+) -> None:
+    monkeypatch.setattr(calculation, "_MOST_REPETITIONS", 2)
+    columns = [column((THICKNESS, SOIL), x=x) for x in (-5.0, 5.0)]
+    with pytest.raises(WorkerError) as caught:
+        calculated(project(fill(3.0), columns=columns, submerging=True, by_darcy=by_darcy))
+    assert str(caught.value) == " ".join(
+        f"The loads at x = {x} m don't come to rest as they sink into the water." for x in (-5, 5)
+    )
 
 
 @pytest.mark.parametrize("by_darcy", [False, True])

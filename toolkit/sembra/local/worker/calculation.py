@@ -46,7 +46,7 @@ def calculate(project: Project, report: Callable[[float], None]) -> list[ColumnR
     """
     situations = _situations(project)
     results = (
-        _settle(situations, project, project.loads, report)
+        _settle(situations, project, project.loads, np.zeros(len(situations)), report)
         if project.profile is None
         else _maintain(situations, project, project.profile, report)
     )
@@ -76,22 +76,34 @@ def _settle(
     situations: Sequence[Situation],
     project: Project,
     loads: Sequence[Load],
+    expected: Floats,
     report: Callable[[float], None],
 ) -> list[ColumnResult]:
+    """Return the results of all columns below some loads.
+
+    Args:
+        situations: The columns before the first load.
+        project: The input.
+        loads: The loads, in place of those of the project.
+        expected: About how far each column settles, in metres, as far as that is known.
+        report: As for `calculate`.
+    """
     by_steps = project.consolidation.goes_by_steps
     sinking = project.sinks_by_steps
     results: list[ColumnResult] = []
     problems = Problems()
     repeats = project.options.submerging and not sinking
     # What goes by steps is quicker together, and has to be where loads sink between the columns.
-    together = by_steps and not repeats
-    for group in [situations] if together else [(one,) for one in situations]:
+    count = len(situations)
+    for at in [slice(None)] if by_steps else [slice(one, one + 1) for one in range(count)]:
+        group = situations[at]
         with problems.collecting():
             if repeats:
-                results.append(_submerging(group[0], project, loads))
+                results.extend(_submerging(group, project, loads, expected[at]))
             else:
-                results.extend(calculate_columns(group, project, loads, sinking=sinking))
-        report(len(results) / len(situations))
+                same = [loads] * len(group)
+                results.extend(calculate_columns(group, project, same, sinking=sinking))
+        report(len(results) / count)
     problems.check()
     for result in results:
         if not (
@@ -125,7 +137,7 @@ def _maintain(
         superelevation = profile.load(places, heights)
         loads = (*project.loads, superelevation)
         run = project if is_last else _draft(project)
-        results = _settle(situations, run, loads, partial(_report_half, report, 0.5**done))
+        results = _settle(situations, run, loads, heights, partial(_report_half, report, 0.5**done))
         if is_last:
             return [replace(result, superelevation=superelevation.area) for result in results]
         settled = np.array([result.settlements[-1, 0] for result in results])
@@ -167,31 +179,72 @@ def _report_half(report: Callable[[float], None], left: float, fraction: float) 
     report(1 - left * (1 - fraction / 2))
 
 
-def _submerging(situation: Situation, project: Project, loads: Sequence[Load]) -> ColumnResult:
-    """Return the result of a column whose loads have sunk by its own final settlement.
+def _submerging(
+    situations: Sequence[Situation], project: Project, loads: Sequence[Load], expected: Floats
+) -> list[ColumnResult]:
+    """Return the results of columns whose loads have sunk by their own final settlements.
 
-    The depth is sought by the secant method: settlement less depth comes to zero.
+    Args:
+        situations: The columns before the first load.
+        project: The input.
+        loads: The loads, in place of those of the project.
+        expected: Where to begin, in metres.
     """
     draft = _draft(project)
-    depth, earlier = 0.0, None
+    depths = [_Depth(float(depth)) for depth in expected]
+    results: list[ColumnResult | None] = [None] * len(situations)
     for _ in range(_MOST_REPETITIONS):
-        sunk = _sunk(loads, depth)
-        (result,) = calculate_columns((situation,), draft, sunk)
-        rest = float(result.settlements[-1, 0]) - depth
-        if abs(rest) < _AT_REST:
-            return (
-                result
-                if draft.options == project.options
-                else calculate_columns((situation,), project, sunk)[0]
+        moving = [number for number, depth in enumerate(depths) if not depth.is_found]
+        if not moving:
+            break
+        found = calculate_columns(
+            [situations[number] for number in moving],
+            draft,
+            [_sunk(loads, depths[number].metres) for number in moving],
+        )
+        for number, result in zip(moving, found, strict=True):
+            results[number] = result
+            depths[number].take(float(result.settlements[-1, 0]))
+    problems = Problems()
+    for situation, depth in zip(situations, depths, strict=True):
+        if not depth.is_found:
+            problems.add(
+                f"The loads at x = {situation.column.x:g} m don't come to rest as they sink into "
+                "the water."
             )
+    problems.check()
+    if draft.options == project.options:
+        return [result for result in results if result is not None]
+    sunk = [_sunk(loads, depth.metres) for depth in depths]
+    return calculate_columns(situations, project, sunk)
+
+
+class _Depth:
+    """How deep the loads of a column sink: as deep as it settles below them when they have.
+
+    It is sought by the secant method: settlement less depth comes to zero.
+
+    Args:
+        metres: Where to begin.
+    """
+
+    def __init__(self, metres: float) -> None:
+        self.metres = metres
+        self.is_found = False
+        self._earlier: tuple[float, float] | None = None
+
+    def take(self, settlement: float) -> None:
+        """Take in how much the column settles below loads at this depth, and go to the next."""
+        rest = settlement - self.metres
+        self.is_found = abs(rest) < _AT_REST
+        if self.is_found:
+            return
         step = rest
-        if earlier is not None and earlier[1] != rest:
-            step = rest * (depth - earlier[0]) / (earlier[1] - rest)
-        earlier = depth, rest
-        depth += step
-    raise WorkerError(
-        f"The loads at x = {situation.column.x:g} m don't come to rest as they sink into the water."
-    )
+        if self._earlier is not None and self._earlier[1] != rest:
+            depth, earlier = self._earlier
+            step = rest * (self.metres - depth) / (earlier - rest)
+        self._earlier = self.metres, rest
+        self.metres += step
 
 
 def _sunk(loads: Sequence[Load], depth: float) -> list[Load]:

@@ -25,7 +25,7 @@ from sembra.local.worker.soil_models.soil_model import Elements
 def calculate_columns(
     situations: Sequence[Situation],
     project: Project,
-    loads: Sequence[Load],
+    loads: Sequence[Sequence[Load]],
     *,
     sinking: bool = False,
 ) -> list[ColumnResult]:
@@ -34,13 +34,17 @@ def calculate_columns(
     Args:
         situations: The columns before the first load.
         project: The input.
-        loads: The loads, in place of those of the project.
+        loads: The loads on each column, in place of those of the project. They differ in how deep
+            they have sunk, if in anything.
         sinking: Whether the loads sink into the water with the columns, from one time to the next.
 
     Raises:
         WorkerError: An effective stress isn't positive, or a layer can't consolidate.
     """
-    loaded = [replace(one, loads=loads, options=project.options) for one in situations]
+    loaded = [
+        replace(situation, loads=on_it, options=project.options)
+        for situation, on_it in zip(situations, loads, strict=True)
+    ]
     consolidated = project.consolidation.consolidate(loaded, sinking=sinking)
     return [_result(situation, one) for situation, one in zip(loaded, consolidated, strict=True)]
 

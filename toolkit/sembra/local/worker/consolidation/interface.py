@@ -79,7 +79,7 @@ class Consolidation(ABC):
         """Return what becomes of each of some columns of a project.
 
         Args:
-            situations: The columns, with the same loads.
+            situations: The columns, with the same loads, which may have sunk to several depths.
             sinking: Whether the loads sink into the water with the columns, from one time to the
                 next; only for a kind that goes by steps.
 
