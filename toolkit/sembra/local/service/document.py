@@ -93,7 +93,7 @@ def _reason(fault: ErrorDetails, document: object) -> str:
     else:
         where = place(None, steps) if steps else "the request"
     match fault["type"]:
-        case "missing":
+        case "missing" | "missing_argument":
             return f"{where} is missing"
         case "extra_forbidden":
             return f"{where} is not known"
