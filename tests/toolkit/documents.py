@@ -162,7 +162,7 @@ def document_2d(**values: Any) -> Document:
 
 def soil_of(material: StatedMaterial) -> Document:
     """Return the material that an input file tells of."""
-    values = {_key(label): line.text for label, line in material.values.items()}
+    values = {_key(label): line.value for label, line in material.entries.items()}
     known = soil(material.name)
     return known | {
         key: int(text) if re.fullmatch(r"-?\d+", text) else float(text)

@@ -297,7 +297,9 @@ def test_a_malformed_file_is_refused(read: Read) -> None:
 
 def test_a_material_without_its_weight_is_refused(read: Read) -> None:
     text = generated(column()).replace("SoilGamWet=15.00\n", "")
-    with pytest.raises(ParsingError, match=r"in section \[SOIL\], line \d+: SoilGamWet is missing"):
+    with pytest.raises(
+        ParsingError, match=r'in section \[SOIL\], line \d+: "SoilGamWet" is missing'
+    ):
         read(text)
 
 

@@ -123,7 +123,11 @@ def test_materials_that_no_layer_consists_of_are_not_read() -> None:
         ("SoilApAsApproximationByCpCs", 3, "SoilApAsApproximationByCpCs should be 0 or 1"),
         ("SoilDrained", 0.5, "SoilDrained should be 0 or 1 and is 0.5"),
         ("SoilStorageType", 4, "SoilStorageType 4 is unknown"),
-        ("SoilPreconKoppejanType", 1.5, "SoilPreconKoppejanType 1.5 is unknown"),
+        (
+            "SoilPreconKoppejanType",
+            1.5,
+            "SoilPreconKoppejanType should be a whole number and is 1.5",
+        ),
         ("SoilCv", float("inf"), "SoilCv should be a finite number and is inf"),
     ],
 )
@@ -170,5 +174,5 @@ def test_swelling_constants_that_follow_others_need_no_value() -> None:
 def test_a_model_reads_what_it_needs() -> None:
     whole = read_whole(input_text(soils={"Clay": {"SoilPreconIsotacheType": 0}}))
     materials = Materials(whole.section("INPUT DATA"), Isotache, Problems())
-    with pytest.raises(InputFileError, match="SoilPriCompIndex is missing"):
+    with pytest.raises(InputFileError, match='"SoilPriCompIndex" is missing'):
         materials["Clay"]

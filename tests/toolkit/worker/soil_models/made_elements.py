@@ -43,6 +43,6 @@ class Values:
         assert self._values[key] >= 0
         return self._values[key]
 
-    def flag(self, key: str) -> bool:
+    def switch(self, key: str) -> bool:
         """Return a switch."""
         return self._values[key] == 1

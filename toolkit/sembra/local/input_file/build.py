@@ -166,7 +166,7 @@ def _create_materials(model: Model1D | Model2D, materials: Iterable[StatedMateri
             KEYWORDS.get(line.key, line.key): _parameter(material, line)
             for line in LINES
             if isinstance(line, Parameter)
-            and (line.label in material.values or line.key in WITHOUT_DEFAULT)
+            and (line.label in material.entries or line.key in WITHOUT_DEFAULT)
         }
         color = parameters.pop("color", None)
         model.create_material(
@@ -177,12 +177,7 @@ def _create_materials(model: Model1D | Model2D, materials: Iterable[StatedMateri
 
 
 def _parameter(material: StatedMaterial, line: Parameter) -> float:
-    value = material.number(line.label)
-    if line.layout != "d":
-        return value
-    if not value.is_integer():
-        raise material.error(line.label, f"{line.label} should be a whole number: {value:g}")
-    return int(value)
+    return material.code(line.label) if line.layout == "d" else material.number(line.label)
 
 
 def _set_times(model: Model1D | Model2D, file: InputFile) -> list[LeftOut]:

@@ -92,7 +92,7 @@ def _value(key: str) -> Cell:
 
 
 def _drained(material: StatedMaterial) -> str:
-    return "yes" if material.flag("SoilDrained") else "no"
+    return "yes" if material.switch("SoilDrained") else "no"
 
 
 def _storage(material: StatedMaterial) -> str:
@@ -108,7 +108,7 @@ def _storage(material: StatedMaterial) -> str:
 
 def _preconsolidation(key: str) -> Cell:
     def tell(material: StatedMaterial) -> str:
-        code = material.code(key, range(len(_PRECONSOLIDATION)))
+        code = material.one_of(key, range(len(_PRECONSOLIDATION)))
         label, value, unit = _PRECONSOLIDATION[code]
         return f"{label} {number(material.number(value))}{unit}"
 
@@ -117,7 +117,7 @@ def _preconsolidation(key: str) -> Cell:
 
 def _ratio(ratio: str, ratio_key: str, index: str, index_key: str) -> Cell:
     def tell(material: StatedMaterial) -> str:
-        if material.flag("SoilCompRatio"):
+        if material.switch("SoilCompRatio"):
             return f"{ratio} {number(material.number(ratio_key))}"
         void_ratio = number(material.number("SoilInitialVoidRatio"))
         return f"{index} {number(material.number(index_key))} (e₀ {void_ratio})"

@@ -44,3 +44,11 @@ def entries(section: Section) -> Iterator[Entry]:
             yield Entry(line.number, label.strip(), value.strip())
         elif text:
             yield Entry(line.number, "", text)
+
+
+def keyed_entries(section: Section) -> Iterator[Entry]:
+    """Return a section's lines of the form `key=value`, blanks between or not."""
+    for line in section.lines:
+        key, separator, value = line.text.partition("=")
+        if separator:
+            yield Entry(line.number, key.strip(), value.strip())

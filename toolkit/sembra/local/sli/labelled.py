@@ -1,6 +1,6 @@
 """Sections whose lines have a value and a label."""
 
-from collections.abc import Iterable
+from collections.abc import Callable, Iterable, Iterator
 
 from sembra.local.sli.entries import Entry, entries
 from sembra.local.sli.input_file_error import InputFileError
@@ -8,13 +8,21 @@ from sembra.local.sli.sections import Section, parse_number
 
 
 class Labelled:
-    """A section whose lines read `value : label` or `value = label`."""
+    """A section whose lines have a label each.
 
-    def __init__(self, section: Section) -> None:
-        self._section = section
-        self._entries: dict[str, Entry] = {}
-        for entry in entries(section):
-            self._entries.setdefault(entry.label, entry)
+    Args:
+        section: The section.
+        read: Reads its lines: `value : label` or `value = label`, unless it is said otherwise.
+    """
+
+    def __init__(
+        self, section: Section, read: Callable[[Section], Iterator[Entry]] = entries
+    ) -> None:
+        self.section = section
+        self.entries: dict[str, Entry] = {}
+        """The lines by their labels."""
+        for entry in read(section):
+            self.entries.setdefault(entry.label, entry)
 
     def entry(self, label: str) -> Entry:
         """Return the line of a label.
@@ -23,32 +31,33 @@ class Labelled:
             InputFileError: There is none.
         """
         try:
-            return self._entries[label]
+            return self.entries[label]
         except KeyError:
-            raise self._section.error(f'"{label}" is missing') from None
+            raise self.section.error(f'"{label}" is missing') from None
 
     def number(self, label: str) -> float:
-        """Return the number in front of a label."""
+        """Return the number of a label."""
         entry = self.entry(label)
-        return parse_number(self._section, entry.line, label, entry.value)
+        return parse_number(self.section, entry.line, label, entry.value)
 
     def code(self, label: str) -> int:
-        """Return the whole number in front of a label."""
+        """Return the whole number of a label."""
         value = self.number(label)
         if not value.is_integer():
             raise self.error(label, f"{label} should be a whole number and is {value:g}")
         return int(value)
 
-    def one_of(self, label: str, known: Iterable[int]) -> int:
-        """Return the code in front of a label, which is one of the known ones."""
+    def one_of[Code: int](self, label: str, known: Iterable[Code]) -> Code:
+        """Return the code of a label, which is one of the known ones."""
         code = self.code(label)
-        if code not in known:
-            raise self.error(label, f"{label} {code} is unknown")
-        return code
+        for one in known:
+            if one == code:
+                return one
+        raise self.error(label, f"{label} {code} is unknown")
 
     def switch(self, label: str, *, absent: bool | None = None) -> bool:
-        """Return the switch in front of a label; `absent` is its value where there is none."""
-        if absent is not None and label not in self._entries:
+        """Return the switch of a label; `absent` is its value where there is none."""
+        if absent is not None and label not in self.entries:
             return absent
         value = self.number(label)
         if value not in (0, 1):
@@ -57,4 +66,4 @@ class Labelled:
 
     def error(self, label: str, problem: str) -> InputFileError:
         """Return an error at the line of a label."""
-        return self._section.error(problem, self.entry(label).line)
+        return self.section.error(problem, self.entry(label).line)

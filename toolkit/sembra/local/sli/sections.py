@@ -76,15 +76,6 @@ class Section:
         """Return a cursor at the first line."""
         return Cursor(self)
 
-    def values(self) -> dict[str, Line]:
-        """Return the lines of the form `key=value`, as value by key."""
-        pairs = {}
-        for line in self.lines:
-            key, separator, value = line.text.partition("=")
-            if separator:
-                pairs[key.strip()] = Line(line.number, value.strip())
-        return pairs
-
     def error(self, problem: str, line: int | None = None) -> InputFileError:
         """Return an error about this section, at its first line unless another one is given."""
         return InputFileError(self.name, self.number if line is None else line, problem)

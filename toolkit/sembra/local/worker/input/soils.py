@@ -63,8 +63,8 @@ class _Values:
         self._stated = stated
         self._problems = problems
         self.number = stated.number
-        self.flag = stated.flag
-        self.code = stated.code
+        self.switch = stated.switch
+        self.one_of = stated.one_of
 
     def positive(self, key: str) -> float:
         """Return the value of a key that something is divided by."""
@@ -88,7 +88,7 @@ def _read_material(name: str, values: _Values, soil_model: type[SoilModel]) -> M
         name=name,
         unit_weight_dry=values.number("SoilGamDry"),
         unit_weight_wet=values.number("SoilGamWet"),
-        drained=values.flag("SoilDrained"),
+        drained=values.switch("SoilDrained"),
         conductivity=_read_conductivity(values),
         preconsolidation=_read_preconsolidation(values, soil_model.preconsolidation_key),
         parameters=soil_model.read(values),
@@ -96,7 +96,7 @@ def _read_material(name: str, values: _Values, soil_model: type[SoilModel]) -> M
 
 
 def _read_conductivity(values: _Values) -> Conductivity:
-    kind = StorageType(values.code("SoilStorageType", StorageType))
+    kind = values.one_of("SoilStorageType", StorageType)
     modulus = values.positive if kind is StorageType.PERMEABILITY_BY_STRAIN else values.number
     return Conductivity(
         cv=values.number("SoilCv"),
@@ -109,7 +109,7 @@ def _read_conductivity(values: _Values) -> Conductivity:
 
 def _read_preconsolidation(values: _Values, key: str) -> StatedPreconsolidation:
     return StatedPreconsolidation(
-        kind=PreconsolidationType(values.code(key, PreconsolidationType)),
+        kind=values.one_of(key, PreconsolidationType),
         pc=values.number("SoilPc"),
         ocr=values.number("SoilOCR"),
         pop=values.number("SoilPOP"),

@@ -22,7 +22,7 @@ class Bjerrum(CreepIsotaches):
     @classmethod
     def read(cls, values: ParameterValues) -> dict[str, float]:
         """Return a, b and c of a material."""
-        if values.flag("SoilCompRatio"):
+        if values.switch("SoilCompRatio"):
             reloading, compression = values.positive("SoilRRatio"), values.positive("SoilCRatio")
         else:
             volume = 1 + values.not_negative("SoilInitialVoidRatio")

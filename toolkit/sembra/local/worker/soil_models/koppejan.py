@@ -69,7 +69,7 @@ class Koppejan(SoilModel):
     def read(cls, values: ParameterValues) -> dict[str, float]:
         """Return Cp, Cp', Cs, Cs', Ap and As of a material."""
         cp, cs = values.positive("SoilCp"), values.positive("SoilCs")
-        swells_as_compressed = values.flag("SoilApAsApproximationByCpCs")
+        swells_as_compressed = values.switch("SoilApAsApproximationByCpCs")
         return {
             "cp": cp,
             "cp1": values.positive("SoilCp1"),

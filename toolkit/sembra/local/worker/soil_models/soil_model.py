@@ -31,7 +31,7 @@ class ParameterValues(Protocol):
     def not_negative(self, key: str) -> float:
         """Return a value that should not be below zero."""
 
-    def flag(self, key: str) -> bool:
+    def switch(self, key: str) -> bool:
         """Return a switch."""
 
 
