@@ -22,6 +22,7 @@ from sembra.external.dsettlement import (
     Model1D,
     OutputFileParser,
 )
+from sembra.local.jobs.engine_error import EngineError
 from sembra.local.study import Row, Value, run_study
 
 from tests.toolkit.processes import application, await_that
@@ -137,6 +138,29 @@ def test_study_goes_on_where_it_stopped(tmp_path: Path) -> None:
     built.clear()
     assert run_study(VARIANTS, build_noted, COLUMNS, read, path) == whole
     assert built == []
+
+
+def test_engine_that_is_lost_stops_the_study(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    """The variants that it was lost for haven't failed: they are calculated when it is back."""
+    path = tmp_path / "study.csv"
+    monkeypatch.setenv("SEMBRA_WORKERS", "1")
+
+    def build_or_lose(variant: Height) -> Model1D:
+        if variant.height == 3.0:
+            monkeypatch.setenv("SEMBRA_WORKERS", "none")
+        return build(variant)
+
+    variants = [Height(height / 2) for height in range(1, 13)]
+    with pytest.raises(EngineError, match="SEMBRA_WORKERS must be"):
+        run_study(variants, build_or_lose, COLUMNS, read, path)
+    _, *lines = lines_of(path)
+    assert 0 < len(lines) < 12
+    assert [line[-1] for line in lines] == [""] * len(lines)
+    monkeypatch.delenv("SEMBRA_WORKERS")
+    rows = run_study(variants, build, COLUMNS, read, path)
+    assert [row.error for row in rows] == [None] * 12
 
 
 @pytest.mark.parametrize(

@@ -31,6 +31,7 @@ from sembra.external.dsettlement import DSettlementAnalysis, OutputFileParser
 
 from sembra.local.jobs.callers import end_jobs_of
 from sembra.local.jobs.engine import chosen_engine
+from sembra.local.jobs.engine_error import EngineError, loss_of_engine
 from sembra.local.jobs.progress import show_count
 
 type Value = float | int | str | None
@@ -78,12 +79,13 @@ def run_study[Variant](
 ) -> list[Row[Variant]]:
     """Calculate many variants and write a row for each to a table.
 
-    A row is written as soon as its variant has ended, so the rows stand in the order of their ends.
-    The table is a CSV file in UTF-8 that spreadsheets open: the number of the variant from 1, what
-    the variant is (the fields of a data class, a named tuple or a mapping, the text of anything
-    else), the columns, and the error, empty if there is none. If the file is there already, it is
-    what an interrupted study has left: the variants in it aren't calculated again, failed ones
-    neither. Remove a row to have it calculated again. A variant that fails doesn't stop the others.
+    A row is written as soon as its variant has ended, so the rows stand in the order of their ends:
+    sort them by their first column for that of the variants. The table is a CSV file in UTF-8 that
+    spreadsheets open: the number of the variant from 1, what the variant is (the fields of a data
+    class, a named tuple or a mapping, the text of anything else), the columns, and the error, empty
+    if there is none. If the file is there already, it is what an interrupted study has left: the
+    variants in it aren't calculated again, failed ones neither. Remove a row to have it calculated
+    again. A variant that fails doesn't stop the others.
 
     On a terminal, one progress bar is shown on the standard error stream.
 
@@ -101,7 +103,8 @@ def run_study[Variant](
 
     Raises:
         ValueError: Two columns have the same name, or the file is that of another study.
-        EngineError: The engine that the settings name can't be used.
+        EngineError: The engine that the settings name can't be used, or was lost: the study stops,
+            as if it had been interrupted.
         OSError: The file can't be read or written.
         KeyboardInterrupt: The study was interrupted. The jobs that ran are ended; the rows stay in
             the file, and another call goes on from there.
@@ -151,7 +154,7 @@ class _Study[Variant]:
         self.described = [list(map(_text, description.values())) for description in described]
 
     def calculate(self, variant: Variant) -> Row[Variant]:
-        """Return the row of a variant, whatever happens to it."""
+        """Return the row of a variant, whatever happens to it; raise the loss of the engine."""
         try:
             analysis = DSettlementAnalysis(self._build(variant).generate_input_file())
             analysis.execute(timeout=self._timeout)
@@ -159,6 +162,8 @@ class _Study[Variant]:
             if len(values) != len(self._columns):
                 raise ValueError(f"{len(values)} values for {len(self._columns)} columns")
         except Exception as error:
+            if (loss := loss_of_engine(error)) is not None:
+                raise loss from None
             return Row(variant, None, _explain(error))
         return Row(variant, values, None)
 
@@ -225,7 +230,7 @@ def _calculate[Variant](
     numbers: queue.SimpleQueue[int] = queue.SimpleQueue()
     for number in missing:
         numbers.put(number)
-    rows: queue.SimpleQueue[tuple[int, Row[Variant]]] = queue.SimpleQueue()
+    rows: queue.SimpleQueue[tuple[int, Row[Variant]] | EngineError] = queue.SimpleQueue()
     stopped = threading.Event()
 
     def work() -> None:
@@ -234,7 +239,10 @@ def _calculate[Variant](
                 number = numbers.get_nowait()
             except queue.Empty:
                 return
-            rows.put((number, study.calculate(study.variants[number - 1])))
+            try:
+                rows.put((number, study.calculate(study.variants[number - 1])))
+            except EngineError as error:
+                rows.put(error)
 
     workers = [
         threading.Thread(target=work, name="sembra-study", daemon=True)
@@ -244,7 +252,10 @@ def _calculate[Variant](
         for worker in workers:
             worker.start()
         for _ in missing:
-            yield rows.get()
+            row = rows.get()
+            if isinstance(row, EngineError):
+                raise row
+            yield row
     finally:
         stopped.set()
         while any(worker.is_alive() for worker in workers):

@@ -10,7 +10,7 @@ from importlib import import_module
 from typing import Any
 
 from sembra.local.jobs.callers import ended_with_caller
-from sembra.local.jobs.engine_error import EngineError
+from sembra.local.jobs.engine_error import DeadWorkersError, EngineError
 from sembra.local.jobs.pool import PoolFuture
 from sembra.local.jobs.reporting import Report, ignore
 from sembra.local.jobs.shared_pool import shared_pool
@@ -50,7 +50,7 @@ class DaskEngine:
             with ended_with_caller(_DaskJob(future)):
                 return future.result()
         except distributed.scheduler.KilledWorker as error:
-            raise EngineError(
+            raise DeadWorkersError(
                 f"The workers of the Dask cluster at {self._address} that ran the job died"
             ) from error
         except (CancelledError, distributed.comm.core.CommClosedError) as error:
