@@ -13,7 +13,7 @@ from pathlib import Path
 
 import pytest
 from sembra.local.jobs.pool import WorkerPool
-from sembra.local.jobs.worker_process import ProcessCrashError
+from sembra.local.jobs.worker_process import ProcessCrashError, WorkerProcess
 
 from tests.toolkit import fake_jobs
 from tests.toolkit.processes import (
@@ -269,6 +269,29 @@ def test_time_that_is_over() -> None:
         with pytest.raises(TimeoutError):
             future.result_within(0.1)
         future.cancel()
+
+
+def test_fewer_workers_than_before(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> None:
+    """While one too many is cleared away, the last one stays."""
+    gate, cleared = tmp_path / "gate", threading.Event()
+    clear = WorkerProcess.clear
+
+    def clear_late(worker: WorkerProcess) -> None:
+        cleared.wait(60)
+        clear(worker)
+
+    size = [2]
+    with WorkerPool(lambda: size[0]) as executor:
+        both = [executor.submit(fake_jobs.await_file, {"body": str(gate)}) for _ in range(2)]
+        assert all(future.taken.wait(30) for future in both)
+        gate.touch()
+        assert all(future.result(30) for future in both)
+        monkeypatch.setattr(WorkerProcess, "clear", clear_late)
+        size[0] = 1
+        try:
+            assert [executor.submit(abs, -number).result(10) for number in range(5)] == [*range(5)]
+        finally:
+            cleared.set()
 
 
 def test_crash_costs_its_own_worker_alone(tmp_path: Path) -> None:

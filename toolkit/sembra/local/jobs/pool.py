@@ -121,6 +121,7 @@ class WorkerPool(Executor):
         self._waiting: deque[PoolFuture] = deque()
         self._running: set[PoolFuture] = set()
         self._workers: dict[threading.Thread, WorkerProcess | None] = {}
+        self._leaving: set[threading.Thread] = set()
         self._idle = 0
         self._most = 0
         self._is_shut_down = False
@@ -162,7 +163,7 @@ class WorkerPool(Executor):
                 raise RuntimeError("cannot schedule new calls after shutdown")
             self._most = size
             self._waiting.append(future)
-            if len(self._waiting) > self._idle and len(self._workers) < size:
+            if len(self._waiting) > self._idle and self._staying() < size:
                 attendant = threading.Thread(target=self._attend, daemon=True, name="sembra-worker")
                 self._workers[attendant] = None
                 try:
@@ -217,6 +218,7 @@ class WorkerPool(Executor):
             if worker is not None:
                 worker.leave_to_parent()
         self._workers.clear()
+        self._leaving.clear()
 
     def _attend(self) -> None:
         """Give one worker its calls, and replace it when it is lost."""
@@ -235,6 +237,11 @@ class WorkerPool(Executor):
                 worker.clear()
             with self._changed:
                 self._workers.pop(me, None)
+                self._leaving.discard(me)
+
+    def _staying(self) -> int:
+        """Return how many workers there are, without those that are being cleared away."""
+        return len(self._workers) - len(self._leaving)
 
     def _next_call(self) -> PoolFuture | None:
         """Wait for a call; None if no more is to come for this worker."""
@@ -242,7 +249,8 @@ class WorkerPool(Executor):
             self._idle += 1
             try:
                 while not self._waiting:
-                    if self._is_shut_down or len(self._workers) > self._most:
+                    if self._is_shut_down or self._staying() > self._most:
+                        self._leaving.add(threading.current_thread())
                         return None
                     self._changed.wait()
             finally:
