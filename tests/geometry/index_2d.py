@@ -19,7 +19,7 @@ def finds_verticals(model: Any) -> bool:
 
 
 def index_of(model: Any) -> Any:
-    return getattr(model, "_dsettlement_registers", None)
+    return getattr(model, "_dsettlement_index", None)
 
 
 def build(model: Any, points_of: Factory) -> Any:

@@ -5,7 +5,6 @@ object of the geometry, the pair hands each edition its own.
 """
 
 import copy
-import gc
 import pickle
 import random
 import re
@@ -14,12 +13,7 @@ from functools import partial
 from typing import Any
 
 from sembra.core import Color
-from sembra.external.dsettlement import (
-    CalculationModel,
-    ConsolidationModel,
-    _Boundary,
-    _Vertical,
-)
+from sembra.external.dsettlement import CalculationModel, ConsolidationModel
 
 from tests.geometry.editions_2d import (
     EDITIONS,
@@ -32,6 +26,7 @@ from tests.geometry.editions_2d import (
     PLAIN_X,
     PLAIN_Y,
 )
+from tests.geometry.index_2d import finds_chains, finds_verticals
 
 
 class Taste:
@@ -344,14 +339,13 @@ class Pair:
 
 def is_indexed(model: Any) -> bool:
     """Whether boundaries or verticals of a native model are found without searching."""
-    registers = getattr(model, "_dsettlement_registers", None)
-    return any(type(known) in (_Boundary, _Vertical) for known in gc.get_referents(registers))
+    return finds_chains(model) or finds_verticals(model)
 
 
 def compare_random_model(rng: random.Random, what: str) -> bool:
     """Builds one model in both editions and asserts that they are the same all the way.
 
-    Returns whether the native one was found in before the end.
+    Returns whether the native one was indexed in the end.
     """
     pair = Pair(rng, Taste(rng), what)
     if not pair.construct():

@@ -134,7 +134,7 @@ class Snapshots:
 
 
 class Shadowing(Model2D):
-    __slots__ = ("_dsettlement_registers",)
+    __slots__ = ("_dsettlement_index",)
 
 
 @pytest.mark.parametrize(
@@ -143,7 +143,7 @@ class Shadowing(Model2D):
         type("Mixed", (Mixin, Model2D), {}),
         type("Snapshot", (Snapshots, Model2D), {}),
         Shadowing,
-        type("Named", (Model2D,), {"_dsettlement_registers": None}),
+        type("Named", (Model2D,), {"_dsettlement_index": None}),
     ],
 )
 def test_a_class_that_may_be_looked_at_unnoticed_is_searched(
@@ -163,7 +163,7 @@ def test_a_class_that_may_be_looked_at_unnoticed_is_searched(
 
 def test_looking_runs_nothing_of_a_derived_class(new_model_2d: Factory) -> None:
     run: list[Any] = []
-    cls = type("Telling", (Model2D,), {"_dsettlement_registers": property(run.append)})
+    cls = type("Telling", (Model2D,), {"_dsettlement_index": property(run.append)})
     model = new_model_2d(cls)
     model.create_vertical(3.0)
     assert [v.x for v in vars(model)["_verticals"]] == [3.0]

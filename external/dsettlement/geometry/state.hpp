@@ -15,6 +15,9 @@ namespace dsettlement::geometry {
 // A key for sorting, made by the standard operator of that name.
 [[nodiscard]] host::Ref make_key(const char* operation, host::Handle name);
 
+// The slot of a model in which its index stands.
+inline constexpr const char* index_slot_name = "_dsettlement_index";
+
 struct State {
   State(host::Module& module, const Toolkit& shared, const model::State& frame)
       : toolkit(shared), model(frame), has_assertions(runs_assertions()), module_(module) {
@@ -67,7 +70,7 @@ struct State {
   host::KnownMembers model_members{
       module_,
       {"_boundaries", "_pl_lines", "_verticals", "_points", "_layers", "_limits", "_curves",
-       "_create_curves", "_create_curve", "__dict__", "_dsettlement_registers"}};
+       "_create_curves", "_create_curve", "__dict__", index_slot_name}};
 
   host::Slot field_type{module_};
   host::Slot box_type{module_};
@@ -95,7 +98,7 @@ struct State {
     host::Name private_phreatic_line{"_phreatic_line"};
     host::Name private_boundaries{"_boundaries"};
 
-    host::Name private_index_slot{"_dsettlement_registers"};
+    host::Name private_index_slot{index_slot_name};
 
     // Operations of a model.
     host::Name private_validate{"_validate"};

@@ -15,9 +15,7 @@ using host::Ref;
 namespace {
 
 // The index of a model stands in a slot of its own and not among its attributes, which applications
-// look at, copy and pickle. Pickles made past the model's own way know the slot by this name.
-constexpr const char* slot_name = "_dsettlement_registers";
-
+// look at, copy and pickle.
 class Index : public host::Content {
  public:
   explicit Index(const State& state) : chains(state), verticals(state) {}
@@ -78,7 +76,7 @@ void invalidate(State& state, Handle model) {
 // change them.
 PyObject* read_attributes(PyObject* model, void* /*closure*/) {
   return host::guard([&] {
-    PyObject* slot = host::member_of(Py_TYPE(model), host::Name(slot_name));
+    PyObject* slot = host::member_of(Py_TYPE(model), host::Name(index_slot_name));
     if (slot != nullptr && Py_IS_TYPE(slot, &PyMemberDescr_Type)) {
       const Kept kept = index_in(slot, model);
       if (kept.index != nullptr) {
@@ -153,7 +151,7 @@ Ref boundaries_of(const State& state, Handle model) {
 
 void add_index(host::Module& module, State& state, host::ClassBody& body) {
   state.box_type = host::make_box_type(module.object());
-  body.add("__slots__", Ref::steal(PyTuple_Pack(1, host::Name(slot_name).get())));
+  body.add("__slots__", Ref::steal(PyTuple_Pack(1, host::Name(index_slot_name).get())));
   body.add(state, host::method<get_state>("__getstate__",
                                           "Return what a copy or a pickle of the model is made of.")
                       .returning("Any"));
