@@ -15,7 +15,8 @@ export CMAKE_BUILD_PARALLEL_LEVEL ?= $(JOBS)
 
 MODULE := CMakeLists.txt $(shell find external -type f)
 CXX_FILES := $(shell find external fuzz benchmarks -name '*.[ch]pp')
-LOCAL_EDITION := $(shell find toolkit -type f -not -name '*.pyc')
+# Without the caches of tools: what they write doesn't change what is installed.
+LOCAL_EDITION := $(shell find toolkit -name '.*' -prune -o -type f -not -name '*.pyc' -print)
 
 # Stamps: what has been done to the virtual environment, and when.
 STAMPS := $(VENV)/.stamps
@@ -84,8 +85,8 @@ docs: $(BUILT) $(STAMPS)/docs  ## build the documentation into site/
 	@echo "Open site/index.html"
 
 clean:  ## remove all that the other targets made
-	rm -rf $(VENV) build demo dist site docs/examples fuzz-findings .hypothesis .mypy_cache .pytest_cache .ruff_cache
-	find . -name __pycache__ -prune -exec rm -rf {} +
+	rm -rf $(VENV) build demo dist site docs/examples fuzz-findings .hypothesis .mypy_cache .pytest_cache
+	find . \( -name __pycache__ -o -name .ruff_cache \) -prune -exec rm -rf {} +
 
 $(ENVIRONMENT): scripts/find-python
 	@command -v c++ >/dev/null || command -v g++ >/dev/null || command -v clang++ >/dev/null || \
