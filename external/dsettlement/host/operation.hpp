@@ -70,7 +70,7 @@ struct StateOf<Ref (*)(State&, Arguments)> {
   using type = State;
 };
 template <auto body>
-using state_of = typename StateOf<decltype(body)>::type;
+using state_of = StateOf<decltype(body)>::type;
 
 template <auto body>
 PyObject* enter(void* state, Arguments arguments) noexcept {

@@ -33,7 +33,7 @@ class Columns {
     PyObject* const list = lists_[column].get();
     if (column < pattern_.size()) {
       PyObject* const earlier = pattern_[column].get();
-      if (row < static_cast<std::size_t>(PyList_GET_SIZE(earlier)) &&
+      if (std::cmp_less(row, PyList_GET_SIZE(earlier)) &&
           put_if_equal(list, row, PyList_GET_ITEM(earlier, row), number)) {
         return;
       }
