@@ -1,7 +1,7 @@
-"""The way from a small model to its input file: serialised, posted, checked, filled in, sent back.
+"""The way from a small model to its input file: serialised, posted as JSON, checked, filled in.
 
 These are the benchmarks whose bound is a time. On a busy machine the waits of others come on top,
-so the lower quartile counts; a wait that belongs to the post itself is part of every call.
+so the lower quartile counts; a wait that belongs to the way itself is part of every call.
 """
 
 import subprocess
@@ -48,7 +48,7 @@ def later_calls() -> Row:
 
 
 def first_call() -> Row:
-    """Return what the first call loads and starts on top, in a fresh interpreter."""
+    """Return what the first call costs, with all that it loads, in a fresh interpreter."""
     times = sorted(
         float(subprocess.check_output([sys.executable, "-c", FIRST_CALL])) * 1e3
         for _ in range(FRESH)

@@ -1,1 +1,1 @@
-"""The HTTP client of the post: connections that are kept, and one deadline per exchange."""
+"""The HTTP client for a service elsewhere: connections that are kept, and one deadline per exchange."""
