@@ -5,9 +5,12 @@ from dataclasses import dataclass
 
 @dataclass(frozen=True)
 class LoadStep:
-    """A load that comes at a time [days] and brings a pressure to the surface [kPa].
+    """A load that comes onto the ground, or goes.
 
-    One that goes at that time takes its pressure with it: its pressure is below zero.
+    Args:
+        name: What it is called.
+        time: When it comes or goes, in days.
+        pressure: What it brings to the surface, in kPa; below zero if it goes.
     """
 
     name: str
