@@ -1,1 +1,1 @@
-"""The HTTP client for a service elsewhere: connections that are kept, and one deadline per exchange."""
+"""The HTTP client for a service elsewhere: kept connections, and one deadline per exchange."""
