@@ -1,13 +1,19 @@
-"""The Python code of the documentation, run page by page as tests."""
+"""The Python code of the documentation, a test per page.
+
+What stands further down on a page goes on from what stands above, so a page is not to be torn apart
+by running tests in several processes.
+"""
 
 import os
+from collections.abc import Iterator
 from io import StringIO
 from pathlib import Path
 from tempfile import TemporaryDirectory
 from typing import Any
 
+import pytest
 import sembra.external.dsettlement as ds
-from sybil import Sybil
+from sybil import Document, Sybil
 from sybil.parsers.myst import PythonCodeBlockParser
 
 PAGES = (
@@ -58,7 +64,50 @@ def calculate(namespace: dict[str, Any]) -> None:
 
 
 PARSERS = [PythonCodeBlockParser()]
-pytest_collect_file = (
-    Sybil(PARSERS, patterns=PAGES, setup=enter, teardown=leave)
-    + Sybil(PARSERS, patterns=AFTERWARDS, setup=calculate, teardown=leave)
-).pytest()
+SYBILS = (
+    Sybil(PARSERS, patterns=PAGES, setup=enter, teardown=leave),
+    Sybil(PARSERS, patterns=AFTERWARDS, setup=calculate, teardown=leave),
+)
+
+
+class Page(pytest.File):
+    """A page of the documentation."""
+
+    def collect(self) -> Iterator["Code"]:
+        """Yield one test, if there is code on the page."""
+        for sybil in SYBILS:
+            if sybil.should_parse(self.path):
+                document = sybil.parse(self.path)
+                if any(document.examples()):
+                    yield Code.from_parent(self, name="code", sybil=sybil, document=document)
+
+
+class Code(pytest.Item):
+    """The code of a page, from top to bottom."""
+
+    def __init__(self, *, sybil: Sybil, document: Document, **of_item: Any) -> None:
+        super().__init__(**of_item)
+        self._sybil = sybil
+        self._document = document
+
+    def setup(self) -> None:
+        """Make what the page begins with."""
+        assert self._sybil.setup is not None
+        self._sybil.setup(self._document.namespace)
+
+    def runtest(self) -> None:
+        """Run the blocks one after the other."""
+        for example in self._document.examples():
+            example.evaluate()
+
+    def teardown(self) -> None:
+        """Take away what the page has made."""
+        assert self._sybil.teardown is not None
+        self._sybil.teardown(self._document.namespace)
+
+
+def pytest_collect_file(file_path: Path, parent: pytest.Collector) -> Page | None:
+    """Collect the pages."""
+    if any(sybil.should_parse(file_path) for sybil in SYBILS):
+        return Page.from_parent(parent, path=file_path)
+    return None
