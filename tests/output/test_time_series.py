@@ -1,8 +1,21 @@
 """The time series of a vertical: settlement per load, and data per time."""
 
-import pytest
+from io import StringIO
+from typing import Any
 
-from tests.output.blocks import at_time, lines, read_vertical, time_dependent, time_settlement
+import pytest
+from sembra.external.dsettlement import OutputFileParser
+
+from benchmarks.plain.output_parser import OutputFileParser as PlainOutputFileParser
+from tests.output.blocks import (
+    at_time,
+    lines,
+    read_vertical,
+    results,
+    time_dependent,
+    time_settlement,
+    vertical,
+)
 
 # Settlement against time.
 
@@ -150,6 +163,33 @@ def test_a_column_that_another_takes_the_place_of_is_read_all_the_same() -> None
 def test_a_block_with_a_time_of_another_form_is_skipped(time: str) -> None:
     block = time_dependent(("A",), at_time("1.0", "1"), at_time(time, "2"), at_time("3.0", "3"))
     assert list(read_vertical(block)["vertical_data"]) == [1.0, 3.0]
+
+
+BEGINNINGS_OF_A_TIME_LINE = [
+    "",
+    "12",
+    "12.",
+    "12.5",
+    "12.5 =",
+    "12.5 = Time",
+    "12.5 = Time in",
+    "12.5 = Time in day",
+]
+ROWS_BEHIND = [("1 2 3",), ("", "1 2 3"), ("", "", "1 2 3"), ("1", "2", "3")]
+
+
+@pytest.mark.parametrize("parser_class", [OutputFileParser, PlainOutputFileParser])
+@pytest.mark.parametrize("end", ["\n", "\r\n", "\r"])
+@pytest.mark.parametrize("rows", ROWS_BEHIND)
+@pytest.mark.parametrize("time_line", BEGINNINGS_OF_A_TIME_LINE)
+def test_a_block_whose_time_line_breaks_off_is_skipped(
+    parser_class: Any, end: str, rows: tuple[str, ...], time_line: str
+) -> None:
+    broken = lines("[Vertical Data at Time]", time_line, *rows, "[End of Vertical Data at Time]")
+    block = time_dependent(("A",), at_time("1.0", "4"), broken, at_time("3.0", "5"))
+    text = results(vertical(block)).replace("\n", end)
+    data = parser_class(StringIO(text, newline="")).vertical_results[1]["vertical_data"]
+    assert data == {1.0: {"A": [4.0]}, 3.0: {"A": [5.0]}}
 
 
 def test_white_space_behind_the_time_line_skips_the_block() -> None:
