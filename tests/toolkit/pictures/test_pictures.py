@@ -19,6 +19,7 @@ from sembra.external.dsettlement import (
     OutputFileParser,
 )
 from sembra.local import pictures
+from sembra.local.pictures.style import figure_of
 from sembra.local.results import ResultFile
 
 from tests.output.blocks import at_time, results, stresses, time_dependent, vertical
@@ -179,6 +180,22 @@ def test_a_column_may_be_dry() -> None:
     assert "Phreatic line" not in words(pictures.soil_column(model))
 
 
+def test_the_name_of_a_layer_stands_where_the_water_leaves_room() -> None:
+    for level, middle in ((-0.5, -2.25), (-3.5, -1.75)):
+        model = Model1D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI)
+        model.update_geometry(-4.0, [(0.0, "Sand")], phreatic_level=level)
+        axes = pictures.soil_column(model)
+        (name,) = (text for text in axes.texts if text.get_text().startswith("Sand"))
+        assert name.get_position()[1] == middle
+
+
+def test_axes_without_a_figure_are_told() -> None:
+    axes = plt.figure().add_subplot()
+    axes.remove()
+    with pytest.raises(ValueError, match="the axes stand on no figure"):
+        figure_of(axes)
+
+
 def test_a_section_without_a_phreatic_line_is_drawn() -> None:
     axes = pictures.cross_section(model_2d())
     told = words(axes)
@@ -282,6 +299,8 @@ def test_results_without_what_is_wanted_are_told() -> None:
         pictures.dissipation(empty)
     with pytest.raises(ValueError, match=r"sembra\.local\.results\.ResultFile"):
         pictures.stresses(OutputFileParser(StringIO(TEXT)))
+    with pytest.raises(ValueError, match="vertical 1 has no settlement along depth"):
+        pictures.settlement_along_depth(ResultFile(StringIO(results(vertical("nothing")))))
     with pytest.raises(ValueError, match="2 load steps were given, and the results have 1"):
         pictures.settlement_per_load(RESULTS, vertical=2, steps=STEPS * 2)
     assert plt.get_fignums() == []

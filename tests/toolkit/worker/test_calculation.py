@@ -46,6 +46,14 @@ def test_without_either_a_fill_settles_by_its_weight_at_once() -> None:
     assert surface_settlement(result) == pytest.approx(virgin(TERRAIN, 3 * DRY, END))
 
 
+def test_a_settlement_that_is_no_finite_number_is_refused() -> None:
+    with (
+        np.errstate(invalid="ignore"),
+        pytest.raises(WorkerError, match="too large or too small to calculate with"),
+    ):
+        calculated(project(pressures=[plate(float("inf"))]))
+
+
 # Submerging
 
 
@@ -101,6 +109,8 @@ def test_far_above_the_water_submerging_changes_nothing() -> None:
 
 
 def test_a_pressure_does_not_sink() -> None:
+    pressure = plate(48.0)
+    assert pressure.submerged(lambda _: np.array(1.0)) is pressure
     (result,) = calculated(project(pressures=[plate(48.0)], submerging=True))
     assert surface_settlement(result) == pytest.approx(virgin(TERRAIN, 48.0, END))
 

@@ -82,3 +82,15 @@ def test_crossing_boundaries_are_refused() -> None:
     crossed = CrossSection((LayerBetween(BOTTOM, SURFACE, CLAY, WATER, WATER),), WATER)
     with pytest.raises(WorkerError, match=r"^At x = 20 m the bottom of the layer of Clay lies"):
         crossed.column(20.0, 0.0)
+
+
+def test_a_side_between_two_on_the_same_level_has_their_pressure() -> None:
+    flat = CrossSection(
+        (
+            LayerBetween(SURFACE, SURFACE, CLAY, WATER, INTERPOLATED),
+            LayerBetween(SURFACE, BOTTOM, CLAY, WATER, WATER),
+        ),
+        WATER,
+    )
+    plain = CrossSection((LayerBetween(SURFACE, BOTTOM, CLAY, WATER, WATER),), WATER)
+    assert flat.column(10.0, 0.0) == plain.column(10.0, 0.0)

@@ -6,6 +6,7 @@ import pytest
 from sembra.local.jobs.reporting import reporter
 from sembra.local.worker.job import run_job
 
+from tests.toolkit.worker.embankments import with_embankment
 from tests.toolkit.worker.input_file import calculated, input_text, job, refused
 from tests.toolkit.worker.input_section import two_dimensional
 from tests.toolkit.worker.result_file import residuals, verticals
@@ -46,9 +47,20 @@ def test_every_vertical_is_progress() -> None:
         ("       Clay\n", "       Mud\n", 'the material "Mud" is unknown'),
         ("   1 - Number of the p", "   2 - Number of the p", "piezometric level line 2 does not"),
         ("         3     4", "         4     3", "a line should run from left to right"),
+        ("   1 - Number of layers", "   0 - Number of layers", "there are no layers"),
     ],
 )
 def test_malformed_geometry(old: str, new: str, message: str) -> None:
     text = two_dimensional()
     assert old in text
     assert message in refused(text.replace(old, new))
+
+
+@pytest.mark.parametrize("of", ["non-uniform loads", "trapeziform loads"])
+def test_strips_of_loads_have_a_width(of: str) -> None:
+    label = f"0.50 = Load column width {of}"
+    text = with_embankment(two_dimensional())
+    assert label in text
+    message = refused(text.replace(label, label.replace("0.50", "0.00")))
+    assert "in section [CALCULATION OPTIONS], line " in message
+    assert "the load column width should be greater than zero" in message

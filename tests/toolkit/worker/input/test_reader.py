@@ -163,3 +163,15 @@ def test_names_may_be_empty() -> None:
     project = read_project(text)
     assert [load.name for load in project.loads] == ["", ""]
     assert project.columns[0].layers[0].material.name == ""
+
+
+def test_a_profile_is_not_maintained_from_before_the_calculation() -> None:
+    options = {"Maintain profile": 1, "Time superelevation": -5}
+    assert "the time should not be negative: -5" in refused(input_text(options=options))
+    assert read_project(input_text(options=options | {"Time superelevation": 0}))
+
+
+def test_ground_without_layers_is_refused() -> None:
+    message = refused(input_text(layers=[]))
+    assert "in section [GEOMETRY 1D DATA], line " in message
+    assert "there are no layers" in message

@@ -230,3 +230,19 @@ def test_malformed_loads(temporary: object, end: object, problem: str) -> None:
 def test_a_load_is_removed_after_it_has_come() -> None:
     message = refused(with_embankment(two_dimensional(), 1, 0))
     assert message == 'The load "Wide" is removed at 0 days, and comes no earlier.'
+
+
+@pytest.mark.parametrize(
+    ("outline", "problem"),
+    [
+        (((10, 0),), "a line needs at least two points"),
+        (((10, 0), (30, 2), (20, 0)), "a line should run from left to right"),
+    ],
+)
+def test_an_outline_that_is_none_is_refused(
+    outline: tuple[tuple[float, float], ...], problem: str
+) -> None:
+    points = "".join(f"{x} {y} = X, Y\n" for x, y in outline)
+    load = f"Dike\n0 18 20 0 0 = Time\n{len(outline)} = Number of co-ordinates\n{points}"
+    message = refused(with_embankments(two_dimensional(), load))
+    assert message == f'The outline of the load "Dike" can\'t be used: {problem}.'

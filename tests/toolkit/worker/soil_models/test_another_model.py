@@ -4,6 +4,7 @@ from typing import cast
 
 import pytest
 from sembra.local.worker.soil_models.koppejan import Koppejan
+from sembra.local.worker.soil_models.soil_model import SoilModel
 from sembra.local.worker.soil_models.table import SOIL_MODELS
 
 from tests.toolkit.worker.embankments import with_embankment
@@ -12,7 +13,9 @@ from tests.toolkit.worker.input_section import two_dimensional
 
 
 class Plain(Koppejan):
-    """A model that tells no kinds of settlement apart."""
+    """A model that tells no kinds of settlement apart, and nothing of its parameters."""
+
+    remarks = SoilModel.remarks  # type: ignore[assignment]
 
     def layer_settlements(self, *_arguments: object) -> None:  # type: ignore[override]
         """Return none."""

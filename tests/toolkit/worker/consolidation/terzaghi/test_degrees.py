@@ -103,6 +103,11 @@ def test_rate_of_a_cluster_by_hand() -> None:
     assert found.drain_rate(cluster) == pytest.approx(part * factor * RATE * 0.0225, rel=2e-5)
 
 
+def test_without_drains_none_flows_to_them() -> None:
+    plain = terzaghi(column((4.0, CLAY)))
+    assert [plain.drain_rate(cluster) for cluster in plain.clusters] == [0.0]
+
+
 def test_drains_that_do_not_reach_a_cluster() -> None:
     ground = column((1.0, CLAY), (1.0, SAND), (3.0, CLAY))
     upper, _, lower = terzaghi(ground, drains(bottom=-1.5)).degrees(TIMES, 0.0)
