@@ -30,7 +30,7 @@ from sembra.external.dsettlement import (
 )
 
 from benchmarks.peak_memory import resident
-from benchmarks.plain import geometry as plain
+from benchmarks.plain import chains
 from benchmarks.side_by_side import Row, compare
 
 NATIVE = "sembra.external.dsettlement"
@@ -185,7 +185,7 @@ def against_looked_at(layers: int, *, rounds: int) -> Row:
 
 def list_objects(count: int) -> object:
     """Make as many plain objects as a chain has, which nobody calls anything but linear."""
-    points = [plain._Point(float(i), 1.0) for i in range(count)]
+    points = [chains._Point(float(i), 1.0) for i in range(count)]
     table = {(point.x, point.y): point for point in points}
     return [(point.x, point.y, 0) for point in table.values()]
 

@@ -13,7 +13,7 @@ import sembra.external.dsettlement as module
 
 from benchmarks.side_by_side import Row, compare
 
-PLAIN = ("materials", "geometry", "output_parser")
+PLAIN = ("materials", "chains", "geometry", "output_parser")
 TIMES = 5
 
 
