@@ -16,7 +16,7 @@ def main(arguments: list[str] | None = None) -> int:
     """Make the page, and open or write it.
 
     Args:
-        arguments: Those of the command line, if None.
+        arguments: What stands behind the command; None for what this process was called with.
 
     Returns:
         The exit status: 0, or 1 if the file was checked and the local worker refuses it.
