@@ -38,7 +38,7 @@ test: $(BUILT) $(STAMPS)/test  ## run the whole test suite
 verify: $(BUILT) $(STAMPS)/demo  ## hold the worker against published results, or those in CASES=folder
 	$(BIN)/python -m verification $(CASES)
 
-lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test $(STAMPS)/bench $(STAMPS)/docs  ## run formatters, linters, type checkers and the stub checker
+lint: $(BUILT) $(STAMPS)/lint $(STAMPS)/test $(STAMPS)/bench $(STAMPS)/docs $(STAMPS)/coverage  ## run formatters, linters, type checkers and the stub checker
 	$(BIN)/python -m ruff format --check .
 	$(BIN)/python -m ruff check .
 	$(BIN)/python -m mypy
