@@ -140,6 +140,15 @@ def test_study_goes_on_where_it_stopped(tmp_path: Path) -> None:
     assert built == []
 
 
+def test_exit_from_within_a_study_ends_it(tmp_path: Path) -> None:
+    def leave(_: Height) -> Model1D:
+        raise SystemExit("enough")
+
+    with pytest.raises(SystemExit, match="enough"):
+        run_study(VARIANTS, leave, COLUMNS, read, tmp_path / "study.csv")
+    assert run_study(VARIANTS, build, COLUMNS, read, tmp_path / "study.csv")[0].error is None
+
+
 def test_engine_that_is_lost_stops_the_study(
     tmp_path: Path, monkeypatch: pytest.MonkeyPatch
 ) -> None:

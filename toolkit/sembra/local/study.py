@@ -31,7 +31,7 @@ from sembra.external.dsettlement import DSettlementAnalysis, OutputFileParser
 
 from sembra.local.jobs.callers import end_jobs_of
 from sembra.local.jobs.engine import chosen_engine
-from sembra.local.jobs.engine_error import EngineError, loss_of_engine
+from sembra.local.jobs.engine_error import loss_of_engine
 from sembra.local.jobs.progress import show_count
 
 type Value = float | int | str | None
@@ -230,7 +230,7 @@ def _calculate[Variant](
     numbers: queue.SimpleQueue[int] = queue.SimpleQueue()
     for number in missing:
         numbers.put(number)
-    rows: queue.SimpleQueue[tuple[int, Row[Variant]] | EngineError] = queue.SimpleQueue()
+    rows: queue.SimpleQueue[tuple[int, Row[Variant]] | BaseException] = queue.SimpleQueue()
     stopped = threading.Event()
 
     def work() -> None:
@@ -241,7 +241,7 @@ def _calculate[Variant](
                 return
             try:
                 rows.put((number, study.calculate(study.variants[number - 1])))
-            except EngineError as error:
+            except BaseException as error:
                 rows.put(error)
 
     workers = [
@@ -253,7 +253,7 @@ def _calculate[Variant](
             worker.start()
         for _ in missing:
             row = rows.get()
-            if isinstance(row, EngineError):
+            if isinstance(row, BaseException):
                 raise row
             yield row
     finally:
