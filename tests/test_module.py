@@ -165,7 +165,7 @@ def test_without_the_toolkit_the_import_says_what_to_install(missing: str) -> No
     done = run([sys.executable, "-c", LONE.format(missing=missing)], capture_output=True, text=True)
     *_, error, advice = done.stderr.splitlines()
     assert error == f"ModuleNotFoundError: No module named {missing!r}"
-    assert "pip install sembra-local" in advice
+    assert "pip install ./toolkit" in advice
 
 
 def test_without_something_else_the_import_only_fails() -> None:

@@ -82,9 +82,10 @@ void tell_of_toolkit() noexcept {
   try {
     const host::Ref missing = host::get(failure, host::Name("name"));
     if (host::is_true(host::call_method(missing, host::Name("startswith"), host::Name("sembra")))) {
-      host::call_method(failure, host::Name("add_note"),
-                        host::Name("The module needs the toolkit sembra around it, or the local "
-                                   "edition of that: pip install sembra-local"));
+      host::call_method(
+          failure, host::Name("add_note"),
+          host::Name("The module needs the toolkit sembra around it, or the local edition "
+                     "in the folder toolkit of its sources: pip install ./toolkit"));
     }
   } catch (...) {
     host::translate_current_exception();
