@@ -1,8 +1,8 @@
 """Who may ask the service, and how much.
 
-The service listens where every program of this machine can reach it, a browser among them. A web
-page must not make it work, nor read its answers by giving its own host's name the address of this
-machine (DNS rebinding).
+Served over HTTP, the service listens where every program of this machine can reach it, a browser
+among them. A web page must not make it work, nor read its answers by giving its own host's name the
+address of this machine (DNS rebinding).
 """
 
 import os
