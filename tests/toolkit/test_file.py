@@ -51,6 +51,12 @@ def test_other_data_is_refused(data: object) -> None:
         File.from_data(data)  # type: ignore[arg-type]
 
 
+@pytest.mark.parametrize("data", ["text", bytearray(b"bytes"), None])
+def test_a_file_keeps_bytes_alone(data: object) -> None:
+    with pytest.raises(TypeError, match=f"data must be bytes, not {type(data).__name__}"):
+        File(data)  # type: ignore[arg-type]
+
+
 def test_bytes_that_are_no_text_fail_on_reading_as_text() -> None:
     with pytest.raises(UnicodeDecodeError):
         File.from_data(b"\xff").getvalue()

@@ -221,6 +221,25 @@ def test_no_variants(tmp_path: Path) -> None:
     assert run_study([], build, COLUMNS, read, tmp_path / "study.csv") == []
 
 
+def test_variants_that_have_not_the_same_fields(tmp_path: Path) -> None:
+    path = tmp_path / "study.csv"
+    with pytest.raises(ValueError, match="all variants must have the same fields"):
+        run_study([Height(1.0), {"height": 2.0}], lambda _: build(Height(1.0)), COLUMNS, read, path)
+    assert not path.exists()
+
+
+def test_results_that_are_texts_come_back_from_the_table(tmp_path: Path) -> None:
+    def judge(results: OutputFileParser) -> list[Value]:
+        settlement = results.residual_times[1]["Settlement"][-1]
+        return [settlement, "too much" if settlement > 0.1 else None]
+
+    for _ in range(2):
+        rows = run_study(
+            VARIANTS[:1], build, ["settlement [m]", "verdict"], judge, tmp_path / "a.csv"
+        )
+        assert [row.values for row in rows] == [(alone(VARIANTS[0]), "too much")]
+
+
 def test_columns_of_the_same_name(tmp_path: Path) -> None:
     with pytest.raises(ValueError, match="two columns have the same name"):
         run_study(VARIANTS, build, ["height", "b"], read, tmp_path / "study.csv")

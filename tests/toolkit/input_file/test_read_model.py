@@ -1,6 +1,7 @@
 """Models made here, read back from their files; and what a model can't hold."""
 
 from collections.abc import Callable
+from importlib import import_module
 from pathlib import Path
 
 import pytest
@@ -18,6 +19,7 @@ from sembra.external.dsettlement import (
     VerticalDrain,
 )
 from sembra.local.input_file import LeftOut, ReadModel, Reason, read_model
+from sembra.local.service.document import RefusalError
 from sembra.local.sli.whole_file import InputFile
 
 from tests.toolkit.look.made_files import column, cross_section
@@ -257,6 +259,56 @@ def test_verticals_that_a_model_has_not(read: Read) -> None:
     ]
 
 
+def test_a_column_has_one_vertical(read: Read) -> None:
+    old = "    1 = number of items\n       0.000        0.000 = X, Z\n"
+    rows = f"{old.replace('1 =', '2 =')}       5.000        0.000 = X, Z\n"
+    found = read(changed(generated(column()), (old, rows)))
+    assert [(one.what, one.reason) for one in found.left_out] == [
+        ("the vertical at x = 5 m", Reason.ONE_DIMENSION)
+    ]
+
+
+def test_a_column_spreads_no_stress(read: Read) -> None:
+    old = "0 : Stress distribution loads = None"
+    found = read(changed(generated(column()), (old, "1 : Stress distribution loads = Simulate")))
+    assert [(one.what, one.reason) for one in found.left_out] == [
+        ("Stress distribution loads", Reason.ONE_DIMENSION)
+    ]
+
+
+def test_dissipation_where_no_vertical_stands(read: Read) -> None:
+    text = changed(
+        generated(with_options()),
+        ("0 : Dissipation = FALSE", "1 : Dissipation = TRUE"),
+        ("3.125 = X co-ordinate dissipation", "4.000 = X co-ordinate dissipation"),
+    )
+    found = read(text)
+    assert found.dissipation_calculation is None
+    told = {one.what: one for one in found.left_out}["Dissipation"]
+    assert (told.reason, told.message) == (Reason.REFUSED, "no vertical stands at x = 4 m")
+
+
+def test_a_load_that_comes_within_a_day(read: Read) -> None:
+    old = "          10        10.00        10.00   1          200"
+    [one] = read(
+        changed(generated(with_options()), (old, old.replace("  10  ", "10.5  ", 1)))
+    ).left_out
+    assert (one.what, one.reason) == ('the load "goes"', Reason.WHOLE_DAYS)
+
+
+def test_a_layer_without_thickness(read: Read) -> None:
+    text = generated(with_options())
+    sides = "       2 - Boundarynumber at top of layer\n       1 - Boundarynumber at bottom"
+    text = changed(text, (sides, sides.replace("2 - Bound", "1 - Bound")))
+    text = changed(text, ("      20.000        0.000 = X, Y", "      25.000       -1.000 = X, Y"))
+    text = changed(text, ("      60.000        1.000 = X, Y", "      60.000       -1.000 = X, Y"))
+    found = read(text)
+    [one] = [one for one in found.left_out if one.section == "LAYERS"]
+    assert (one.what, one.message) == ("the layer of Sand", "its top is its bottom")
+    file = InputFile(found.generate_input_file().getvalue().decode())
+    assert [layer.material for layer in file.cross_section.layers] == ["Peat"]
+
+
 def test_calculation_times_that_a_model_has_not(read: Read) -> None:
     text = changed(
         generated(column()), ("3 : Number of items\n10\n", "5 : Number of items\n10\n10\n12.5\n")
@@ -318,6 +370,46 @@ def test_a_geometry_that_no_model_has_is_refused(read: Read) -> None:
     assert text.count(point) == 1
     with pytest.raises(ModelError):
         read(text.replace(point, "         99.000          0.000          0.000"))
+
+
+def test_a_section_that_is_not_closed_is_refused(read: Read) -> None:
+    text = changed(
+        generated(column()), ("[END OF INPUT DATA]", "[ELASTIC]\n1\n[END OF INPUT DATA]")
+    )
+    with pytest.raises(ParsingError, match=r"\[ELASTIC\], line \d+: the section is not closed"):
+        read(text)
+
+
+def test_a_schedule_of_an_unknown_kind_is_refused(read: Read) -> None:
+    drain = VerticalDrain(
+        DrainType.COLUMN, 0.0, 10.0, -5.0, 1.25, 0.2, grid=DrainGrid.RECTANGULAR,
+        start_of_drainage=3.0, phreatic_level_in_drain=-1.0, schedule=SIMPLE,
+    )  # fmt: skip
+    model = Model1D(CalculationModel.ISOTACHE, ConsolidationModel.TERZAGHI, vertical_drain=drain)
+    text = changed(generated(model), ("1 : Flow type = Simple", "7 : Flow type = Simple"))
+    with pytest.raises(ParsingError, match=r"line \d+: the kind 7 of schedule is unknown"):
+        read(text)
+
+
+def test_a_layer_that_does_not_lie_on_the_one_before_it_is_refused(read: Read) -> None:
+    text = generated(with_options())
+    below = "       2 - Boundarynumber at top of layer\n       1 - Boundarynumber at bottom"
+    text = changed(text, (below, below.replace("1 - Bound", "0 - Bound")))
+    with pytest.raises(
+        ModelError, match=r"layer of Sand in line \d+ does not lie on the one before"
+    ):
+        read(text)
+
+
+def test_what_no_file_can_be_made_of_is_refused(
+    read: Read, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    def refuse(_document: object) -> str:
+        raise RefusalError(422, "soils is missing")
+
+    monkeypatch.setattr(import_module("sembra.local.input_file.read_model"), "fill", refuse)
+    with pytest.raises(ModelError, match="no file can be made of the model: soils is missing"):
+        read(generated(column()))
 
 
 def test_a_missing_file() -> None:

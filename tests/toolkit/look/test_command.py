@@ -1,6 +1,9 @@
 """The command that shows a file."""
 
+import os
 import re
+import subprocess
+import sys
 import webbrowser
 from pathlib import Path
 from urllib.parse import urlparse
@@ -50,6 +53,16 @@ def test_a_file_that_the_worker_refuses(
     assert told in page.read_text("utf-8")
 
 
+def test_a_file_whose_numbers_are_too_large(
+    column_pair: Pair, tmp_path: Path, capsys: pytest.CaptureFixture[str]
+) -> None:
+    path, page = tmp_path / "large.sli", tmp_path / "page.html"
+    text = column_pair[0].read_text("utf-8")
+    path.write_text(text.replace("        18.00        1.500        0.000", " 1e200 1e200 0.0"))
+    assert main([str(path), "--check", "-o", str(page)]) == 1
+    assert "holds numbers that are too large or too small" in capsys.readouterr().out
+
+
 def test_what_is_left_away_is_told(
     column_pair: Pair, tmp_path: Path, capsys: pytest.CaptureFixture[str]
 ) -> None:
@@ -66,3 +79,26 @@ def test_wrong_calls(arguments: list[str], capsys: pytest.CaptureFixture[str]) -
         main(arguments)
     assert end.value.code == 2
     assert "python -m sembra.local.look: error: " in capsys.readouterr().err
+
+
+def test_pictures_that_cannot_be_drawn(
+    monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
+) -> None:
+    monkeypatch.setitem(sys.modules, "matplotlib", None)
+    with pytest.raises(SystemExit) as end:
+        main(["made.sli"])
+    assert end.value.code == 2
+    assert "need matplotlib: pip install sembra-local[pictures]" in capsys.readouterr().err
+
+
+def test_the_command_is_run_by_its_module() -> None:
+    done = subprocess.run(
+        [sys.executable, "-m", "sembra.local.look", "missing.sli"],
+        capture_output=True,
+        text=True,
+        timeout=60,
+        check=False,
+        env={**os.environ, "PYTHONPATH": os.pathsep.join(filter(None, sys.path))},
+    )
+    assert (done.returncode, done.stdout) == (2, "")
+    assert "No such file" in done.stderr

@@ -11,6 +11,7 @@ from sembra.errors import ParsingError
 from sembra.local.look import make_page
 from sembra.local.look.page import Page, read_page, render
 
+from tests.toolkit.look.made_files import cross_section
 from tests.toolkit.look.reading_pages import ReadPage
 from tests.toolkit.samples import all_input_files, needs_samples
 
@@ -116,6 +117,85 @@ def test_a_malformed_section_leaves_the_others(column_pair: Pair, tmp_path: Path
     assert [table.title for table in page.tables] == ["Layers", "Loads"]
     assert page.options
     assert not page.ground
+
+
+def changed(path: Path, folder: Path, *changes: tuple[str, str]) -> Path:
+    """Write a file with other texts in it."""
+    text = path.read_text("utf-8")
+    for old, new in changes:
+        assert old in text
+        text = text.replace(old, new)
+    other = folder / f"changed{path.suffix}"
+    other.write_text(text, "utf-8")
+    return other
+
+
+def test_an_option_that_no_model_has_may_be_malformed(column_pair: Pair, tmp_path: Path) -> None:
+    old = "0 : Fit for settlement plate = FALSE"
+    page = read_page(changed(column_pair[0], tmp_path, (old, old.replace("0", "x", 1))))
+    [remark] = page.remarks
+    assert "in section [MODEL], line" in remark
+    assert page.ground
+    assert not page.options
+    assert len(page.tables) == 3
+
+
+def test_a_fit_for_a_settlement_plate_is_told(column_pair: Pair, tmp_path: Path) -> None:
+    old = "0 : Fit for settlement plate = FALSE"
+    page = read_page(
+        changed(column_pair[0], tmp_path, (old, "1 : Fit for settlement plate = TRUE"))
+    )
+    assert ("Fit for a settlement plate", "asked for") in page.options
+
+
+def test_ground_that_no_model_can_have_is_not_drawn(tmp_path: Path) -> None:
+    model = cross_section()
+    path = tmp_path / "made.sli"
+    path.write_bytes(model.generate_input_file().getvalue())
+    point = "        100.000          0.000          0.000"
+    page = read_page(
+        changed(path, tmp_path, (point, "         99.000          0.000          0.000"))
+    )
+    [remark] = page.remarks
+    assert remark.startswith("There is no picture of the ground, since no model can be made: ")
+    assert not page.ground
+    assert [table.title for table in page.tables] == ["Layers", "Soils", "Loads"]
+
+
+def test_loads_of_unknown_kinds_are_named(column_pair: Pair, tmp_path: Path) -> None:
+    page = read_page(changed(column_pair[0], tmp_path, ("3 : Uniform", "7 : Tank")))
+    loads = page.tables[-1]
+    assert loads.rows == []
+    assert loads.note.endswith("of kinds that aren't known: Fill (Tank).")
+
+
+def test_circular_and_rectangular_loads_are_told(column_pair: Pair, tmp_path: Path) -> None:
+    tanks = (
+        "3 = number of items\n"
+        "Tank\n1 : Circular\n 5 20.0 1.0 = Time\n 1 0 2 3 = Xcp, Ycp, Zcp, R\n"
+        "Raft\n2 : Rectangular\n 0 30.0 0.5 = Time\n 1 0 2 4 6 = Xcp, Ycp, Zcp, xwidth, zwidth\n"
+        "Fill\n3 : Uniform"
+    )
+    page = read_page(
+        changed(column_pair[0], tmp_path, ("1 = number of items\nFill\n3 : Uniform", tanks))
+    )
+    assert [row[1:] for row in page.tables[-1].rows][:2] == [
+        ["circular", "day 5", "20 kPa, α 1", "centre (1, 0, 2) m, radius 3 m"],
+        ["rectangular", "day 0", "30 kPa, α 0.5", "centre (1, 0, 2) m, 4 m along x by 6 m along z"],
+    ]  # fmt: skip
+
+
+def test_results_without_settlements_leave_the_input(column_pair: Pair, tmp_path: Path) -> None:
+    path = changed(
+        column_pair[1],
+        tmp_path,
+        ("[Time-Settlement per Load]", "[Nothing]"),
+        ("[Time-dependent Data]", "[Nothing]"),
+    )
+    page = read_page(path)
+    assert (page.settlements, page.drawings) == ([], [])
+    assert page.ground
+    assert len(page.tables) == 3
 
 
 def test_what_no_model_can_hold_is_listed(column_pair: Pair, tmp_path: Path) -> None:
