@@ -325,6 +325,11 @@ def test_document_that_json_cannot_carry(document: Any) -> None:
         post(document)
 
 
+def test_key_that_json_cannot_carry() -> None:
+    with pytest.raises(InternalError, match="can't be sent as JSON: keys must be str"):
+        post({(1, 2): 3})
+
+
 def test_proxies_do_not_touch_loopback(
     serve: Serve, monkeypatch: pytest.MonkeyPatch, fill: Callable[[dict[str, Any]], str]
 ) -> None:

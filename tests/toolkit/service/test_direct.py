@@ -73,6 +73,15 @@ def test_fault_of_the_service(
     assert capfd.readouterr().err == ""
 
 
+def test_large_document_for_which_memory_runs_out(monkeypatch: pytest.MonkeyPatch) -> None:
+    def run_out(_body: bytes) -> None:
+        raise MemoryError
+
+    monkeypatch.setattr("sembra.local.service.direct.answer", run_out)
+    with pytest.raises(MemoryError):
+        post(LARGE)
+
+
 def test_large_document_that_takes_too_long(monkeypatch: pytest.MonkeyPatch) -> None:
     going_on = threading.Event()
 
