@@ -1,6 +1,8 @@
 """Which executor runs the jobs, by setting."""
 
+import os
 import signal
+import subprocess
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
@@ -92,3 +94,24 @@ def test_interrupt_costs_its_own_job_alone(tmp_path: Path) -> None:
         gate.touch()
         output, errors = program.communicate(timeout=60)
     assert (output, errors) == ("other: None\n", "")
+
+
+def test_machine_that_does_not_tell_its_cores_by_process(monkeypatch: pytest.MonkeyPatch) -> None:
+    monkeypatch.delattr(os, "sched_getaffinity", raising=False)
+    monkeypatch.setattr(os, "cpu_count", lambda: 7)
+    assert chosen_engine().capacity() == 7
+    monkeypatch.setattr(os, "cpu_count", lambda: None)
+    assert chosen_engine().capacity() == 1
+
+
+def test_worker_that_cannot_be_started(monkeypatch: pytest.MonkeyPatch) -> None:
+    def refuse(*_: object, **__: object) -> None:
+        raise OSError("too many processes")
+
+    end_shared_pool()
+    with monkeypatch.context() as patch:
+        patch.setattr(subprocess, "Popen", refuse)
+        with pytest.raises(JobError, match="The worker can't be started: too many processes"):
+            run(CONTENT, 5)
+    monkeypatch.setattr("sembra.local.jobs.running.ENTRY", fake_jobs.echo)
+    assert run(CONTENT, 60)["error"] is None

@@ -3,8 +3,9 @@
 import io
 import os
 import threading
+from pathlib import Path
 
-from sembra.local.jobs.messages import CAPACITY, Message, read_message, write_message
+from sembra.local.jobs.messages import CAPACITY, Message, read_message, widen, write_message
 
 MESSAGES = [Message({"taken": True}), Message({"é": "\udcff"}, b"\n{\x00\xff"), Message({}, b"x")]
 
@@ -42,3 +43,9 @@ def test_more_than_a_pipe_holds() -> None:
         writer.join()
     assert read is not None
     assert read.data == message.data
+
+
+def test_what_is_no_pipe_stays_as_it_is(tmp_path: Path) -> None:
+    with (tmp_path / "file").open("wb") as file:
+        widen(file.fileno())
+        file.write(b"x")
