@@ -2,71 +2,21 @@
 
 import json
 import math
-import os
 import socket
-import threading
-import time
 import traceback
 from base64 import b64encode
-from collections.abc import Callable, Iterator
-from contextlib import suppress
+from collections.abc import Callable
 from fractions import Fraction
-from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
-from itertools import cycle
+from http.server import BaseHTTPRequestHandler
 from typing import Any
 
 import numpy as np
 import pytest
-from sembra.core import _post_on_addon_endpoint
 from sembra.errors import InternalError
 
+from tests.toolkit.client.posting import Serve, answering, post
 from tests.toolkit.conftest import PATH
 from tests.toolkit.documents import document_1d, document_2d, soil
-
-Answer = Callable[[BaseHTTPRequestHandler], None]
-Serve = Callable[[Answer], str]
-
-
-@pytest.fixture
-def serve(monkeypatch: pytest.MonkeyPatch) -> Iterator[Serve]:
-    """Put a server of the test's own in the service's place."""
-    servers = []
-
-    def start(answer: Answer) -> str:
-        class Handler(BaseHTTPRequestHandler):
-            def do_POST(self) -> None:
-                self.rfile.read(int(self.headers["Content-Length"]))
-                answer(self)
-
-            def log_message(self, *_args: Any) -> None:
-                pass
-
-        server = ThreadingHTTPServer(("127.0.0.1", 0), Handler)
-        server.daemon_threads = True
-        servers.append(server)
-        threading.Thread(target=server.serve_forever, args=(0.01,), daemon=True).start()
-        url = f"http://127.0.0.1:{server.server_address[1]}"
-        monkeypatch.setenv("SEMBRA_ADDON_URL", url)
-        return url
-
-    yield start
-    for server in servers:
-        server.shutdown()
-        server.server_close()
-
-
-def answering(status: int, content: bytes) -> Answer:
-    def answer(request: BaseHTTPRequestHandler) -> None:
-        request.send_response(status)
-        request.send_header("Content-Length", str(len(content)))
-        request.end_headers()
-        request.wfile.write(content)
-
-    return answer
-
-
-def post(document: Any = None, timeout: float = 5.0) -> dict[str, Any]:
-    return _post_on_addon_endpoint(PATH, {"input": document}, timeout=timeout)
 
 
 def test_answer_comes_back_decoded(serve: Serve) -> None:
@@ -126,102 +76,6 @@ def test_setting_that_is_no_address(url: str, monkeypatch: pytest.MonkeyPatch) -
     monkeypatch.setenv("SEMBRA_ADDON_URL", url)
     with pytest.raises(InternalError, match="SEMBRA_ADDON_URL is not an HTTP address"):
         post()
-
-
-def test_service_that_answers_too_late(serve: Serve) -> None:
-    release = threading.Event()
-
-    def answer(_request: BaseHTTPRequestHandler) -> None:
-        release.wait(5)
-
-    serve(answer)
-    begin = time.monotonic()
-    with pytest.raises(InternalError, match=r"did not answer within 0\.2 seconds"):
-        post(timeout=0.2)
-    assert time.monotonic() - begin < 2
-    release.set()
-
-
-def test_service_that_answers_in_drops(serve: Serve) -> None:
-    def answer(request: BaseHTTPRequestHandler) -> None:
-        request.send_response(200)
-        request.send_header("Content-Length", "1000")
-        request.end_headers()
-        for _ in range(1000):
-            request.wfile.write(b" ")
-            request.wfile.flush()
-            time.sleep(0.05)
-
-    serve(answer)
-    begin = time.monotonic()
-    with pytest.raises(InternalError, match=r"did not answer within 0\.3 seconds"):
-        post(timeout=0.3)
-    assert time.monotonic() - begin < 2
-
-
-def drip(text: bytes) -> Answer:
-    """Send a text byte by byte, over and over."""
-
-    def answer(request: BaseHTTPRequestHandler) -> None:
-        with suppress(OSError):
-            for byte in cycle(text):
-                request.wfile.write(bytes([byte]))
-                request.wfile.flush()
-                time.sleep(0.02)
-
-    return answer
-
-
-@pytest.mark.parametrize(
-    "text", [b"HTTP/1.1 103 Early Hints\r\n\r\n", b"HTTP/1.1 200 OK\r\n" + b"X-A: b\r\n" * 99]
-)
-def test_service_that_drips_what_stands_before_the_answer(serve: Serve, text: bytes) -> None:
-    serve(drip(text))
-    begin = time.monotonic()
-    with pytest.raises(InternalError, match=r"did not answer within 0\.5 seconds"):
-        post(timeout=0.5)
-    assert time.monotonic() - begin < 3
-
-
-def test_service_that_takes_the_document_in_drops(monkeypatch: pytest.MonkeyPatch) -> None:
-    with socket.create_server(("127.0.0.1", 0)) as listener:
-        monkeypatch.setenv("SEMBRA_ADDON_URL", f"http://127.0.0.1:{listener.getsockname()[1]}")
-
-        def sip() -> None:
-            connection, _ = listener.accept()
-            with connection, suppress(OSError):
-                while connection.recv(5000):
-                    time.sleep(0.01)
-
-        threading.Thread(target=sip, daemon=True).start()
-        begin = time.monotonic()
-        with pytest.raises(InternalError, match=r"did not answer within 0\.5 seconds"):
-            post("x" * 50_000_000, timeout=0.5)
-        assert time.monotonic() - begin < 5
-
-
-def test_name_that_is_looked_up_for_too_long(monkeypatch: pytest.MonkeyPatch) -> None:
-    release = threading.Event()
-    monkeypatch.setattr("socket.getaddrinfo", lambda *_, **__: release.wait(30))
-    monkeypatch.setenv("SEMBRA_ADDON_URL", "http://addons.example")
-    begin = time.monotonic()
-    with pytest.raises(InternalError, match=r"did not answer within 0\.2 seconds"):
-        post(timeout=0.2)
-    assert time.monotonic() - begin < 3
-    release.set()
-
-
-@pytest.mark.parametrize("timeout", [0, -1, -math.inf, math.nan])
-def test_limit_that_is_none(timeout: float, serve: Serve) -> None:
-    serve(answering(200, b"{}"))
-    with pytest.raises(InternalError, match=r"must be above 0 seconds"):
-        post(timeout=timeout)
-
-
-@pytest.mark.parametrize("timeout", [math.inf, 1e300, 1e12, 3e9, 1e7])
-def test_limit_that_is_far_away(timeout: float, serve: Serve) -> None:
-    serve(answering(200, b"{}"))
-    assert post(timeout=timeout) == {}
 
 
 @pytest.mark.parametrize(
@@ -377,78 +231,3 @@ def test_place_of_what_cannot_be_sent(document: dict[str, Any], words: str) -> N
     with pytest.raises(InternalError) as caught:
         post(document)
     assert str(caught.value).startswith(f"The document can't be sent as JSON: {words}")
-
-
-class KeepingServer:
-    """Counts connections and requests; closes each connection after so many answers."""
-
-    def __init__(self, answers: int) -> None:
-        self.answers = answers
-        self.connections = 0
-        self.requests = 0
-        self._listener = socket.create_server(("127.0.0.1", 0))
-        self.url = f"http://127.0.0.1:{self._listener.getsockname()[1]}"
-        threading.Thread(target=self._serve, daemon=True).start()
-
-    def _serve(self) -> None:
-        with suppress(OSError):
-            while True:
-                connection, _ = self._listener.accept()
-                self.connections += 1
-                with connection, connection.makefile("rb") as stream:
-                    for _ in range(self.answers):
-                        if not self._take(stream):
-                            break
-                        connection.sendall(b"HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}")
-                    else:
-                        # Only the next request shows that nobody listens here any more.
-                        connection.recv(1)
-
-    def _take(self, stream: Any) -> bool:
-        length = 0
-        while line := stream.readline().strip():
-            name, _, value = line.partition(b":")
-            length = int(value) if name.lower() == b"content-length" else length
-        self.requests += bool(stream.read(length))
-        return bool(length)
-
-    def close(self) -> None:
-        self._listener.close()
-
-
-def test_connection_is_kept(monkeypatch: pytest.MonkeyPatch) -> None:
-    server = KeepingServer(answers=10)
-    monkeypatch.setenv("SEMBRA_ADDON_URL", server.url)
-    for _ in range(5):
-        assert post() == {}
-    assert (server.connections, server.requests) == (1, 5)
-    server.close()
-
-
-def test_kept_connection_that_the_service_closes_meanwhile(monkeypatch: pytest.MonkeyPatch) -> None:
-    server = KeepingServer(answers=2)
-    monkeypatch.setenv("SEMBRA_ADDON_URL", server.url)
-    for _ in range(5):
-        assert post() == {}
-    assert (server.connections, server.requests) == (3, 5)
-    server.close()
-
-
-@pytest.mark.skipif(not hasattr(os, "fork"), reason="no fork on this system")
-@pytest.mark.filterwarnings("ignore:This process .* is multi-threaded:DeprecationWarning")
-def test_forked_child_leaves_the_connections_of_its_parent_alone(
-    monkeypatch: pytest.MonkeyPatch,
-) -> None:
-    server = KeepingServer(answers=10)
-    monkeypatch.setenv("SEMBRA_ADDON_URL", server.url)
-    post()
-    child = os.fork()
-    if child == 0:
-        from sembra.local.client import deadline, pools
-
-        clean = not pools._pools and all(s._socket.fileno() < 0 for s in deadline._open_streams)
-        os._exit(0 if clean else 1)
-    assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 0
-    post()
-    assert (server.connections, server.requests) == (1, 2)
-    server.close()
