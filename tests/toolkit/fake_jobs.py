@@ -72,6 +72,11 @@ def leave(_content: Content) -> Result:
     os._exit(3)
 
 
+def interrupt(_content: Content) -> Result:
+    """Crash with what is no error."""
+    raise KeyboardInterrupt("not the user")
+
+
 def print_a_lot(content: Content) -> Result:
     """Disturb the standard output, from Python and from a program."""
     sys.stdout.write("{}\n" * 50_000)

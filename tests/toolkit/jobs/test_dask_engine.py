@@ -155,6 +155,55 @@ def test_dask_worker_that_closes_ends_its_jobs(tmp_path: Path) -> None:
         assert await_that(lambda: not any(map(is_alive, pids)), 10)
 
 
+@pytest.mark.parametrize("finish", ["cancelled", "released", "forgotten"])
+def test_task_that_the_cluster_forgets_ends_its_job(finish: str, tmp_path: Path) -> None:
+    plugin = dask_engine._Forgotten()
+    note = tmp_path / "pids"
+    with WorkerPool(lambda: 1) as pool:
+        plugin.jobs["key"] = pool.submit(fake_jobs.sleep_long, {"body": str(note)})
+        pids = sleeping_processes(note)
+        for key, state in (("key", "executing"), ("another", finish)):
+            plugin.transition(key, "waiting", state)
+            assert plugin.jobs["key"].running()
+        plugin.transition("key", "executing", finish)
+        assert plugin.jobs["key"].cancelled()
+        assert await_that(lambda: not any(map(is_alive, pids)), 10)
+
+
+class BreakingClient:
+    """A connection that is lost when it is used."""
+
+    def __init__(self) -> None:
+        self.status = "running"
+        self.is_closed = False
+
+    def submit(self, *_: object, **__: object) -> None:
+        """Fail."""
+        self.status = "closed"
+        raise RuntimeError("no loop")
+
+    def close(self, **_: object) -> None:
+        """Note it."""
+        self.is_closed = True
+
+
+def test_connection_that_is_lost_is_not_used_again(monkeypatch: pytest.MonkeyPatch) -> None:
+    pytest.importorskip("distributed")
+    made: list[BreakingClient] = []
+
+    def connect(_address: str) -> BreakingClient:
+        made.append(BreakingClient())
+        return made[-1]
+
+    monkeypatch.setattr(dask_engine, "_clients", {})
+    monkeypatch.setattr(dask_engine, "_connect", connect)
+    monkeypatch.setenv("SEMBRA_EXECUTOR", "dask://nowhere.invalid:1")
+    for _ in range(2):
+        with pytest.raises(JobError, match=r"The connection to the Dask cluster at .* was lost"):
+            run(CONTENT, 5)
+    assert [client.is_closed for client in made] == [True, False]
+
+
 @pytest.mark.usefixtures("cluster")
 def test_job_that_has_ended_is_not_ended_again(entry: Any, monkeypatch: pytest.MonkeyPatch) -> None:
     distributed = pytest.importorskip("distributed")

@@ -9,10 +9,11 @@ from collections.abc import Sequence
 from pathlib import Path
 
 import pytest
+from sembra.local.jobs import dask_engine, worker_process
 from sembra.local.jobs import pool as pool_module
-from sembra.local.jobs import worker_process
 from sembra.local.jobs.pool import PoolFuture, WorkerPool
 from sembra.local.jobs.reporting import ignore
+from sembra.local.jobs.shared_pool import shared_pool
 from sembra.local.jobs.worker_process import ProcessCrashError, WorkerProcess
 
 from tests.toolkit import fake_jobs
@@ -90,3 +91,20 @@ def test_folder_that_cannot_be_removed_is_given_up(monkeypatch: pytest.MonkeyPat
         worker.clear()
     assert folder.exists()
     shutil.rmtree(folder)
+
+
+@pytest.mark.skipif(not hasattr(os, "fork"), reason="no fork on this system")
+@pytest.mark.filterwarnings("ignore:This process .* is multi-threaded:DeprecationWarning")
+def test_forked_child_leaves_the_workers_of_its_parent_alone() -> None:
+    parents = shared_pool()
+    pid = parents.submit(os.getpid).result(30)
+    child = os.fork()
+    if child == 0:
+        try:
+            parents.submit(abs, -1)
+        except RuntimeError:
+            os._exit(0 if shared_pool() is not parents and not dask_engine._clients else 1)
+        os._exit(2)
+    assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 0
+    assert parents.submit(os.getpid).result(30) == pid
+    assert shared_pool() is parents

@@ -102,6 +102,25 @@ def test_leaving_without_a_result() -> None:
         executor.submit(fake_jobs.leave, CONTENT).result(30)
 
 
+@pytest.mark.parametrize(("code", "told"), [(3, "3"), (None, "0"), ("words", "1")])
+def test_leaving_by_the_exit_of_python(code: object, told: str) -> None:
+    with (
+        pool() as executor,
+        pytest.raises(ProcessCrashError, match=rf"ended with exit code {told}$"),
+    ):
+        executor.submit(sys.exit, code).result(30)
+
+
+def test_leaving_by_what_is_no_error() -> None:
+    with (
+        pool() as executor,
+        pytest.raises(
+            ProcessCrashError, match=r"(?s)exit code 1: .*KeyboardInterrupt: not the user"
+        ),
+    ):
+        executor.submit(fake_jobs.interrupt, CONTENT).result(30)
+
+
 def test_result_that_cannot_be_sent() -> None:
     with pool() as executor, pytest.raises(ProcessCrashError, match="pickle"):
         executor.submit(fake_jobs.return_unpicklable, CONTENT).result(30)
