@@ -166,3 +166,10 @@ def test_the_legend_names_each_soil_load_and_line() -> None:
     assert {f"Pl-line {number}" for number in range(2, 6)} <= told
     assert {"Phreatic line", "Sand walls", "Vertical"} <= told
     assert "8: Raise 7, day 210  18.0 / 20.0" in told
+
+
+def test_a_load_of_one_point_has_nothing_to_draw() -> None:
+    point = Embankment("Point", [(1, 0)], 0, None, (18, 20))
+    (axes,) = figure_with(replace(COLUMN, loads=[point])).axes
+    (plain,) = figure_with(COLUMN).axes
+    assert len(axes.patches) == len(plain.patches)

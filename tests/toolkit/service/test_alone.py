@@ -1,6 +1,7 @@
 """The service on its own, as `python -m sembra.local.service`."""
 
 import os
+import signal
 import socket
 import subprocess
 import sys
@@ -82,3 +83,21 @@ def _patiently(document: dict[str, Any]) -> str:
         else:
             text: str = answer["input_file"]
             return text
+
+
+def test_interrupt_ends_it_without_a_fault() -> None:
+    service = subprocess.Popen(
+        [sys.executable, "-m", "sembra.local.service", "--port", "0"],
+        env={**os.environ, "PYTHONPATH": os.pathsep.join(filter(None, sys.path))},
+        stderr=subprocess.PIPE,
+        text=True,
+    )
+    try:
+        assert service.stderr is not None
+        assert any("running on" in line for line in service.stderr)
+        service.send_signal(signal.SIGINT)
+        _, errors = service.communicate(timeout=30)
+    finally:
+        service.kill()
+    assert service.returncode == 0
+    assert "Traceback" not in errors

@@ -1,5 +1,6 @@
 """Whom the service answers, and how much it takes."""
 
+import asyncio
 import json
 import os
 import re
@@ -7,11 +8,14 @@ import socket
 import subprocess
 import sys
 from collections.abc import Iterator
+from typing import Any
 
 import httpx
 import pytest
 from sembra.core import _post_on_addon_endpoint
 from sembra.errors import InternalError
+from sembra.local.service.document import RefusalError
+from sembra.local.service.guard import DRAINED, read_body
 
 from tests.toolkit.conftest import PATH
 from tests.toolkit.documents import document_1d, soil
@@ -193,3 +197,19 @@ def test_names_of_the_service_alone(name: str) -> None:
     finally:
         service.terminate()
         service.communicate(timeout=30)
+
+
+def test_body_that_does_not_end_is_taken_in_up_to_some_times_the_limit(
+    monkeypatch: pytest.MonkeyPatch,
+) -> None:
+    monkeypatch.setenv("SEMBRA_ADDON_LIMIT", "0.5")
+    taken = 0
+
+    async def receive() -> dict[str, Any]:
+        nonlocal taken
+        taken += 1
+        return {"type": "http.request", "body": b"x" * 100_000, "more_body": True}
+
+    with pytest.raises(RefusalError, match=r"larger than the 0\.5 megabytes"):
+        asyncio.run(read_body(receive))
+    assert taken == DRAINED * 5 + 1
