@@ -7,6 +7,7 @@ from contextlib import suppress
 from typing import Any
 
 import pytest
+from sembra.local.client import deadline, pools
 
 from tests.toolkit.client.posting import post
 
@@ -74,11 +75,12 @@ def test_forked_child_leaves_the_connections_of_its_parent_alone(
     server = KeepingServer(answers=10)
     monkeypatch.setenv("SEMBRA_ADDON_URL", server.url)
     post()
+    # As a call does that is under way in another thread: the pool alone would let go of them.
+    held = list(deadline._open_streams)
+    assert held
     child = os.fork()
     if child == 0:
-        from sembra.local.client import deadline, pools
-
-        clean = not pools._pools and all(s._socket.fileno() < 0 for s in deadline._open_streams)
+        clean = not pools._pools and all(stream._socket.fileno() < 0 for stream in held)
         os._exit(0 if clean else 1)
     assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 0
     post()

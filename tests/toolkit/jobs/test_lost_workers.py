@@ -14,7 +14,7 @@ from sembra.local.jobs import pool as pool_module
 from sembra.local.jobs.pool import PoolFuture, WorkerPool
 from sembra.local.jobs.reporting import ignore
 from sembra.local.jobs.shared_pool import shared_pool
-from sembra.local.jobs.worker_process import ProcessCrashError, WorkerProcess
+from sembra.local.jobs.worker_process import NotTakenError, ProcessCrashError, WorkerProcess
 
 from tests.toolkit import fake_jobs
 from tests.toolkit.processes import await_that, is_alive, sleeping_processes
@@ -79,6 +79,17 @@ def test_worker_whose_end_another_part_of_the_application_takes_notice_of() -> N
         os.kill(pid, signal.SIGKILL)
         os.waitpid(pid, 0)
         assert executor.submit(os.getpid).result(30) != pid
+
+
+def test_worker_that_ends_before_it_is_given_a_call() -> None:
+    worker = WorkerProcess()
+    call = pickle.dumps((abs, (-1,), {}))
+    assert worker.run(call, lambda: None, ignore) == 1
+    worker.kill()
+    assert await_that(worker.has_ended)
+    with pytest.raises(NotTakenError, match="signal 9"):
+        worker.run(call, lambda: None, ignore)
+    worker.clear()
 
 
 def test_folder_that_cannot_be_removed_is_given_up(monkeypatch: pytest.MonkeyPatch) -> None:

@@ -111,6 +111,17 @@ def test_leaving_by_the_exit_of_python(code: object, told: str) -> None:
         executor.submit(sys.exit, code).result(30)
 
 
+def test_earlier_calls_are_not_told_of() -> None:
+    seen: list[float] = []
+    with pool(1) as executor:
+        with pytest.raises(ProcessCrashError, match="out of sand"):
+            executor.submit(fake_jobs.raise_error, CONTENT).result(30)
+        executor.submit_reporting(seen.append, fake_jobs.report_steps, CONTENT).result(30)
+        assert seen[-1] == 1.0
+        with pytest.raises(ProcessCrashError, match=r"^the process ended with exit code 3$"):
+            executor.submit(sys.exit, 3).result(30)
+
+
 def test_leaving_by_what_is_no_error() -> None:
     with (
         pool() as executor,

@@ -57,10 +57,9 @@ def _faults(value: object, path: tuple[Step, ...]) -> Iterator[tuple[tuple[Step,
         case float():
             if not math.isfinite(value):
                 yield path, f"{value} is not a finite number"
+        case dict() | list() | tuple() if len(path) == DEEPEST:
+            yield path, "lists or mappings lie too deep in one another"
         case dict() | list() | tuple():
-            if len(path) == DEEPEST:
-                yield path, "lists or mappings lie too deep in one another"
-                return
             steps = value.items() if isinstance(value, dict) else enumerate(value)
             for step, entry in steps:
                 yield from _faults(entry, (*path, step if isinstance(step, int) else str(step)))
