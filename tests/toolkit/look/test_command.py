@@ -81,6 +81,17 @@ def test_wrong_calls(arguments: list[str], capsys: pytest.CaptureFixture[str]) -
     assert "python -m sembra.local.look: error: " in capsys.readouterr().err
 
 
+def test_a_file_of_another_kind_is_named(
+    tmp_path: Path, capsys: pytest.CaptureFixture[str]
+) -> None:
+    path = tmp_path / "road.csv"
+    path.write_text("level,soil\n0.0,clay\n")
+    with pytest.raises(SystemExit) as end:
+        main([str(path)])
+    assert end.value.code == 2
+    assert f"{path} is no input or result file of D-Settlement" in capsys.readouterr().err
+
+
 def test_pictures_that_cannot_be_drawn(
     monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
 ) -> None:

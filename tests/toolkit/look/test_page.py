@@ -208,16 +208,19 @@ def test_what_no_model_can_hold_is_listed(column_pair: Pair, tmp_path: Path) -> 
     ]  # fmt: skip
 
 
-@pytest.mark.parametrize("text", ["", "no file of the tool"])
-def test_other_files_are_refused(text: str, tmp_path: Path) -> None:
+@pytest.mark.parametrize("text", ["", "no file of the tool", "[INPUT DATA]\nand no more"])
+def test_other_files_are_refused_by_name(text: str, column_pair: Pair, tmp_path: Path) -> None:
     path = tmp_path / "other.txt"
     path.write_text(text)
-    with pytest.raises(ParsingError, match=r"there is no section \[INPUT DATA\]"):
+    refused = rf"{re.escape(str(path))} is no input or result file of D-Settlement"
+    with pytest.raises(ParsingError, match=refused):
         make_page(path)
+    with pytest.raises(ParsingError, match=refused):
+        make_page(column_pair[0], path)
 
 
-def test_a_result_file_without_results_is_refused(pair: Pair) -> None:
-    with pytest.raises(ParsingError):
+def test_a_result_file_without_results_is_refused_by_name(pair: Pair) -> None:
+    with pytest.raises(ParsingError, match=rf"{re.escape(str(pair[0]))} has no results"):
         make_page(pair[0], pair[0])
 
 

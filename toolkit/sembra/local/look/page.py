@@ -82,7 +82,7 @@ def make_page(
 
     Raises:
         OSError: A file can't be read.
-        ParsingError: There is no input in the first file, or there are no results in the second.
+        ParsingError: There is no input in the first file, or no results or no input in the second.
     """
     return render(read_page(path, result_path, checked=checked))
 
@@ -96,9 +96,9 @@ def read_page(
     """Read what `make_page` puts onto the page; arguments and exceptions are those of it."""
     paths = [Path(path), *([] if result_path is None else [Path(result_path)])]
     texts = [decode(one.read_bytes()) for one in paths]
-    file = InputFile(texts[0])
-    results = _results(texts[-1], required=result_path is not None)
-    remarks = [*_warnings(results), *_of_another_input(file, texts)]
+    file, *repeated = map(_input, paths, texts)
+    results = _results(paths[-1], texts[-1], required=result_path is not None)
+    remarks = [*_warnings(results), *_of_another_input(file, repeated)]
     ground, left_out = _model(paths[0], remarks)
     return Page(
         name=" and ".join(one.name for one in paths),
@@ -126,12 +126,25 @@ def render(page: Page) -> str:
     return _environment.get_template("page.html.j2").render(page=page)
 
 
-def _results(text: str, *, required: bool) -> ResultFile | None:
+def _input(path: Path, text: str) -> InputFile:
+    try:
+        return InputFile(text)
+    except InputFileError as error:
+        raise ParsingError(
+            f"{path} is no input or result file of D-Settlement, or not a whole one: "
+            "it has no complete section [INPUT DATA]."
+        ) from error
+
+
+def _results(path: Path, text: str, *, required: bool) -> ResultFile | None:
     try:
         return ResultFile(StringIO(text, newline=""))
-    except ParsingError:
+    except ParsingError as error:
         if required:
-            raise
+            raise ParsingError(
+                f"{path} has no results: it is no result file of D-Settlement, "
+                "or that of a calculation that failed."
+            ) from error
         return None
 
 
@@ -143,9 +156,9 @@ def _warnings(results: ResultFile | None) -> list[str]:
     return lines[lines.index(begin) + 2 : lines.index(end)] if begin in lines else []
 
 
-def _of_another_input(file: InputFile, texts: Sequence[str]) -> Iterator[str]:
+def _of_another_input(file: InputFile, repeated: Sequence[InputFile]) -> Iterator[str]:
     """Say so if the results are of another input than the one shown."""
-    if len(texts) > 1 and _words(InputFile(texts[1])) != _words(file):
+    if any(_words(one) != _words(file) for one in repeated):
         yield "The result file repeats another input than that of the input file."
 
 
