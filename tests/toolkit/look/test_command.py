@@ -92,6 +92,16 @@ def test_a_file_of_another_kind_is_named(
     assert f"{path} is no input or result file of D-Settlement" in capsys.readouterr().err
 
 
+def test_a_page_that_cannot_be_written(
+    column_pair: Pair, tmp_path: Path, capsys: pytest.CaptureFixture[str]
+) -> None:
+    with pytest.raises(SystemExit) as end:
+        main([str(column_pair[0]), "-o", str(tmp_path / "missing" / "page.html")])
+    # Not the status by which the local worker refuses a file.
+    assert end.value.code == 2
+    assert "No such file or directory" in capsys.readouterr().err
+
+
 def test_pictures_that_cannot_be_drawn(
     monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
 ) -> None:

@@ -39,7 +39,10 @@ def main(arguments: list[str] | None = None) -> int:
             sys.stdout.write(f"{line}\n")
     html = render(page)
     if given.output:
-        given.output.write_text(html, "utf-8")
+        try:
+            given.output.write_text(html, "utf-8")
+        except OSError as error:
+            parser.error(str(error))
     else:
         webbrowser.open(_temporary(html, given.file.stem).as_uri())
     return REFUSED if page.check and page.check.refusal else 0
