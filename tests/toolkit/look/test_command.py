@@ -112,6 +112,23 @@ def test_pictures_that_cannot_be_drawn(
     assert "need matplotlib: pip install sembra-local[pictures]" in capsys.readouterr().err
 
 
+def test_pictures_that_cannot_be_drawn_by_the_module_that_is_run() -> None:
+    program = (
+        "import runpy, sys; sys.modules['matplotlib'] = None; sys.argv = ['look', 'made.sli'];"
+        "runpy.run_module('sembra.local.look', run_name='__main__')"
+    )
+    done = subprocess.run(
+        [sys.executable, "-c", program],
+        capture_output=True,
+        text=True,
+        timeout=60,
+        check=False,
+        env={**os.environ, "PYTHONPATH": os.pathsep.join(filter(None, sys.path))},
+    )
+    assert done.returncode == 2
+    assert "need matplotlib: pip install sembra-local[pictures]" in done.stderr
+
+
 def test_the_command_is_run_by_its_module() -> None:
     done = subprocess.run(
         [sys.executable, "-m", "sembra.local.look", "missing.sli"],
