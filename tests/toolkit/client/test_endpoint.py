@@ -54,8 +54,11 @@ def test_service_that_is_down(monkeypatch: pytest.MonkeyPatch) -> None:
     with socket.create_server(("127.0.0.1", 0)) as unused:
         port = unused.getsockname()[1]
     monkeypatch.setenv("SEMBRA_ADDON_URL", f"http://127.0.0.1:{port}")
-    with pytest.raises(InternalError, match=rf"http://127.0.0.1:{port}/\S+ can't be reached"):
+    with pytest.raises(
+        InternalError, match=rf"http://127.0.0.1:{port}/\S+ can't be reached"
+    ) as failed:
         post()
+    assert failed.value.__notes__ == [str(failed.value)]
 
 
 def test_unknown_host(monkeypatch: pytest.MonkeyPatch) -> None:

@@ -14,6 +14,16 @@ URL_SETTING = "SEMBRA_ADDON_URL"
 
 def post(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
     """Post a document; see `sembra.core._post_on_addon_endpoint`."""
+    try:
+        return _send(path, body, timeout)
+    except InternalError as error:
+        # The exception that stands for this one shows its notes, and nothing else of it.
+        if not getattr(error, "__notes__", None):
+            error.add_note(str(error))
+        raise
+
+
+def _send(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
     if not timeout > 0:
         raise InternalError(f"The time for the service must be above 0 seconds ({timeout})")
     try:
@@ -67,7 +77,7 @@ def _post_elsewhere(base: str, path: str, content: bytes, timeout: float) -> dic
 def _fail(service: str, status: int, reason: str) -> NoReturn:
     """Raise the error that a status tells.
 
-    A refusal's reason is a note, too, which the exception that stands for the error shows.
+    A refusal's reason alone is its note: who sent the document knows that it was refused.
     """
     if not 400 <= status < 500:
         raise InternalError(f"{service} failed: {reason}")
