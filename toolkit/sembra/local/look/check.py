@@ -2,12 +2,10 @@
 
 from dataclasses import dataclass
 
-import numpy as np
-
+from sembra.local.jobs.reporting import ignore
 from sembra.local.sli.input_file_error import InputFileError
-from sembra.local.worker.calculation import calculate
-from sembra.local.worker.failures import OUT_OF_RANGE, WorkerError
-from sembra.local.worker.input import read_project
+from sembra.local.worker.calculate_file import calculate_file
+from sembra.local.worker.failures import WorkerError
 
 
 @dataclass(frozen=True)
@@ -37,12 +35,7 @@ def check(text: str) -> Check:
         text: An input file, or a result file, which repeats its input.
     """
     try:
-        with np.errstate(over="raise", invalid="raise", divide="raise"):
-            project = read_project(text)
-            results = calculate(project, lambda _fraction: None)
+        _, remarks = calculate_file(text, ignore)
     except (InputFileError, WorkerError) as error:
         return Check(str(error))
-    except ArithmeticError:
-        return Check(OUT_OF_RANGE)
-    told = [*project.remarks, *(remark for result in results for remark in result.remarks)]
-    return Check("", tuple(dict.fromkeys(told)))
+    return Check("", tuple(remarks))
