@@ -3,11 +3,9 @@
 The damage is another in each run; `SEMBRA_SEED` repeats one.
 """
 
-import gc
 import random
 import re
 import time
-import tracemalloc
 from functools import cache
 from pathlib import Path
 
@@ -30,6 +28,7 @@ from sembra.local.service.filling import fill
 from sembra.local.worker.job import run_job
 
 from tests.seeds import new_seed
+from tests.toolkit.growth import growth
 from tests.toolkit.worker.input_file import job
 
 LIMIT = 10.0
@@ -199,16 +198,4 @@ def test_nothing_is_kept_of_damaged_files(tmp_path: Path) -> None:
     path = tmp_path / "wide.sli"
     texts = [damaged(wide_text(layers=4, verticals=30, loads=10), f"kept {n}") for n in range(20)]
 
-    def kept() -> int:
-        for text in texts:
-            is_read(path, text)
-        gc.collect()
-        return tracemalloc.get_traced_memory()[0]
-
-    kept()  # what is remembered of a first time
-    tracemalloc.start()
-    try:
-        before = kept()
-        assert kept() - before < GROWTH
-    finally:
-        tracemalloc.stop()
+    assert growth(lambda: [is_read(path, text) for text in texts]) < GROWTH

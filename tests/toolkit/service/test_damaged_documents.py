@@ -4,12 +4,10 @@ The damage is another in each run; `SEMBRA_SEED` repeats one.
 """
 
 import copy
-import gc
 import json
 import random
 import re
 import time
-import tracemalloc
 from typing import Any
 
 import pytest
@@ -18,6 +16,7 @@ from sembra.local.service.filling import fill
 
 from tests.seeds import new_seed
 from tests.toolkit.documents import document_1d, document_2d, drain, soil
+from tests.toolkit.growth import growth
 
 LOADS = {
     "non_uniform_loads": [
@@ -155,20 +154,7 @@ def test_an_input_file_or_a_reason(block: int) -> None:
 
 def test_nothing_is_kept_of_damaged_documents() -> None:
     bodies = [damaged_body(f"kept {number}") for number in range(100)]
-
-    def kept() -> int:
-        for body in bodies:
-            refusal_of(body)
-        gc.collect()
-        return tracemalloc.get_traced_memory()[0]
-
-    kept()  # what is remembered of a first time
-    tracemalloc.start()
-    try:
-        before = kept()
-        assert kept() - before < GROWTH
-    finally:
-        tracemalloc.stop()
+    assert growth(lambda: [refusal_of(body) for body in bodies]) < GROWTH
 
 
 def test_other_texts_altogether() -> None:
