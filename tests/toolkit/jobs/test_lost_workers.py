@@ -11,24 +11,21 @@ from pathlib import Path
 import pytest
 from sembra.local.jobs import dask_engine, worker_process
 from sembra.local.jobs import pool as pool_module
-from sembra.local.jobs.pool import PoolFuture, WorkerPool
+from sembra.local.jobs.pool import PoolFuture
 from sembra.local.jobs.reporting import ignore
 from sembra.local.jobs.shared_pool import shared_pool
 from sembra.local.jobs.worker_process import NotTakenError, ProcessCrashError, WorkerProcess
 
 from tests.toolkit import fake_jobs
+from tests.toolkit.jobs.pools import pool
 from tests.toolkit.processes import await_that, is_alive, sleeping_processes
-
-
-def pool() -> WorkerPool:
-    return WorkerPool(lambda: 1)
 
 
 def test_thread_that_cannot_be_started(monkeypatch: pytest.MonkeyPatch) -> None:
     def refuse(_: threading.Thread) -> None:
         raise RuntimeError("can't start new thread")
 
-    with pool() as executor:
+    with pool(1) as executor:
         with monkeypatch.context() as patch:
             patch.setattr(threading.Thread, "start", refuse)
             with pytest.raises(RuntimeError, match="can't start new thread"):
@@ -46,7 +43,7 @@ def test_call_that_is_cancelled_while_its_worker_starts(monkeypatch: pytest.Monk
             cancelled.wait(30)
 
     monkeypatch.setattr(pool_module, "WorkerProcess", Slow)
-    with pool() as executor:
+    with pool(1) as executor:
         future: PoolFuture = executor.submit(fake_jobs.raise_error, {})
         assert started.wait(30)
         assert future.cancel()
@@ -60,7 +57,7 @@ def test_system_without_groups_of_processes(
 ) -> None:
     monkeypatch.delattr(os, "killpg")
     monkeypatch.delattr(os, "waitid")
-    with pool() as executor:
+    with pool(1) as executor:
         future = executor.submit(fake_jobs.sleep_long, {"body": str(tmp_path / "pids")})
         worker, child = sleeping_processes(tmp_path / "pids")
         try:
@@ -74,7 +71,7 @@ def test_system_without_groups_of_processes(
 
 
 def test_worker_whose_end_another_part_of_the_application_takes_notice_of() -> None:
-    with pool() as executor:
+    with pool(1) as executor:
         pid = executor.submit(os.getpid).result(30)
         os.kill(pid, signal.SIGKILL)
         os.waitpid(pid, 0)

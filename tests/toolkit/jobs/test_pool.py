@@ -15,6 +15,7 @@ from sembra.local.jobs.pool import WorkerPool
 from sembra.local.jobs.worker_process import ProcessCrashError
 
 from tests.toolkit import fake_jobs
+from tests.toolkit.jobs.pools import CONTENT, pool
 from tests.toolkit.processes import (
     application,
     await_that,
@@ -22,12 +23,6 @@ from tests.toolkit.processes import (
     is_alive,
     sleeping_processes,
 )
-
-CONTENT = {"name": "x", "version": 1, "body": "é"}
-
-
-def pool(size: int = 2) -> WorkerPool:
-    return WorkerPool(lambda: size)
 
 
 def test_is_an_executor() -> None:

@@ -12,17 +12,12 @@ from sembra.local.jobs.pool import WorkerPool
 from sembra.local.jobs.worker_process import ProcessCrashError, WorkerProcess
 
 from tests.toolkit import fake_jobs
+from tests.toolkit.jobs.pools import CONTENT, pool
 from tests.toolkit.processes import (
     await_that,
     is_alive,
     sleeping_processes,
 )
-
-CONTENT = {"name": "x", "version": 1, "body": "é"}
-
-
-def pool(size: int = 2) -> WorkerPool:
-    return WorkerPool(lambda: size)
 
 
 def test_only_as_many_side_by_side_as_there_may_be() -> None:
