@@ -23,7 +23,7 @@ STAMPS := $(VENV)/.stamps
 ENVIRONMENT := $(STAMPS)/environment
 BUILT := $(STAMPS)/module $(STAMPS)/local-edition
 
-.PHONY: help build demo test verify bench lint sanitize fuzz mutants coverage wheels lock docs clean
+.PHONY: help build demo test verify bench lint sanitize fuzz mutants coverage wheels lowest lock docs clean
 
 help:  ## list the targets
 	@sed -n 's/^\([a-z]*\):.*##  *\(.*\)/\1|\2/p' $(MAKEFILE_LIST) | \
@@ -76,6 +76,9 @@ coverage: $(BUILT) $(STAMPS)/test $(STAMPS)/coverage  ## count the lines and bra
 
 wheels: $(ENVIRONMENT) $(STAMPS)/release  ## build source distributions and wheels into dist/, and try them
 	scripts/check-wheels
+
+lowest: $(ENVIRONMENT) $(STAMPS)/lock  ## test the local edition with the lowest releases that it allows
+	scripts/test-lowest
 
 lock: $(STAMPS)/lock  ## write down the releases of today, which LOCKED=1 installs
 	scripts/lock
