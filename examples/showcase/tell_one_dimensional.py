@@ -8,6 +8,7 @@ from sembra.local.results import ResultFile
 
 from examples import one_dimensional as story
 from examples.showcase.calculation import calculate
+from examples.showcase.materials import tell_materials
 from examples.showcase.settlement_table import settlement_table
 from examples.showcase.settlements import Settlements
 from examples.showcase.terminal import Terminal
@@ -58,11 +59,7 @@ def _build(terminal: Terminal) -> Model1D:
         terminal.line("NEN-Koppejan with Terzaghi consolidation, up to day 10000")
     with terminal.step("Create the materials"):
         story.create_materials(model)
-        for name, material in model.materials.items():
-            terminal.line(
-                f"{name:<15} {material.gam_dry:4.1f} / {material.gam_wet:4.1f} kN/m³ "
-                "above / below the phreatic level"
-            )
+        tell_materials(terminal, model)
     with terminal.step("Stack the layers"):
         story.create_ground(model)
         bottoms = [*(top for top, _ in model.layers[1:]), model.bottom_level]

@@ -15,6 +15,7 @@ from sembra.local.results import ResultFile
 
 from examples import two_dimensional as story
 from examples.showcase.calculation import calculate
+from examples.showcase.materials import tell_materials
 from examples.showcase.settlement_table import CAPTION, settlement_table
 from examples.showcase.settlements import Settlements
 from examples.showcase.terminal import Terminal
@@ -79,11 +80,7 @@ def _build(terminal: Terminal) -> story.Project:
         )
     with terminal.step("Create the materials"):
         story.create_materials(model)
-        for name, material in model.materials.items():
-            terminal.line(
-                f"{name:<15} {material.gam_dry:4.1f} / {material.gam_wet:4.1f} kN/m³ "
-                "above / below the phreatic level"
-            )
+        tell_materials(terminal, model)
     with terminal.step("Draw the pl-lines and stack the layers, from bottom to top"):
         ground = story.create_ground(model)
         for layer in reversed(ground.layers):
