@@ -59,7 +59,7 @@ def prepare(mutants: Mapping[int, Mutant]) -> set[int]:
 
 
 def _at_fault(mutants: Mapping[int, Mutant], errors: set[tuple[str, int]]) -> set[int]:
-    """The mutants of the lines that don't compile, or of the next ones above them."""
+    """Return the mutants of the lines that don't compile, or of the next ones above them."""
     found: set[int] = set()
     for path, line in errors:
         above = {n: m.line for n, m in mutants.items() if str(m.path) == path and m.line <= line}

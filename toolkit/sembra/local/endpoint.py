@@ -31,10 +31,12 @@ def _send(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
     except ValueError as error:
         raise InternalError(f"The document can't be sent as JSON: {error}") from error
     url = os.environ.get(URL_SETTING, "").strip()
-    return _post_elsewhere(url, path, content, timeout) if url else _post(path, content, timeout)
+    if url:
+        return _post_elsewhere(url, path, content, timeout)
+    return _post_here(path, content, timeout)
 
 
-def _post(path: str, content: bytes, timeout: float) -> dict[str, Any]:
+def _post_here(path: str, content: bytes, timeout: float) -> dict[str, Any]:
     """Post to the service of this process."""
     from sembra.local.service.direct import post_directly
 
