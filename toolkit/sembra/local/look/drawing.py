@@ -8,13 +8,19 @@ from xml.etree import ElementTree
 
 import matplotlib.pyplot as plt
 from markupsafe import Markup
+from matplotlib.backends.backend_svg import FigureCanvasSVG
 
 if TYPE_CHECKING:
     from matplotlib.figure import Figure
+    from matplotlib.transforms import Bbox
 
 _SVG = "http://www.w3.org/2000/svg"
 _XLINK = "http://www.w3.org/1999/xlink"
 _REFERENCE = re.compile(r"url\(#([^)]+)\)")
+_POINTS = 72
+"""The unit of length of the pictures, in an inch."""
+_MARGIN = 0.05
+"""Around a picture, in inches."""
 _NO_METADATA = {"Date": None, "Creator": None}
 _LINK = f"{{{_XLINK}}}href"
 
@@ -40,14 +46,18 @@ def svg(figure: "Figure", name: str, told: str) -> Markup:
         told: What the picture shows, for those who can't see it.
     """
     file = BytesIO()
+    figure.patch.set_visible(False)  # it ends where the figure does, the legend below it doesn't
     with plt.rc_context({"svg.fonttype": "none", "svg.hashsalt": name}):
-        figure.savefig(
-            file, format="svg", bbox_inches="tight", pad_inches=0.05, metadata=_NO_METADATA
-        )
+        canvas = FigureCanvasSVG(figure)
+        used = _lay_out(figure)
+        canvas.print_svg(file, metadata=_NO_METADATA)  # type: ignore[no-untyped-call]
     plt.close(figure)
     ElementTree.register_namespace("", _SVG)
     ElementTree.register_namespace("xlink", _XLINK)
     root = ElementTree.fromstring(file.getvalue())
+    top = figure.get_figheight() - used.y1
+    extent = (used.x0, top, used.width, used.height)
+    root.set("viewBox", " ".join(f"{_POINTS * inches:.3f}" for inches in extent))
     for metadata in root.findall(f"{{{_SVG}}}metadata"):
         root.remove(metadata)
     for element in root.iter():
@@ -56,6 +66,19 @@ def svg(figure: "Figure", name: str, told: str) -> Markup:
         root.attrib.pop(size)
     root.attrib |= {"role": "img", "aria-label": told}
     return Markup(ElementTree.tostring(root, encoding="unicode"))
+
+
+def _lay_out(figure: "Figure") -> "Bbox":
+    """Settle where the parts of a figure stand, and return how far they reach, in inches.
+
+    `savefig` would draw the figure twice, the first time only to find this out.
+    """
+    figure.set_dpi(_POINTS)
+    layout = figure.get_layout_engine()
+    if layout is not None:
+        layout.execute(figure)
+        figure.set_layout_engine("none")
+    return figure.get_tightbbox().padded(_MARGIN)
 
 
 def _rename(element: ElementTree.Element, name: str) -> None:
