@@ -3,7 +3,11 @@
 from pathlib import Path
 
 import matplotlib
+import matplotlib.pyplot as plt
 import pytest
+from markupsafe import Markup
+from matplotlib.figure import Figure
+from sembra.local.look import page_pictures
 
 from tests.toolkit.look.made_files import column, cross_section, write_pair
 
@@ -23,3 +27,14 @@ def pair(request: pytest.FixtureRequest, tmp_path_factory: pytest.TempPathFactor
 def column_pair(tmp_path_factory: pytest.TempPathFactory) -> Pair:
     """Input file and result file of a column."""
     return write_pair(tmp_path_factory.mktemp("column"), column())
+
+
+@pytest.fixture
+def no_curves(monkeypatch: pytest.MonkeyPatch) -> None:
+    """Leave out what takes most of the time of a page: arranging and writing its pictures."""
+
+    def without_lines(figure: Figure, _name: str, _told: str) -> Markup:
+        plt.close(figure)
+        return Markup('<svg xmlns="http://www.w3.org/2000/svg"/>')
+
+    monkeypatch.setattr(page_pictures, "svg", without_lines)

@@ -1,48 +1,17 @@
-"""What stands on a page."""
+"""What stands on a page, but for the curves of its pictures."""
 
 import re
-from io import BytesIO
 from pathlib import Path
-from typing import Any
 
 import pytest
-from matplotlib.figure import Figure
 from sembra.errors import ParsingError
 from sembra.local.look import make_page
-from sembra.local.look.page import Page, read_page, render
+from sembra.local.look.page import read_page
 
 from tests.toolkit.look.made_files import cross_section
-from tests.toolkit.look.reading_pages import ReadPage
-from tests.toolkit.samples import all_input_files, needs_samples
 
 Pair = tuple[Path, Path]
-
-
-def save_nothing(_: Figure, file: BytesIO, **options: Any) -> None:
-    """Write an empty picture."""
-    assert options["format"] == "svg"
-    file.write(b'<svg xmlns="http://www.w3.org/2000/svg" width="1pt" height="1pt"/>')
-
-
-def assert_is_one_page(html: str) -> ReadPage:
-    """Assert that a page is whole, and refers to nothing outside itself."""
-    page = ReadPage(html)
-    assert page.open == []
-    assert len(page.names) == len(set(page.names))
-    assert all(address.startswith("#") for address in page.addresses)
-    referred = [address[1:] for address in page.addresses] + re.findall(r"url\(#([^)]+)\)", html)
-    assert set(referred) <= set(page.names)
-    assert "url(http" not in html
-    assert "@import" not in html
-    return page
-
-
-def test_a_page_of_input_and_results(pair: Pair) -> None:
-    page = assert_is_one_page(make_page(*pair))
-    for text in ("A <made> file", "Soil & Sons", "Layers", "Soils", "Loads", "NEN-Koppejan, with"):
-        assert any(text in shown for shown in page.texts), text
-    for picture in ("Stresses along depth", "Settlement along depth", "Degree of consolidation"):
-        assert any(shown.startswith(picture) for shown in page.texts), picture
+pytestmark = pytest.mark.usefixtures("no_curves")
 
 
 def test_a_result_file_shows_its_input_too(pair: Pair) -> None:
@@ -52,14 +21,6 @@ def test_a_result_file_shows_its_input_too(pair: Pair) -> None:
     assert alone.settlements == both.settlements
     assert len(alone.drawings) == len(both.drawings)
     assert alone.ground
-
-
-def test_an_input_file_alone_has_no_results(pair: Pair) -> None:
-    page = read_page(pair[0])
-    assert page.ground
-    assert not page.drawings
-    assert not page.settlements
-    assert "Results" not in assert_is_one_page(make_page(pair[0])).texts
 
 
 def test_the_tables_say_what_the_model_holds(column_pair: Pair) -> None:
@@ -222,27 +183,3 @@ def test_other_files_are_refused_by_name(text: str, column_pair: Pair, tmp_path:
 def test_a_result_file_without_results_is_refused_by_name(pair: Pair) -> None:
     with pytest.raises(ParsingError, match=rf"{re.escape(str(pair[0]))} has no results"):
         make_page(pair[0], pair[0])
-
-
-def assert_shows_all(page: Page) -> None:
-    """Assert that nothing of a published pair was left out."""
-    assert page.remarks == []
-    assert page.ground
-    assert len(page.drawings) >= 2
-    assert len(page.tables) >= 2
-    assert page.settlements
-    assert_is_one_page(render(page))
-
-
-@needs_samples
-@pytest.mark.parametrize("path", all_input_files(), ids=lambda path: path.stem)
-def test_every_published_pair_gives_a_page(path: Path, monkeypatch: pytest.MonkeyPatch) -> None:
-    # Writing the curves out takes most of the time, and is the same for all of them.
-    monkeypatch.setattr(Figure, "savefig", save_nothing)
-    assert_shows_all(read_page(path, path.with_suffix(".sld")))
-
-
-@needs_samples
-@pytest.mark.parametrize("path", all_input_files()[::9], ids=lambda path: path.stem)
-def test_a_published_pair_gives_a_page_with_pictures(path: Path) -> None:
-    assert_shows_all(read_page(path, path.with_suffix(".sld")))
