@@ -33,7 +33,7 @@ from tests.toolkit.worker.input_file import job
 
 LIMIT = 10.0
 """Processor seconds for one file."""
-GROWTH = 200_000
+GROWTH = 100_000
 """Bytes that may be kept after many files: what the interpreter and the libraries remember."""
 INSIDE = re.compile(
     r"Traceback|\b[A-Z]\w+Error\b|pydantic|jinja|object at 0x|<class|an error of its own"
@@ -196,6 +196,6 @@ def test_results_or_a_reason(block: int) -> None:
 
 def test_nothing_is_kept_of_damaged_files(tmp_path: Path) -> None:
     path = tmp_path / "wide.sli"
-    texts = [damaged(wide_text(layers=4, verticals=30, loads=10), f"kept {n}") for n in range(20)]
+    texts = [damaged(wide_text(layers=4, verticals=30, loads=10), f"kept {n}") for n in range(8)]
 
     assert growth(lambda: [is_read(path, text) for text in texts]) < GROWTH
