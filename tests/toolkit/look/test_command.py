@@ -13,6 +13,7 @@ import pytest
 from sembra.local.look.__main__ import main
 
 Pair = tuple[Path, Path]
+pytestmark = pytest.mark.usefixtures("no_curves")
 
 
 def test_a_page_is_written(pair: Pair, tmp_path: Path, capsys: pytest.CaptureFixture[str]) -> None:
