@@ -14,7 +14,7 @@ ROOT = Path(__file__).resolve().parents[2]
 Run = Callable[..., str]
 
 LIMIT = 600
-"""Seconds until an example is taken for one that hangs, on a busy machine that counts its lines too."""
+"""Seconds until an example is taken for one that hangs, on a busy machine that counts lines too."""
 
 
 @pytest.fixture(scope="session")
