@@ -1,5 +1,6 @@
 """Pages as Chromium shows them, at the widths of a phone and a desk, and on paper."""
 
+import os
 import shutil
 from collections.abc import Iterator
 from pathlib import Path
@@ -32,8 +33,12 @@ SMALLEST_TEXT = 8.0
 @pytest.fixture(scope="module")
 def browser() -> "Iterator[Browser]":
     """A Chromium that shows nothing on the screen."""
+    # What is loaded before Python, to look after it, lets Chromium hang.
+    environment = {name: value for name, value in os.environ.items() if name != "LD_PRELOAD"}
     with playwright.sync_playwright() as driver:
-        browser = driver.chromium.launch(executable_path=CHROMIUM, args=["--no-sandbox"])
+        browser = driver.chromium.launch(
+            executable_path=CHROMIUM, args=["--no-sandbox"], env=environment
+        )
         yield browser
         browser.close()
 
