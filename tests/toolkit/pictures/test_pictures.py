@@ -250,6 +250,7 @@ def test_settlement_along_depth_is_drawn_at_the_nearest_times() -> None:
     ("asked", "drawn"),
     [
         ([1.0, 1000.0], {"day 1", "day 1000"}),
+        ([1.0], {"day 1", "day 1000"}),
         ([1.0, 2.0, 3.0, 4.0, 5.0, 100.0, 1000.0], {"day 1", "day 100", "day 1000"}),
         (None, {"day 1", "day 100", "day 1000"}),
         (ValueError("no rows"), {"day 1", "day 100", "day 1000"}),

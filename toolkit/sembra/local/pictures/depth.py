@@ -101,8 +101,8 @@ def settlement_along_depth(
         axes: Where to draw; a new figure if None.
         vertical: The number of the vertical.
         times: Times [days]; each is drawn at the nearest time that the results have. None for
-            up to six of the model's calculation times, or of all times if it has none, spread
-            between the first day and the end as on a logarithmic axis.
+            up to six of the model's calculation times and the end, or of all times if it has
+            none, spread between the first day and the end as on a logarithmic axis.
         title: Stands above the picture; None for one that names the vertical.
 
     Returns:
@@ -121,7 +121,8 @@ def settlement_along_depth(
     if not tables:
         raise ValueError(f"vertical {vertical} has no settlement along depth")
     if times is None:
-        times = _spread(_calculation_times(results, vertical) or list(tables))
+        asked = _calculation_times(results, vertical)
+        times = _spread([*asked, max(tables)] if asked else list(tables))
     shown = _nearest(list(tables), times)
     with look():
         axes = _prepared(axes, title or f"Settlement at vertical {vertical}", "Settlement [m]")
