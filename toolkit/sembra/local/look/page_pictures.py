@@ -15,9 +15,6 @@ from sembra.local.results import ResultFile
 NARROW = 4.6
 """Width of a picture that can be read on a phone, in inches."""
 
-MOST_CURVES = 7
-"""How many curves have a legend among them, and not below."""
-
 Draw = Callable[[Axes], Axes]
 
 
@@ -45,12 +42,11 @@ def pictures_of_results(results: ResultFile) -> Iterator[Drawing]:
     except ValueError:
         return
 
-    def at_each_vertical(axes: Axes) -> Axes:
-        drawn = pictures.settlement_per_vertical(results, axes)
-        return _put_legend_below(drawn, columns=3) if len(found) > MOST_CURVES else drawn
-
     if len(found) > 1:
-        yield _drawn("verticals", "Settlement of the surface at each vertical", at_each_vertical)
+        yield _drawn(
+            "verticals", "Settlement of the surface at each vertical",
+            lambda axes: pictures.settlement_per_vertical(results, axes),
+        )  # fmt: skip
     most = max(found, key=lambda number: abs(found[number].total[-1]))
     at = f" at vertical {most}" if len(found) > 1 else ""
     yield _drawn(
@@ -76,7 +72,9 @@ def pictures_of_results(results: ResultFile) -> Iterator[Drawing]:
 
 
 def _drawn(name: str, told: str, draw: Draw) -> Drawing:
-    return Drawing(told, svg(figure_of(draw(_axes(NARROW, 4.4))), name, told))
+    axes = draw(_axes(NARROW, 4.4))
+    _put_legend_below(axes, most_columns=3)
+    return Drawing(told, svg(figure_of(axes), name, told))
 
 
 def _axes(width: float, height: float) -> Axes:
@@ -84,15 +82,24 @@ def _axes(width: float, height: float) -> Axes:
     return plt.figure(figsize=(width, height), layout="constrained").add_subplot()
 
 
-def _put_legend_below(axes: Axes, columns: int = 1) -> Axes:
-    """Put the entries of a legend below the figure, which is as high as it needs to be then."""
+def _put_legend_below(axes: Axes, most_columns: int = 1) -> None:
+    """Put the entries of a legend below the figure, which is as high as it needs to be then.
+
+    They stand in as many columns as the figure is wide enough for.
+    """
     legend = axes.get_legend()
-    if legend is not None:
-        texts = [text.get_text() for text in legend.get_texts()]
-        handles = [handle for handle in legend.legend_handles if handle is not None]
-        legend.remove()
-        figure_of(axes).legend(
-            handles, texts, loc="upper left", bbox_to_anchor=(0.0, 0.0), ncols=columns,
-            frameon=False, fontsize=9,
+    if legend is None:
+        return
+    title = legend.get_title().get_text()
+    texts = [text.get_text() for text in legend.get_texts()]
+    handles = [handle for handle in legend.legend_handles if handle is not None]
+    legend.remove()
+    figure = figure_of(axes)
+    for columns in range(most_columns, 0, -1):
+        below = figure.legend(
+            handles, texts, title=title, alignment="left", loc="upper left",
+            bbox_to_anchor=(0.0, 0.0), ncols=columns, frameon=False, fontsize=9, handlelength=3.0,
         )  # fmt: skip
-    return axes
+        if columns == 1 or below.get_window_extent().width <= figure.bbox.width:
+            break
+        below.remove()

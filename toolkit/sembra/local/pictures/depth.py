@@ -16,6 +16,7 @@ from sembra.local.pictures.style import (
     draw_grid,
     look,
     new_figure,
+    write_legend,
 )
 
 if TYPE_CHECKING:
@@ -83,7 +84,8 @@ def stresses(
                     linewidth=2.0, label=f"{when} effective stress",
                 )  # fmt: skip
         axes.set_xlim(left=min(0.0, axes.get_xlim()[0]))
-        return _finished(axes, None)
+        write_legend(axes)
+        return axes
 
 
 def settlement_along_depth(
@@ -132,7 +134,8 @@ def settlement_along_depth(
                 tables[time], result["depths"], color=color, linestyle=line_style,
                 label=_told(time),
             )  # fmt: skip
-        return _finished(axes, "Time")
+        write_legend(axes, "Time")
+        return axes
 
 
 def _known(header: str, values: Sequence[float]) -> Sequence[float]:
@@ -180,12 +183,4 @@ def _prepared(axes: Axes | None, title: str, label: str) -> Axes:
     axes.set_xlabel(label)
     axes.set_ylabel("Level [m]")
     draw_grid(axes)
-    return axes
-
-
-def _finished(axes: Axes, legend_title: str | None) -> Axes:
-    axes.legend(
-        loc="best", title=legend_title, alignment="left", frameon=True, edgecolor="none",
-        handlelength=3.2,
-    )  # fmt: skip
     return axes

@@ -5,7 +5,13 @@ from collections.abc import Sequence
 from matplotlib.axes import Axes
 from matplotlib.ticker import FuncFormatter, NullFormatter, PercentFormatter
 
-from sembra.local.pictures.style import curve_style, draw_grid, look, new_figure
+from sembra.local.pictures.style import (
+    curve_style,
+    draw_grid,
+    look,
+    new_figure,
+    write_legend,
+)
 from sembra.local.results import ResultFile
 
 FIRST_TIME = 0.1
@@ -60,9 +66,6 @@ def dissipation(
         axes.yaxis.set_major_formatter(PercentFormatter(1.0))
         axes.set_xlabel("Time since loading [days]")
         axes.set_ylabel("Degree of consolidation")
-        axes.legend(
-            loc="best", title="Layer, from the lowest", alignment="left", frameon=True,
-            edgecolor="none", handlelength=3.2,
-        )  # fmt: skip
         draw_grid(axes)
+        write_legend(axes, "Layer, from the lowest")
         return axes

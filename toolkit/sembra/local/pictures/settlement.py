@@ -13,7 +13,15 @@ from sembra.local.pictures.labels_above import write_above
 from sembra.local.pictures.load_step import LoadStep
 from sembra.local.pictures.settlements import settlements_at, settlements_of
 from sembra.local.pictures.spreading import spread
-from sembra.local.pictures.style import LOAD, LineStyle, curve_style, draw_grid, look, new_figure
+from sembra.local.pictures.style import (
+    LOAD,
+    LineStyle,
+    curve_style,
+    draw_grid,
+    look,
+    new_figure,
+    write_legend,
+)
 
 FIRST_TIME = 1.0
 """Left end of the time axis [days]: a logarithmic axis has no day 0."""
@@ -230,12 +238,9 @@ def _draw_settlement(axes: Axes, curves: Sequence[Curve], legend_title: str) -> 
     room = 0.06 * (deepest - highest or 1.0)
     axes.set_ylim(deepest + room, highest - (room if highest < 0 else 0))
     axes.set_ylabel("Settlement [m]")
-    axes.legend(
-        loc="best", title=legend_title, alignment="left", frameon=True, edgecolor="none",
-        handlelength=2.8,
-    )  # fmt: skip
     draw_grid(axes)
     _write_last_settlements(axes, curves)
+    write_legend(axes, legend_title)
 
 
 def _write_last_settlements(axes: Axes, curves: Sequence[Curve]) -> None:

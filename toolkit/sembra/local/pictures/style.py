@@ -9,6 +9,8 @@ from typing import Any
 import matplotlib.pyplot as plt
 from matplotlib.axes import Axes
 from matplotlib.figure import Figure
+from matplotlib.legend import Legend
+from matplotlib.transforms import ScaledTranslation
 
 from sembra.core import Color
 
@@ -103,6 +105,33 @@ def draw_grid(axes: Axes) -> None:
     axes.grid(True, which="minor", axis="x", color=GRID, linewidth=0.4)
     axes.tick_params(which="both", direction="in", color=INK)
     axes.set_axisbelow(True)
+
+
+def write_legend(axes: Axes, title: str | None = None) -> None:
+    """Write the legend of finished axes where it hides no curve.
+
+    That is the place among the curves with most room, or beside the axes where none has enough.
+    """
+    legend = _legend(axes, title, loc="best")
+    figure = figure_of(axes)
+    figure.draw_without_rendering()
+    place = legend.get_window_extent()
+    named = [line for line in axes.lines if not str(line.get_label()).startswith("_")]
+    curves = [line.get_path().transformed(line.get_transform()) for line in named]
+    if any(curve.intersects_bbox(place, filled=False) for curve in curves):
+        legend.remove()
+        taken = (axes.get_tightbbox() or axes.bbox).x1 - axes.bbox.x1
+        beside = ScaledTranslation(taken / figure.dpi, 0.0, figure.dpi_scale_trans)
+        _legend(
+            axes, title, loc="upper left", bbox_to_anchor=(1.0, 1.0),
+            bbox_transform=axes.transAxes + beside,
+        )  # fmt: skip
+
+
+def _legend(axes: Axes, title: str | None, **place: Any) -> Legend:
+    return axes.legend(
+        title=title, alignment="left", frameon=True, edgecolor="none", handlelength=3.2, **place
+    )
 
 
 def fill_color(color: Color) -> str:
