@@ -3,7 +3,7 @@
 from html.parser import HTMLParser
 
 ADDRESSES = {"href", "src", "srcset", "action", "data", "poster", "xlink:href"}
-VOID = {"meta", "link", "br", "hr", "img", "input"}
+VOID = {"meta", "link", "br", "wbr", "hr", "img", "input"}
 
 
 class ReadPage(HTMLParser):

@@ -14,6 +14,7 @@ from sembra.local.look.check import Check, check
 from sembra.local.look.drains import drains, schedule
 from sembra.local.look.drawing import Drawing
 from sembra.local.look.ground import layers
+from sembra.local.look.line_breaks import breakable
 from sembra.local.look.loads import loads
 from sembra.local.look.options import Fact, identification, options
 from sembra.local.look.page_pictures import picture_of_model, pictures_of_results
@@ -201,3 +202,4 @@ _environment = Environment(
     trim_blocks=True,
     lstrip_blocks=True,
 )
+_environment.filters["breakable"] = breakable
