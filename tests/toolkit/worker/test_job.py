@@ -145,8 +145,8 @@ def test_numbers_that_break_the_arithmetic_are_out_of_range(
 def test_ground_that_loses_its_height_is_remarked_on() -> None:
     soft = {"SoilCp": 0.5, "SoilCp1": 0.5}
     assert run_job(job(input_text(soils={"Clay": soft})))["remarks"] == [
-        "Layers of Clay are compressed by more than their height. See whether the parameters and "
-        "the loads are as they are meant."
+        "The material Clay is compressed by more than the height of a layer. See whether the "
+        "parameters and the loads are as they are meant."
     ]
 
 
@@ -160,7 +160,7 @@ def test_a_superelevation_after_the_end_never_comes() -> None:
     remarks = run_job(job(input_text(options=options, end=10000)))["remarks"]
     assert remarks[0] == (
         'The load "Superelevation" comes when the calculation has ended, after 10000 days, and '
-        "causes nothing."
+        "so without effect."
     )
 
 
@@ -173,7 +173,7 @@ def test_dissipation_of_soil_that_would_float_without_initial_loads_is_left_away
         options={"Dissipation": 1},
     )
     floats, remark = run_job(job(text))["remarks"]
-    assert floats.startswith("The material Clay would float")
+    assert floats.startswith("The material Clay weighs less than water")
     assert remark.startswith("The dissipation is left away. The pore pressure carries more than ")
     assert "[Dissipation in Layers]" not in calculated(text)
 

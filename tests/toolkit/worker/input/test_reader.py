@@ -130,9 +130,10 @@ def test_load_after_the_end() -> None:
     text = input_text(loads=[("Fill", 10, 20.0, 1.5, 0.0)], end=10)
     project = read_project(text)
     assert project.loads == ()
-    assert project.remarks == (
-        'The load "Fill" comes when the calculation has ended, after 10 days, and causes nothing.',
-    )
+    assert [str(remark) for remark in project.remarks] == [
+        'The load "Fill" comes when the calculation has ended, after 10 days, and so without '
+        "effect."
+    ]
 
 
 @pytest.mark.parametrize("encoding", ["utf-8", "utf-8-sig", "cp1252"])

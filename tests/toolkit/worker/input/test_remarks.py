@@ -3,19 +3,20 @@
 import pytest
 from sembra.local.worker.input import read_project
 from sembra.local.worker.job import run_job
+from sembra.local.worker.remark import sentences
 
 from tests.toolkit.worker.input_file import calculated, input_text, job
 
 DARCY, TERZAGHI = 0, 1
 COEFFICIENT, PERMEABILITY = 0, 1
 FAST = (
-    "The material Clay consolidates almost at once: its coefficient of consolidation is 3 m²/s, "
+    "The material Clay consolidates almost at once: the coefficient of consolidation is 3 m²/s, "
     "and that of clay some 1e-8 to 1e-6 m²/s. See whether it is stated, and in m²/s, or mark the "
-    "material as drained."
+    "soil as drained."
 )
 FLOATS = (
-    "The material Clay would float: below the phreatic level it weighs 9.5 kN/m³, less than water "
-    "of 10 kN/m³."
+    "The material Clay weighs less than water and would float: 9.5 kN/m³ below the phreatic "
+    "level, where water has 10 kN/m³."
 )
 
 
@@ -28,7 +29,7 @@ def remarks(
         soils={"Clay": {f"Soil{key}": value for key, value in clay.items()}},
         phreatic_level=phreatic_level,
     )
-    return [*read_project(text).remarks]
+    return sentences(read_project(text).remarks)
 
 
 def test_a_coefficient_in_another_unit_is_told() -> None:
@@ -60,8 +61,8 @@ def test_each_remark_stands_once_in_the_result_file_and_with_the_result() -> Non
         loads=[("Fill", 0, 20.0, 1.0, 0.0), ("Late", 10_000, 20.0, 1.0, 0.0)],
     )
     late = (
-        'The load "Late" comes when the calculation has ended, after 10000 days, and causes '
-        "nothing."
+        'The load "Late" comes when the calculation has ended, after 10000 days, and so '
+        "without effect."
     )
     expected = [late, FAST, FLOATS]
     assert run_job(job(text))["remarks"] == expected
@@ -70,8 +71,9 @@ def test_each_remark_stands_once_in_the_result_file_and_with_the_result() -> Non
 
 
 def test_a_residual_settlement_after_the_end_is_left_away() -> None:
-    project = read_project(input_text(times=[100.0, 10_000.0, 10_001.0]))
+    project = read_project(input_text(times=[100.0, 10_000.0, 10_001.0, 10_002.0]))
     assert project.residual_times == (100.0, 10_000.0)
     assert project.remarks == (
-        "There is no residual settlement after 10001 days: the calculation ends after 10000 days.",
+        "There is no residual settlement after 10001 and 10002 days: the calculation ends after "
+        "10000 days.",
     )

@@ -2,6 +2,7 @@
 
 import numpy as np
 import pytest
+from sembra.local.worker.remark import sentences
 from sembra.local.worker.soil_models.isotache import Isotache
 from sembra.local.worker.soil_models.koppejan import Koppejan
 from sembra.local.worker.soil_models.soil_model import Elements
@@ -14,13 +15,18 @@ from tests.toolkit.worker.soil_models.made_elements import elements
 STATED = {"cp": 50.0, "cp1": 12.5, "cs": 300.0, "cs1": 75.0, "ap": 40.0, "asec": 250.0}
 UP, OFF = [60.0, 60.0], [30.0, 30.0]
 LOADED = (
-    "The material {name} is loaded, so that it settles far too much: its constants {constants} are "
-    "both 1, their value where none is stated. State them."
+    "The material {name} settles far too much when loaded: the constants {constants} are both 1, "
+    "their value where none is stated. State them."
 )
 UNLOADED = (
-    "The material {name} is unloaded, so that it heaves far too much: its constants Ap and Asec "
-    "are both 1, their value where none is stated. State them, or have them follow Cp and Cs."
+    "The material {name} heaves far too much when unloaded: the constants Ap and Asec are both 1, "
+    "their value where none is stated. State them, or have them follow Cp and Cs."
 )
+
+
+def in_plural(sentence: str) -> str:
+    """A sentence on both materials."""
+    return sentence.replace("material {name}", "materials Peat and Clay").replace("s far", " far")
 
 
 def remarks(*stresses: list[float], peat: dict[str, float], clay: dict[str, float]) -> list[str]:
@@ -30,7 +36,7 @@ def remarks(*stresses: list[float], peat: dict[str, float], clay: dict[str, floa
         for name, constants in (("Peat", peat), ("Clay", clay))
     ]
     found = Elements(soils, np.array([40.0, 40.0]), np.array([50.0, 50.0]))
-    return Koppejan(found, options()).remarks([np.array(stress) for stress in stresses])
+    return sentences(Koppejan(found, options()).remarks([np.array(one) for one in stresses]))
 
 
 @pytest.mark.parametrize(
@@ -51,12 +57,10 @@ def test_unloading() -> None:
 def test_all_that_is_unstated_is_remarked_on_once() -> None:
     none = dict.fromkeys(STATED, 1.0)
     found = remarks(UP, OFF, UP, peat=none, clay=none)
-    expected = [
-        LOADED.format(name=name, constants=constants)
-        for constants in ("Cp and Cp'", "Cs and Cs'")
-        for name in ("Peat", "Clay")
-    ]
-    assert found == expected + [UNLOADED.format(name=name) for name in ("Peat", "Clay")]
+    loaded, unloaded = (in_plural(sentence) for sentence in (LOADED, UNLOADED))
+    assert found == [
+        loaded.format(constants="Cp and Cp'"), loaded.format(constants="Cs and Cs'"), unloaded,
+    ]  # fmt: skip
 
 
 def test_only_the_material_that_is_loaded_counts() -> None:

@@ -6,6 +6,7 @@ from sembra.local.jobs.reporting import Report
 from sembra.local.worker.calculation import calculate
 from sembra.local.worker.failures import OUT_OF_RANGE, WorkerError
 from sembra.local.worker.input import read_project
+from sembra.local.worker.remark import sentences
 from sembra.local.worker.result import write_results
 
 
@@ -29,7 +30,7 @@ def calculate_file(text: str, report: Report) -> tuple[str, list[str]]:
             project = read_project(text)
             results = calculate(project, lambda fraction: report(0.9 * fraction))
             told = (*project.remarks, *(remark for one in results for remark in one.remarks))
-            remarks = list(dict.fromkeys(told))
+            remarks = sentences(told)
             return write_results(text, project, results, remarks), remarks
     except ArithmeticError as error:
         raise WorkerError(OUT_OF_RANGE) from error

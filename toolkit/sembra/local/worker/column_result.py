@@ -13,6 +13,7 @@ from numpy.typing import NDArray
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.mesh import Mesh
+from sembra.local.worker.remark import Remark
 from sembra.local.worker.soil_models.layer_settlement import LayerSettlement
 
 
@@ -100,7 +101,7 @@ class ColumnResult:
         layer_settlements: Settlement of each layer by kind, for NEN-Koppejan; None for the other
             models.
         dissipation: Where the input file wants it, else None.
-        remarks: What the user should know about it, as whole sentences.
+        remarks: What the user should know about it.
         superelevation: cross-section of the superelevation, in m², if the profile is maintained.
     """
 
@@ -112,5 +113,5 @@ class ColumnResult:
     load_settlements: Floats | None
     layer_settlements: tuple[LayerSettlement, ...] | None
     dissipation: Dissipation | None = None
-    remarks: tuple[str, ...] = ()
+    remarks: tuple[Remark | str, ...] = ()
     superelevation: float | None = None

@@ -129,4 +129,5 @@ def named(kind: str, names: Sequence[str], verb: str = "need") -> str:
         verb: What they do, in the plural.
     """
     several = len(names) > 1
-    return f"The {kind}{'s' * several} {listed(names)} {verb}{'s' * (not several)}"
+    does = verb if several else "is" if verb == "are" else f"{verb}s"
+    return f"The {kind}{'s' * several} {listed(names)} {does}"

@@ -8,6 +8,7 @@ from sembra.local.worker.ground.column import Column
 from sembra.local.worker.loads.load import Load
 from sembra.local.worker.loads.superelevation import MaintainedProfile
 from sembra.local.worker.options import Options
+from sembra.local.worker.remark import Remark
 from sembra.local.worker.soil_models.soil_model import SoilModel
 
 
@@ -29,7 +30,7 @@ class Project:
     load_areas: tuple[float, ...] = ()
     drains: Drains | None = None
     profile: MaintainedProfile | None = None
-    remarks: tuple[str, ...] = ()
+    remarks: tuple[Remark | str, ...] = ()
 
     @property
     def sinks_by_steps(self) -> bool:

@@ -19,6 +19,7 @@ from sembra.local.worker.loads.stresses import (
 )
 from sembra.local.worker.options import Options
 from sembra.local.worker.project import Project
+from sembra.local.worker.remark import Remark
 from sembra.local.worker.soil_models.soil_model import Elements
 
 
@@ -112,13 +113,14 @@ def _elements(
     return Elements(materials, stress, pressure)
 
 
-def _too_soft(s: Situation, consolidated: Consolidated) -> list[str]:
+def _too_soft(s: Situation, consolidated: Consolidated) -> list[Remark]:
     """Tell of layers that settle by more than there is of them, as linear strain has no limit."""
     heights = np.bincount(s.mesh.element_layers, s.mesh.thicknesses)
     most = (consolidated.strain * s.mesh.thicknesses).max(axis=0)
     compressed = np.bincount(s.mesh.element_layers, most) / heights > 1
-    return [
-        f"Layers of {name} are compressed by more than their height. See whether the parameters "
-        "and the loads are as they are meant."
-        for name in s.model.elements.names_where(compressed[s.mesh.element_layers])
-    ]
+    what = (
+        "compressed by more than the height of a layer. See whether the parameters and the loads "
+        "are as they are meant"
+    )
+    names = s.model.elements.names_where(compressed[s.mesh.element_layers])
+    return [Remark("material", tuple(names), "are", what)] if names else []

@@ -3,8 +3,10 @@
 from collections.abc import Iterable, Iterator, Sequence
 
 from sembra.local.worker.consolidation.interface import Consolidation
+from sembra.local.worker.failures import listed
 from sembra.local.worker.ground.column import Column
 from sembra.local.worker.ground.material import StorageType
+from sembra.local.worker.remark import Remark
 
 FASTEST = 1e-3
 """The greatest likely coefficient of consolidation of soil that holds back water, in m²/s.
@@ -14,36 +16,35 @@ nobody has stated it: where none is stated it is 10 m²/s.
 """
 
 
-def late_loads(names: Iterable[str], end: float) -> Iterator[str]:
-    """Return a remark on each load that comes when the calculation is over.
+def late_loads(names: Sequence[str], end: float) -> Iterator[Remark]:
+    """Return a remark on the loads that come when the calculation is over.
 
     Args:
         names: Their names.
         end: End of the calculation, in days.
     """
-    for name in names:
-        yield (
-            f'The load "{name}" comes when the calculation has ended, after {end:g} days, and '
-            "causes nothing."
-        )
+    if names:
+        quoted = tuple(f'"{name}"' for name in names)
+        what = f"when the calculation has ended, after {end:g} days, and so without effect"
+        yield Remark("load", quoted, "come", what)
 
 
 def late_times(times: Iterable[float], end: float) -> Iterator[str]:
-    """Return a remark on each time of a residual settlement at which nothing is calculated.
+    """Return a remark on the times of a residual settlement at which nothing is calculated.
 
     Args:
         times: The times, in days.
         end: End of the calculation, in days.
     """
-    for time in times:
-        if time > end:
-            yield (
-                f"There is no residual settlement after {time:g} days: the calculation ends after "
-                f"{end:g} days."
-            )
+    late = [f"{time:g}" for time in times if time > end]
+    if late:
+        yield (
+            f"There is no residual settlement after {listed(late)} days: the calculation ends "
+            f"after {end:g} days."
+        )
 
 
-def fast_consolidation(columns: Sequence[Column], consolidation: Consolidation) -> Iterator[str]:
+def fast_consolidation(columns: Sequence[Column], consolidation: Consolidation) -> Iterator[Remark]:
     """Return a remark on each material that consolidates at once, though it isn't drained.
 
     Args:
@@ -59,14 +60,15 @@ def fast_consolidation(columns: Sequence[Column], consolidation: Consolidation) 
     for name, flow in flows.items():
         counts = consolidation.by_coefficient or flow.kind is StorageType.COEFFICIENT
         if counts and flow.cv > FASTEST:
-            yield (
-                f"The material {name} consolidates almost at once: its coefficient of "
-                f"consolidation is {flow.cv:g} m²/s, and that of clay some 1e-8 to 1e-6 m²/s. See "
-                "whether it is stated, and in m²/s, or mark the material as drained."
+            what = (
+                f"almost at once: the coefficient of consolidation is {flow.cv:g} m²/s, and that "
+                "of clay some 1e-8 to 1e-6 m²/s. See whether it is stated, and in m²/s, or mark "
+                "the soil as drained"
             )
+            yield Remark("material", (name,), "consolidate", what)
 
 
-def light_soil(columns: Sequence[Column], water_unit_weight: float) -> Iterator[str]:
+def light_soil(columns: Sequence[Column], water_unit_weight: float) -> Iterator[Remark]:
     """Return a remark on each material under water that weighs less than water.
 
     Args:
@@ -81,7 +83,8 @@ def light_soil(columns: Sequence[Column], water_unit_weight: float) -> Iterator[
     }
     for name, unit_weight in under_water.items():
         if unit_weight < water_unit_weight:
-            yield (
-                f"The material {name} would float: below the phreatic level it weighs "
-                f"{unit_weight:g} kN/m³, less than water of {water_unit_weight:g} kN/m³."
+            what = (
+                f"less than water and would float: {unit_weight:g} kN/m³ below the phreatic level, "
+                f"where water has {water_unit_weight:g} kN/m³"
             )
+            yield Remark("material", (name,), "weigh", what)

@@ -17,6 +17,7 @@ import numpy as np
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.options import Options
+from sembra.local.worker.remark import Remark
 from sembra.local.worker.soil_models.soil_model import (
     Elements,
     ParameterValues,
@@ -75,14 +76,14 @@ class CreepIsotaches(SoilModel):
             before = drained
         return result
 
-    def remarks(self, _stresses: Sequence[Floats]) -> list[str]:
+    def remarks(self, _stresses: Sequence[Floats]) -> list[Remark]:
         """Tell of materials that are softer in reloading than in virgin compression."""
         softer = self.elements.names_where(self.a > self.b)
-        return [
-            f"The material {name} is softer in reloading than in virgin compression: its constant "
-            "a (or RR, Cr) should not be above b (CR, Cc)."
-            for name in softer
-        ]
+        what = (
+            "softer in reloading than in virgin compression: the constant a (or RR, Cr) should "
+            "not be above b (CR, Cc)"
+        )
+        return [Remark("material", tuple(softer), "are", what)] if softer else []
 
     def begin(self) -> StrainHistory:
         """Return the history of the elements at time 0."""

@@ -17,6 +17,7 @@ from numpy.typing import NDArray
 
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.options import Options
+from sembra.local.worker.remark import Remark
 from sembra.local.worker.soil_models.layer_settlement import LayerSettlement, SettlementParts
 from sembra.local.worker.soil_models.soil_model import (
     Elements,
@@ -130,7 +131,7 @@ class Koppejan(SoilModel):
             for layer in range(int(layers[-1]) + 1)
         )
 
-    def remarks(self, stresses: Sequence[Floats]) -> list[str]:
+    def remarks(self, stresses: Sequence[Floats]) -> list[Remark]:
         """Tell of loading or unloading of a material whose constants nobody has stated."""
         return unstated_constants(self.elements, self.paths(stresses))
 

@@ -16,6 +16,7 @@ from numpy.typing import NDArray
 from sembra.local.worker.arrays import Floats
 from sembra.local.worker.ground.material import Material
 from sembra.local.worker.options import Options
+from sembra.local.worker.remark import Remark
 from sembra.local.worker.soil_models.layer_settlement import LayerSettlement
 
 
@@ -143,8 +144,8 @@ class SoilModel(ABC):
     def begin(self) -> StrainHistory:
         """Return the history of the elements at time 0, when they have no strain yet."""
 
-    def remarks(self, _stresses: Sequence[Floats], /) -> list[str]:
-        """Return what the user should know about the parameters, as whole sentences.
+    def remarks(self, _stresses: Sequence[Floats], /) -> list[Remark]:
+        """Return what the user should know about the parameters.
 
         Args:
             stresses: Effective stress of the elements after each load step, in kPa.

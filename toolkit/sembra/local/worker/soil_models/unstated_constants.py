@@ -11,20 +11,21 @@ from collections.abc import Sequence
 
 import numpy as np
 
+from sembra.local.worker.remark import Remark
 from sembra.local.worker.soil_models.soil_model import Elements
 from sembra.local.worker.soil_models.stress_path import StressPath
 
 _UNSTATED = 1.0
 _ROUNDING = 1e-6
 _KINDS = (
-    ("cp", "cp1", "Cp and Cp'", "loaded, so that it settles", ""),
-    ("cs", "cs1", "Cs and Cs'", "loaded, so that it settles", ""),
-    ("ap", "asec", "Ap and Asec", "unloaded, so that it heaves", ", or have them follow Cp and Cs"),
+    ("cp", "cp1", "Cp and Cp'", "settle", "loaded", ""),
+    ("cs", "cs1", "Cs and Cs'", "settle", "loaded", ""),
+    ("ap", "asec", "Ap and Asec", "heave", "unloaded", ", or have them follow Cp and Cs"),
 )
 
 
-def unstated_constants(elements: Elements, paths: Sequence[StressPath]) -> list[str]:
-    """Return a sentence for each material that a strain is calculated for without its constants.
+def unstated_constants(elements: Elements, paths: Sequence[StressPath]) -> list[Remark]:
+    """Return a remark on the materials that a strain is calculated for without their constants.
 
     Args:
         elements: The elements of a column.
@@ -32,13 +33,14 @@ def unstated_constants(elements: Elements, paths: Sequence[StressPath]) -> list[
     """
     loaded = np.any([(path.below > _ROUNDING) | (path.above > _ROUNDING) for path in paths], axis=0)
     unloaded = np.any([path.swelling < -_ROUNDING for path in paths], axis=0)
-    remarks: list[str] = []
-    for one, other, names, what, hint in _KINDS:
+    remarks: list[Remark] = []
+    for one, other, constants, verb, cause, hint in _KINDS:
         concerned = unloaded if one == "ap" else loaded
         unstated = (elements.parameter(one) == _UNSTATED) & (elements.parameter(other) == _UNSTATED)
-        remarks.extend(
-            f"The material {name} is {what} far too much: its constants {names} are both 1, their "
-            f"value where none is stated. State them{hint}."
-            for name in elements.names_where(concerned & unstated)
-        )
+        if names := elements.names_where(concerned & unstated):
+            what = (
+                f"far too much when {cause}: the constants {constants} are both 1, their value "
+                f"where none is stated. State them{hint}"
+            )
+            remarks.append(Remark("material", tuple(names), verb, what))
     return remarks
