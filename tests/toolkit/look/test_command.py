@@ -110,7 +110,7 @@ def test_pictures_that_cannot_be_drawn(
     with pytest.raises(SystemExit) as end:
         main(["made.sli"])
     assert end.value.code == 2
-    assert "need matplotlib: pip install sembra-local[pictures]" in capsys.readouterr().err
+    assert "need matplotlib: pip install matplotlib" in capsys.readouterr().err
 
 
 def test_pictures_that_cannot_be_drawn_by_the_module_that_is_run() -> None:
@@ -127,7 +127,7 @@ def test_pictures_that_cannot_be_drawn_by_the_module_that_is_run() -> None:
         env={**os.environ, "PYTHONPATH": os.pathsep.join(filter(None, sys.path))},
     )
     assert done.returncode == 2
-    assert "need matplotlib: pip install sembra-local[pictures]" in done.stderr
+    assert "need matplotlib: pip install matplotlib" in done.stderr
 
 
 def test_the_command_is_run_by_its_module() -> None:

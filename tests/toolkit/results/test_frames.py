@@ -125,6 +125,5 @@ def test_without_pandas_the_reason_is_told() -> None:
     run = subprocess.run([sys.executable, "-c", program], capture_output=True, text=True)
     assert run.returncode == 1
     assert run.stderr.splitlines()[-1] == (
-        "ModuleNotFoundError: data frames need pandas, which is not installed: "
-        "pip install sembra-local[frames]"
+        "ModuleNotFoundError: data frames need pandas, which is not installed: pip install pandas"
     )

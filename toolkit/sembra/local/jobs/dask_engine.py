@@ -161,7 +161,7 @@ def _connect(address: str) -> Any:
     except ImportError as error:
         raise EngineError(
             "The setting SEMBRA_EXECUTOR names a Dask cluster, but Dask's package 'distributed'"
-            " is not installed: install sembra-local[dask]"
+            " is not installed: pip install distributed"
         ) from error
     try:
         return distributed.Client(address, timeout=CONNECTION_LIMIT, set_as_default=False)

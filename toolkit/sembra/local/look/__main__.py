@@ -26,7 +26,7 @@ def main(arguments: list[str] | None = None) -> int:
     try:
         import matplotlib
     except ModuleNotFoundError:
-        parser.error("the pictures need matplotlib: pip install sembra-local[pictures]")
+        parser.error("the pictures need matplotlib: pip install matplotlib")
     matplotlib.use("agg")
     from sembra.local.look.page import read_page, render
 

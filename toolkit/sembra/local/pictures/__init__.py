@@ -3,7 +3,7 @@
 Each takes a model or results, draws on the given axes or on a figure of its own, and returns the
 axes. In a notebook the picture appears below the cell; in a program, `save(axes,
 "picture.png")` writes it. matplotlib has to be installed
-(`pip install sembra-local[pictures]`).
+(`pip install matplotlib`).
 """
 
 from sembra.local.pictures.column import soil_column

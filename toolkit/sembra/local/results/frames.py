@@ -113,7 +113,7 @@ def _stacked(first: Sequence[str], tables: Iterable[Columns]) -> "DataFrame":
         import pandas as pd
     except ModuleNotFoundError as error:
         raise ModuleNotFoundError(
-            "data frames need pandas, which is not installed: pip install sembra-local[frames]",
+            "data frames need pandas, which is not installed: pip install pandas",
             name=error.name,
         ) from error
     frames = [

@@ -41,7 +41,7 @@ class ResultFile(OutputFileParser):
       mapping.
 
     Beyond that it has the `dissipation` of the layers, and all results as data frames, for which
-    pandas has to be installed (`pip install sembra-local[frames]`).
+    pandas has to be installed (`pip install pandas`).
     """
 
     _STRESSES_PATTERN = re.compile(
