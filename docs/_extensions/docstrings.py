@@ -1,9 +1,12 @@
-"""Docstrings of the module as reStructuredText.
+"""Docstrings and signatures of the module as the documentation has them.
 
-They are written to be read in `help()` and an editor: arguments as `name: text` with further lines
-indented, examples indented by four columns. Here the first become lists, the second literal blocks.
+Docstrings are written to be read in `help()` and an editor: arguments as `name: text` with further
+lines indented, examples indented by four columns. Here the first become lists, the second literal
+blocks. Signatures name types without their modules, some by names of the module's own, and
+leave `None` out where an argument is None by default; here they are as annotations have them.
 """
 
+import ast
 import re
 from typing import Any
 
@@ -12,6 +15,8 @@ from sphinx.application import Sphinx
 _ITEM = re.compile(r"(?P<names>\w+(?:\.\.\.)?(?:, \w+(?:\.\.\.)?)*):(?: (?P<text>.*))?")
 _STEM = re.compile(r"\w+_\.\.\.")
 _MODULE = "sembra.external.dsettlement"
+_OF_CORE = {"Color", "File"}
+"""Types that stand in `sembra.core`."""
 
 
 def to_restructured(lines: list[str]) -> list[str]:
@@ -48,8 +53,45 @@ def _process(
         lines[:] = to_restructured(lines)
 
 
+class _PublicNames(ast.NodeTransformer):
+    """Gives types the names that annotations have for them, with modules where they need them."""
+
+    def visit_Name(self, node: ast.Name) -> ast.Name:
+        name = node.id.removeprefix("_")
+        return ast.Name(f"sembra.core.{name}" if name in _OF_CORE else name)
+
+
+def to_public_types(signature: str) -> str:
+    """Return a signature with types as annotations have them, None by default among them."""
+    [function] = ast.parse(f"def function{signature}: ...").body
+    assert isinstance(function, ast.FunctionDef)
+    given = function.args
+    positional = [*given.posonlyargs, *given.args]
+    defaults: list[ast.expr | None] = [None] * (len(positional) - len(given.defaults))
+    defaults += [*given.defaults, *given.kw_defaults]
+    for argument, default in zip([*positional, *given.kwonlyargs], defaults, strict=True):
+        nothing = isinstance(default, ast.Constant) and default.value is None
+        if nothing and argument.annotation:
+            argument.annotation = ast.BinOp(argument.annotation, ast.BitOr(), ast.Constant(None))
+    return f"({ast.unparse(_PublicNames().visit(given))})"
+
+
+def to_public_type(returned: str) -> str:
+    """Return the type of what a function gives back as annotations have it."""
+    return ast.unparse(_PublicNames().visit(ast.parse(returned, mode="eval")))
+
+
+def _process_signature(
+    app: Sphinx, what: str, name: str, target: Any, options: Any, signature: str, returned: str
+) -> tuple[str, str] | None:
+    if name.startswith(_MODULE) and signature:
+        return to_public_types(signature), returned and to_public_type(returned)
+    return None
+
+
 def setup(app: Sphinx) -> dict[str, bool]:
     """Let Sphinx know."""
     # Ahead of the sections of other docstrings, which these don't have.
     app.connect("autodoc-process-docstring", _process, priority=400)
+    app.connect("autodoc-process-signature", _process_signature)
     return {"parallel_read_safe": True, "parallel_write_safe": True}

@@ -83,35 +83,38 @@ among them are D-Settlement's own codes and switches.
 initial_void_ratio: initial void ratio [-].
 cohesion: cohesion [kPa].
 phi: angle of internal friction [deg].
-precon_isotache_type, precon_koppejan_type: which of ocr, pc and pop counts.
-use_equivalent_age: whether the equivalent age counts.
+precon_isotache_type, precon_koppejan_type: what gives the preconsolidation pressure: 0 for ocr,
+    1 for pc, 2 for pop. The first counts for NEN_BJERRUM and ISOTACHE, the second for
+    NEN_KOPPEJAN.
+use_equivalent_age: 1 if the equivalent age counts, 0 if not.
 equivalent_age: equivalent age [days].
 pc: preconsolidation pressure [kPa].
 ocr: overconsolidation ratio [-].
 pop: pre-overburden pressure [kPa].
 limit_stress: limit stress [kPa].
-drained: whether the layer drains.
-ap_as_approximation_by_cp_cs: whether ap and asec follow from cp and cs.
+drained: 1 if the layer drains, without consolidation; 0 if it consolidates.
+ap_as_approximation_by_cp_cs: 1 if ap and asec follow from cp and cs, 0 if not.
 cv: vertical consolidation coefficient [m²/s].
 permeability_ver: vertical permeability [m/day].
 permeability_hor_factor: ratio of horizontal to vertical permeability [-].
 permeability_strain_modulus: permeability strain modulus [-].
-storage_type: which of these describes the storage.
-use_prob_defaults: whether the defaults hold for what follows of a parameter's spread.
+storage_type: what DARCY takes of these: 0 for cv, 1 for permeability_ver, 2 for permeability_ver
+    that falls with strain by permeability_strain_modulus.
+use_prob_defaults: 1 if the defaults hold for what follows of a parameter's spread, 0 if not.
 std_...: standard deviation of the parameter of that name, in its unit.
-dist_...: its distribution.
+dist_...: its distribution, for a reliability analysis, as a code of D-Settlement.
 cor_...: correlation of two parameters [-].
 cp, cp1: primary compression below and above the preconsolidation pressure [-].
 cs, cs1: secular compression below and above it [-].
 ap, asec: primary and secular swelling [-].
 car, ca: secondary compression when reloading and at first loading [-].
-comp_ratio: whether ratios or indices count.
+comp_ratio: what NEN_BJERRUM takes: 1 for the ratios, 0 for the indices, with initial_void_ratio.
 r_ratio, c_ratio, s_ratio: reloading, compression and swelling ratio [-].
 cr_index, cc_index, csw_index: the same as indices [-].
 pri_comp_index, sec_comp_index, sec_comp_rate: isotache parameters a, b and c [-].
-horizontal_behaviour_type: how soil behaves horizontally.
+horizontal_behaviour_type: how soil behaves horizontally, as a code of D-Settlement.
 elasticity: elasticity, for the horizontal behaviour [kPa].
-default_elasticity: whether the default elasticity counts.
+default_elasticity: 1 if the default elasticity counts, 0 if not.
 
 Raises ModelError if the name exists already or is too long; the model then stays as it was.)",
                  longest_name);
