@@ -5,6 +5,8 @@ All others are run where they stand, page by page.
 
 import inspect
 import re
+import subprocess
+import sys
 import textwrap
 from pathlib import Path
 
@@ -51,3 +53,11 @@ def test_the_study_runs_and_its_files_can_be_read_by_a_pool(
     script.write_text(here + POOL)
     printed = run_example(str(script)).splitlines()
     assert printed == [f"{n}: {value[2]:.3f} m" for n, value in enumerate(values)]
+
+
+def test_the_pool_says_so_where_there_is_nothing_to_read(tmp_path: Path) -> None:
+    done = subprocess.run(
+        [sys.executable, "-c", POOL], cwd=tmp_path, capture_output=True, text=True, timeout=60
+    )
+    assert done.returncode == 1
+    assert done.stderr == "There is no result file (.sld) in the folder results.\n"
