@@ -1,15 +1,32 @@
 """The story of the embankment by other models: a table, and the picture of what is left."""
 
+# matplotlib says nothing of the types of its keyword arguments.
+# pyright: reportUnknownMemberType=false
+
 from pathlib import Path
 
+from matplotlib.axes import Axes
 from rich.table import Table
-from sembra.local.pictures.style import LOAD, curve_style, draw_grid, look, new_figure, save
+from sembra.local.pictures.settlement import FIRST_TIME
+from sembra.local.pictures.style import (
+    LOAD,
+    curve_style,
+    draw_grid,
+    look,
+    new_figure,
+    prepare_time_axis,
+    save,
+    write_legend,
+)
 
 from examples import choice_of_model as story
 from examples.showcase.terminal import Terminal
 from examples.two_dimensional import OPENING
 
 NAME = "choice_of_model"
+
+ROOM_FOR_LABEL = 30
+"""Between the title and a diagram, for the name of the line of the opening, in points."""
 
 
 def tell(terminal: Terminal, folder: Path) -> None:
@@ -42,36 +59,38 @@ def _table(outcomes: dict[str, story.Outcome]) -> Table:
 def _draw(path: Path, outcomes: dict[str, story.Outcome]) -> None:
     """Draw settlement against time, and beside it what is left of it from the opening on."""
     with look():
-        figure = new_figure(10.0, 4.6)
-        settlement, residual = figure.subplots(1, 2)
+        settlement, residual = new_figure(11.0, 5.5).subplots(1, 2)
         for index, (name, outcome) in enumerate(outcomes.items()):
             color, line = curve_style(index)
-            later = [index for index, time in enumerate(outcome.times) if time > 0]
-            settlement.plot(
-                [outcome.times[i] for i in later],
-                [outcome.settlements[i] for i in later],
-                color=color, linestyle=line, label=name,
-            )  # fmt: skip
+            later = [index for index, time in enumerate(outcome.times) if time >= FIRST_TIME]
             opened = [index for index in later if outcome.times[index] >= OPENING]
-            residual.plot(
-                [outcome.times[i] for i in opened],
-                [outcome.residual[i] for i in opened],
-                color=color, linestyle=line, label=name,
-            )  # fmt: skip
-        settlement.axvline(OPENING, color=LOAD, linewidth=1.0, linestyle=":")
+            for axes, shown, values in (
+                (settlement, later, outcome.settlements),
+                (residual, opened, outcome.residual),
+            ):
+                axes.plot(
+                    [outcome.times[i] for i in shown], [values[i] for i in shown],
+                    color=color, linestyle=line, label=name,
+                )  # fmt: skip
+        end = max(outcome.times[-1] for outcome in outcomes.values())
+        _finish(settlement, "Settlement at the axis", "Settlement [m]", FIRST_TIME, end)
+        settlement.set_ylim(settlement.get_ylim()[1], 0.0)
+        settlement.axvline(OPENING, color=LOAD, linewidth=0.9, linestyle=(0, (4, 3)), zorder=2)
         settlement.annotate(
-            "opening", (OPENING, 0.98), xycoords=settlement.get_xaxis_transform(),
-            color=LOAD, ha="left", va="top", rotation=90,
+            f"opening\nday {OPENING}", (OPENING, 1.0), xycoords=settlement.get_xaxis_transform(),
+            xytext=(0, 3), textcoords="offset points", color=LOAD, ha="center", va="bottom",
         )  # fmt: skip
-        settlement.set_title("Settlement at the axis")
-        settlement.set_ylabel("settlement [m]")
-        settlement.invert_yaxis()
-        settlement.legend(loc="lower left")
-        residual.set_title("Still to come after the opening")
-        residual.set_ylabel("residual settlement [m]")
+        title = f"Still to come after the opening on day {OPENING}"
+        _finish(residual, title, "Residual settlement [m]", OPENING, end)
         residual.set_ylim(bottom=0.0)
         for axes in (settlement, residual):
-            axes.set_xscale("log")
-            axes.set_xlabel("time [days]")
-            draw_grid(axes)
+            write_legend(axes, "Model")
         save(settlement, path)
+
+
+def _finish(axes: Axes, title: str, label: str, first: float, end: float) -> None:
+    """Give a diagram its title and axes."""
+    axes.set_title(title, loc="left", pad=ROOM_FOR_LABEL)
+    prepare_time_axis(axes, first, end)
+    axes.set_ylabel(label)
+    draw_grid(axes)

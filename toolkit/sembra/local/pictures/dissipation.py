@@ -3,13 +3,14 @@
 from collections.abc import Sequence
 
 from matplotlib.axes import Axes
-from matplotlib.ticker import FuncFormatter, NullFormatter, PercentFormatter
+from matplotlib.ticker import PercentFormatter
 
 from sembra.local.pictures.style import (
     curve_style,
     draw_grid,
     look,
     new_figure,
+    prepare_time_axis,
     write_legend,
 )
 from sembra.local.results import ResultFile
@@ -57,14 +58,11 @@ def dissipation(
                 label=f"{number}{name}",
             )  # fmt: skip
         axes.set_title(title, loc="left", pad=12)
-        axes.set_xscale("log")
-        axes.set_xlim(FIRST_TIME, max(max(layer["time"]) for layer in layers.values()))
-        axes.xaxis.set_major_formatter(FuncFormatter(lambda time, _: f"{time:g}"))
-        axes.xaxis.set_minor_formatter(NullFormatter())
+        end = max(max(layer["time"]) for layer in layers.values())
+        prepare_time_axis(axes, FIRST_TIME, end, "Time since loading [days]")
         degrees = [degree for layer in layers.values() for degree in layer["degree"]]
         axes.set_ylim(max([1.0, *degrees]) + 0.02, min([0.0, *degrees]) - 0.02)
         axes.yaxis.set_major_formatter(PercentFormatter(1.0))
-        axes.set_xlabel("Time since loading [days]")
         axes.set_ylabel("Degree of consolidation")
         draw_grid(axes)
         write_legend(axes, "Layer, from the lowest")

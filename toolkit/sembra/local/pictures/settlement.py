@@ -6,7 +6,6 @@ from math import log10
 
 import numpy as np
 from matplotlib.axes import Axes
-from matplotlib.ticker import FuncFormatter, NullFormatter
 from sembra.external.dsettlement import OutputFileParser
 
 from sembra.local.pictures.labels_above import write_above
@@ -20,6 +19,7 @@ from sembra.local.pictures.style import (
     draw_grid,
     look,
     new_figure,
+    prepare_time_axis,
     write_legend,
 )
 
@@ -182,7 +182,7 @@ def draw_settlements(
         assert axes is not None
         assert upper is not None
         upper.set_title(title, loc="left", pad=ROOM_FOR_LABELS if steps else 12)
-        _prepare_time_axis(axes, end)
+        prepare_time_axis(axes, FIRST_TIME, end)
         _draw_settlement(axes, curves, legend_title)
         _mark_steps(upper, axes, steps, end, name_steps)
         return axes
@@ -195,14 +195,6 @@ def _labels_of_steps(steps: Sequence[LoadStep]) -> list[str]:
         adds = f"{'with ' if number > 1 else ''}{step.told}, {step.pressure:.1f} kPa"
         labels.append(f"{numbers}: {adds}")
     return labels
-
-
-def _prepare_time_axis(axes: Axes, end: float) -> None:
-    axes.set_xscale("log")
-    axes.set_xlim(FIRST_TIME, end)
-    axes.xaxis.set_major_formatter(FuncFormatter(lambda time, _: f"{time:g}"))
-    axes.xaxis.set_minor_formatter(NullFormatter())
-    axes.set_xlabel("Time [days]")
 
 
 def _draw_load(axes: Axes, steps: Sequence[LoadStep], end: float, label: str) -> None:

@@ -10,6 +10,7 @@ import matplotlib.pyplot as plt
 from matplotlib.axes import Axes
 from matplotlib.figure import Figure
 from matplotlib.legend import Legend
+from matplotlib.ticker import FuncFormatter, NullFormatter
 from matplotlib.transforms import ScaledTranslation
 
 from sembra.core import Color
@@ -105,6 +106,18 @@ def draw_grid(axes: Axes) -> None:
     axes.grid(True, which="minor", axis="x", color=GRID, linewidth=0.4)
     axes.tick_params(which="both", direction="in", color=INK)
     axes.set_axisbelow(True)
+
+
+def prepare_time_axis(axes: Axes, first: float, end: float, label: str = "Time [days]") -> None:
+    """Let times [days] run across from the first to the end by their logarithms, in plain numbers.
+
+    A logarithmic axis has no day 0.
+    """
+    axes.set_xscale("log")
+    axes.set_xlim(first, end)
+    axes.xaxis.set_major_formatter(FuncFormatter(lambda time, _: f"{time:g}"))
+    axes.xaxis.set_minor_formatter(NullFormatter())
+    axes.set_xlabel(label)
 
 
 def write_legend(axes: Axes, title: str | None = None) -> None:
