@@ -131,6 +131,24 @@ def test_each_column_sinks_by_its_own_settlement(by_darcy: bool) -> None:
     assert list(map(surface_settlement, results)) == pytest.approx(expected, abs=2e-7)
 
 
+def test_the_first_of_two_fills_settles_alone_as_deep_in_the_water_as_both_have_sunk() -> None:
+    stated = project(fill(3.0), fill(4.0, time=50.0), submerging=True, by_darcy=True)
+    options = replace(stated.options, each_step_alone=True)
+
+    def by_the_first(depth: float) -> float:
+        return (WET - WATER) * depth + DRY * (3.0 - depth)
+
+    def settlement(depth: float) -> float:
+        first = by_the_first(depth)
+        return virgin(TERRAIN, first, END) + virgin(TERRAIN + first, DRY, END - 50.0)
+
+    depth = fixed_point(settlement, 0.0, 3.0)
+    alone = virgin(TERRAIN, by_the_first(depth), END)
+    (result,) = calculated(replace(stated, options=options))
+    assert result.load_settlements is not None
+    assert result.load_settlements[-1, -2:].tolist() == pytest.approx([alone, depth], abs=2e-7)
+
+
 @pytest.mark.parametrize("by_darcy", [False, True])
 def test_all_columns_whose_loads_do_not_come_to_rest_are_named(
     monkeypatch: pytest.MonkeyPatch, by_darcy: bool
