@@ -84,7 +84,13 @@ def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0] if __doc__ else "")
     parser.add_argument("--count", type=int, default=60, help="mutants of each area")
     parser.add_argument("--seed", default="1", help="which of them")
-    parser.add_argument("--areas", nargs="*", default=[area.name for area in AREAS])
+    parser.add_argument(
+        "--areas",
+        nargs="*",
+        choices=[area.name for area in AREAS],
+        default=[area.name for area in AREAS],
+        help="; ".join(f"{area.name}: {area.what}" for area in AREAS),
+    )
     parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1, help="side by side")
     parser.add_argument("--list", action="store_true", help="only say which")
     parser.add_argument("--resume", action="store_true", help="go on with the last report")

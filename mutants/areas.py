@@ -8,9 +8,14 @@ SOURCES = Path("external/dsettlement")
 
 @dataclass(frozen=True)
 class Area:
-    """Some files and the tests that should notice a fault in them."""
+    """Some files and the tests that should notice a fault in them.
+
+    `name` chooses the sample too: under another name other faults are tried. `what` says what the
+    files do.
+    """
 
     name: str
+    what: str
     patterns: tuple[str, ...]
     tests: tuple[str, ...]
 
@@ -23,6 +28,7 @@ class Area:
 AREAS = (
     Area(
         "reader",
+        "reads result files",
         ("output/**/*.cpp", "output/**/*.hpp"),
         (
             # The quick ones first: most faults end the run there.
@@ -39,6 +45,7 @@ AREAS = (
     ),
     Area(
         "registers",
+        "enters points, curves and layers of a section, and finds them again",
         (
             "geometry/index/*.cpp",
             "geometry/index/*.hpp",
@@ -55,6 +62,7 @@ AREAS = (
     ),
     Area(
         "validation",
+        "refuses what a model must not hold",
         (
             "geometry/validation_2d.cpp",
             "geometry/geometry_1d.cpp",
@@ -71,6 +79,7 @@ AREAS = (
     ),
     Area(
         "drains",
+        "refuses vertical drains that can't be",
         ("soil/drain_*.cpp", "soil/vertical_drain.cpp"),
         ("tests/soil", "tests/model"),
     ),
