@@ -107,6 +107,14 @@ def await_file(content: Content) -> Result:
     return echo(content)
 
 
+def note_start_and_await_file(content: Content) -> Result:
+    """Add a line to the file that the body names, with who runs this, and wait for another file."""
+    path = Path(content["body"])
+    with path.open("a") as note:
+        note.write(f"{os.getppid()}\n")
+    return await_file({"body": str(path.with_suffix(".go"))})
+
+
 def count_side_by_side(content: Content) -> Result:
     """Return how many of these calls were seen to run at once, by files in a folder.
 

@@ -11,7 +11,7 @@ from pathlib import Path
 from typing import Any
 
 import pytest
-from sembra.local.jobs import dask_engine
+from sembra.local.jobs import dask_engine, dask_worker
 from sembra.local.jobs.callers import end_jobs_of
 from sembra.local.jobs.engine import chosen_engine
 from sembra.local.jobs.pool import WorkerPool
@@ -20,6 +20,7 @@ from sembra.local.study import run_study
 
 from examples import parametric_study as study
 from tests.toolkit import fake_jobs
+from tests.toolkit.jobs.clusters import address_of, new_cluster
 from tests.toolkit.processes import application, await_that, is_alive, sleeping_processes
 
 CONTENT = {"name": "x", "version": 1, "body": "abc"}
@@ -40,18 +41,6 @@ def test_cluster_that_is_not_there(monkeypatch: pytest.MonkeyPatch) -> None:
     monkeypatch.setattr(dask_engine, "CONNECTION_LIMIT", 0.5)
     with pytest.raises(JobError, match=rf"cluster at 127.0.0.1:{port} can't be reached"):
         run(CONTENT, 5)
-
-
-def new_cluster(workers: int) -> Any:
-    """Dask workers, each a process that is started anew when it dies."""
-    distributed = pytest.importorskip("distributed")
-    return distributed.LocalCluster(
-        n_workers=workers, threads_per_worker=1, processes=True, dashboard_address=":0"
-    )
-
-
-def address_of(cluster: Any) -> str:
-    return f"dask://{cluster.scheduler_address.removeprefix('tcp://')}"
 
 
 @pytest.fixture(scope="module")
@@ -79,8 +68,8 @@ def test_jobs_share_one_client(entry: Any) -> None:
     entry(fake_jobs.echo)
     for _ in range(3):
         assert run(CONTENT, 60) == {"files": {".sld": "abc"}, "error": None}
-    (client,) = dask_engine._clients.values()
-    assert client.status == "running"
+    (connection,) = dask_engine._connections.values()
+    assert connection.client.status == "running"
 
 
 @pytest.mark.usefixtures("cluster")
@@ -108,6 +97,7 @@ def test_time_out_ends_the_process(entry: Any, tmp_path: Path) -> None:
 EXECUTE = """
 from sembra.local.jobs import running
 from tests.toolkit import fake_jobs
+from tests.toolkit.jobs.clusters import address_of, new_cluster
 running.ENTRY = fake_jobs.sleep_long
 running.run({{"name": "x", "version": 1, "body": {note!r}}}, 60)
 """
@@ -145,39 +135,45 @@ def suppress_job_error(note: Path) -> None:
 
 def test_dask_worker_that_closes_ends_its_jobs(tmp_path: Path) -> None:
     """Dask tells its plug-ins that it closes, and then waits for what runs in its threads."""
-    plugin = dask_engine._Forgotten()
+    plugin = dask_worker._Forgotten()
     note = tmp_path / "pids"
     with WorkerPool(lambda: 1) as pool:
-        plugin.jobs["key"] = pool.submit(fake_jobs.sleep_long, {"body": str(note)})
+        job = plugin.jobs["key"] = pool.submit(fake_jobs.sleep_long, {"body": str(note)})
         pids = sleeping_processes(note)
         plugin.teardown(worker=None)
-        assert plugin.jobs["key"].cancelled()
+        assert job.cancelled()
         assert await_that(lambda: not any(map(is_alive, pids)), 10)
 
 
 @pytest.mark.parametrize("finish", ["cancelled", "released", "forgotten"])
 def test_task_that_the_cluster_forgets_ends_its_job(finish: str, tmp_path: Path) -> None:
-    plugin = dask_engine._Forgotten()
+    plugin = dask_worker._Forgotten()
     note = tmp_path / "pids"
     with WorkerPool(lambda: 1) as pool:
-        plugin.jobs["key"] = pool.submit(fake_jobs.sleep_long, {"body": str(note)})
+        job = plugin.jobs["key"] = pool.submit(fake_jobs.sleep_long, {"body": str(note)})
         pids = sleeping_processes(note)
         for key, state in (("key", "executing"), ("another", finish)):
             plugin.transition(key, "waiting", state)
-            assert plugin.jobs["key"].running()
+            assert job.running()
         plugin.transition("key", "executing", finish)
-        assert plugin.jobs["key"].cancelled()
+        assert job.cancelled()
         assert await_that(lambda: not any(map(is_alive, pids)), 10)
 
 
 class BreakingClient:
     """A connection that is lost when it is used."""
 
+    id = "breaking"
+
     def __init__(self) -> None:
         self.status = "running"
         self.is_closed = False
+        self.loop = self
 
-    def submit(self, *_: object, **__: object) -> None:
+    def subscribe_topic(self, *_: object) -> None:
+        """Do nothing."""
+
+    def add_callback(self, *_: object) -> None:
         """Fail."""
         self.status = "closed"
         raise RuntimeError("no loop")
@@ -195,7 +191,7 @@ def test_connection_that_is_lost_is_not_used_again(monkeypatch: pytest.MonkeyPat
         made.append(BreakingClient())
         return made[-1]
 
-    monkeypatch.setattr(dask_engine, "_clients", {})
+    monkeypatch.setattr(dask_engine, "_connections", {})
     monkeypatch.setattr(dask_engine, "_connect", connect)
     monkeypatch.setenv("SEMBRA_EXECUTOR", "dask://nowhere.invalid:1")
     for _ in range(2):

@@ -111,7 +111,7 @@ def test_forked_child_leaves_the_workers_of_its_parent_alone() -> None:
         try:
             parents.submit(abs, -1)
         except RuntimeError:
-            os._exit(0 if shared_pool() is not parents and not dask_engine._clients else 1)
+            os._exit(0 if shared_pool() is not parents and not dask_engine._connections else 1)
         os._exit(2)
     assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 0
     assert parents.submit(os.getpid).result(30) == pid

@@ -1,26 +1,26 @@
-"""Jobs on the workers of a Dask cluster, each of which has a pool of its own."""
+"""Jobs on the workers of a Dask cluster."""
 
 import os
 import pickle
 import threading
-from collections.abc import Callable, Iterator
+from collections.abc import Callable
 from concurrent.futures import CancelledError
-from contextlib import contextmanager
+from contextlib import suppress
 from importlib import import_module
 from typing import Any
 
+from sembra.local.jobs import dask_worker
 from sembra.local.jobs.callers import ended_with_caller
+from sembra.local.jobs.dask_pilots import Pilots, UnreachableError
 from sembra.local.jobs.engine_error import DeadWorkersError, EngineError
-from sembra.local.jobs.pool import PoolFuture
-from sembra.local.jobs.reporting import Report, ignore
-from sembra.local.jobs.shared_pool import shared_pool
+from sembra.local.jobs.reporting import Report
 
 CONNECTION_LIMIT = 10.0
 """Time to connect to a cluster, in seconds."""
 
 _lock = threading.Lock()
-_clients: dict[str, Any] = {}
-"""One client per address, kept as long as it is connected."""
+_connections: dict[str, "_Connection"] = {}
+"""One per address, kept as long as it is there."""
 
 
 class DaskEngine:
@@ -41,14 +41,11 @@ class DaskEngine:
         _on_progress: Report,
     ) -> Any:
         """Run a job; see `sembra.local.jobs.engine.Engine`."""
-        client = self._client()
+        connection = self._connection()
         distributed = import_module("distributed")
         try:
             # Dask would look for its own futures everywhere in what isn't pickled.
-            job = pickle.dumps((entry, content))
-            future = client.submit(run_in_pool, job, limit, pure=False)
-            with ended_with_caller(_DaskJob(future)):
-                return future.result()
+            return connection.run(pickle.dumps((entry, content)), limit)
         except distributed.scheduler.KilledWorker as error:
             raise DeadWorkersError(
                 f"The workers of the Dask cluster at {self._address} that ran the job died"
@@ -56,26 +53,63 @@ class DaskEngine:
         except (CancelledError, distributed.comm.core.CommClosedError) as error:
             raise self._lost() from error
         except Exception as error:
-            if client.status != "running":
+            if not connection.is_there:
                 raise self._lost() from error
             raise
 
     def capacity(self) -> int:
         """Return how many jobs run side by side; see `sembra.local.jobs.engine.Engine`."""
-        threads: dict[str, int] = self._client().nthreads()
+        threads: dict[str, int] = self._connection().client.nthreads()
         return max(1, sum(threads.values()))
 
-    def _client(self) -> Any:
+    def _connection(self) -> "_Connection":
         with _lock:
-            client = _clients.get(self._address)
-            if client is None or client.status != "running":
-                if client is not None:
-                    client.close(timeout=0)
-                client = _clients[self._address] = _connect(self._address)
-            return client
+            connection = _connections.get(self._address)
+            if connection is None or not connection.is_there:
+                if connection is not None:
+                    connection.client.close(timeout=0)
+                connection = _connections[self._address] = _Connection(_connect(self._address))
+            return connection
 
     def _lost(self) -> EngineError:
         return EngineError(f"The connection to the Dask cluster at {self._address} was lost")
+
+
+class _Connection:
+    """The connection of this process to a cluster.
+
+    Args:
+        client: Dask's part of it.
+    """
+
+    def __init__(self, client: Any) -> None:
+        self.client = client
+        self._pilots = Pilots(client)
+
+    @property
+    def is_there(self) -> bool:
+        """Whether it hasn't been lost."""
+        return bool(self.client.status == "running")
+
+    def run(self, call: bytes, limit: float) -> Any:
+        """Run a job, in a task of its own where this process can't connect to Dask workers.
+
+        Args:
+            call: See `sembra.local.jobs.dask_worker.run_in_pool`.
+            limit: See there.
+        """
+        if self._pilots.are_reachable:
+            job = self._pilots.submit(call, limit)
+            with suppress(UnreachableError), ended_with_caller(job):
+                return job.result()()
+        future = self.client.submit(dask_worker.run_in_pool, call, limit, pure=False)
+        with ended_with_caller(_DaskJob(future)):
+            return future.result()
+
+    def close(self) -> None:
+        """Close it; jobs that it has are lost."""
+        self._pilots.close()
+        self.client.close()
 
 
 class _DaskJob:
@@ -92,67 +126,6 @@ class _DaskJob:
         """End the job, if it hasn't ended."""
         if not self._future.done():
             self._future.cancel()
-
-
-def run_in_pool(job: bytes, limit: float) -> Any:
-    """Run a job in the pool of this Dask worker, and end it when its time is over.
-
-    A cluster can forget a running call, but not end it. So the limit goes along with the job, and
-    who runs it looks after whether it has been forgotten.
-
-    Args:
-        job: The pickle of the call to run, such as `sembra.local.worker.job.run_job`, and of its
-            content.
-        limit: Time that the job may take once it is taken up, in seconds.
-
-    Raises:
-        TimeoutError: The time is over.
-        CancelledError: Nobody waits for the job any more.
-    """
-    entry, content = pickle.loads(job)
-    future = shared_pool().submit_reporting(ignore, entry, content)
-    with ended_with_caller(future), _ended_when_forgotten(future):
-        return future.result_within(limit)
-
-
-class _Forgotten:
-    """A plug-in of a Dask worker: ends the jobs that the cluster forgets.
-
-    It does so when they are cancelled, and when the application that waits for them has gone.
-    """
-
-    name = "sembra-jobs"
-
-    def __init__(self) -> None:
-        self.jobs: dict[Any, PoolFuture] = {}
-
-    def transition(self, key: Any, _start: str, finish: str, **_: Any) -> None:
-        """Take what the Dask worker tells about one of its tasks."""
-        job = self.jobs.get(key)
-        if job is not None and finish in ("cancelled", "released", "forgotten"):
-            job.cancel()
-
-    def teardown(self, **_: Any) -> None:
-        """End all jobs, since the Dask worker closes: it would wait for them until it is killed."""
-        for job in list(self.jobs.values()):
-            job.cancel()
-
-
-_forgotten = _Forgotten()
-
-
-@contextmanager
-def _ended_when_forgotten(job: PoolFuture) -> Iterator[None]:
-    """End a job, within the block, when the task that runs it is forgotten."""
-    worker = import_module("distributed").get_worker()
-    if _forgotten.name not in worker.plugins:
-        worker.loop.add_callback(worker.plugins.setdefault, _forgotten.name, _forgotten)
-    key = worker.get_current_task()
-    _forgotten.jobs[key] = job
-    try:
-        yield
-    finally:
-        del _forgotten.jobs[key]
 
 
 def _connect(address: str) -> Any:
@@ -172,16 +145,16 @@ def _connect(address: str) -> Any:
 def close_clients() -> None:
     """Close the connections to all clusters; the next job opens another."""
     with _lock:
-        clients = list(_clients.values())
-        _clients.clear()
-    for client in clients:
-        client.close()
+        connections = list(_connections.values())
+        _connections.clear()
+    for connection in connections:
+        connection.close()
 
 
 def _forget_after_fork() -> None:
     global _lock
     _lock = threading.Lock()
-    _clients.clear()
+    _connections.clear()
 
 
 if hasattr(os, "register_at_fork"):
