@@ -103,6 +103,21 @@ def test_worker_that_joins_is_used(entry: Any, one_worker: Any, tmp_path: Path) 
         assert [future.result() for future in seen] == ["2", "2"]
 
 
+def test_nothing_waits_on_a_cluster_without_workers_for_a_job_that_was_ended(
+    entry: Any, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    entry(fake_jobs.echo)
+    with new_cluster(0) as cluster:
+        monkeypatch.setenv("SEMBRA_EXECUTOR", address_of(cluster))
+        caller = threading.Thread(target=result_of, args=["x"])
+        caller.start()
+        assert await_that(lambda: bool(cluster.scheduler.tasks))
+        end_jobs_of([caller])
+        caller.join(30)
+        assert await_that(lambda: not cluster.scheduler.tasks)
+        dask_engine.close_clients()
+
+
 def test_worker_with_several_threads(
     entry: Any, tmp_path: Path, monkeypatch: pytest.MonkeyPatch
 ) -> None:

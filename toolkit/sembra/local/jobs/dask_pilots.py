@@ -195,7 +195,7 @@ class Pilots:
         """Give a pilot jobs, as long as it has its turn and there are any."""
         try:
             while not pilot.address and not pilot.is_over:
-                if not await pilot.change_within(TURN) and self._waiting.empty():
+                if not await pilot.change_within(TURN) and not self._is_any_wanted():
                     return
             end = asyncio.get_running_loop().time() + TURN
             while self._may_go_on(pilot) and asyncio.get_running_loop().time() < end:
@@ -221,6 +221,14 @@ class Pilots:
             if not pilot.is_over:
                 pilot.task.release()
             self._add_pilots()
+
+    def _is_any_wanted(self) -> bool:
+        """Return whether a job waits, and forget those that were cancelled meanwhile."""
+        for _ in range(self._waiting.qsize()):
+            job = self._waiting.get_nowait()
+            if not job.cancelled():
+                self._waiting.put_nowait(job)
+        return not self._waiting.empty()
 
     def _may_go_on(self, pilot: _Pilot) -> bool:
         """Return whether a pilot takes another job.
