@@ -93,7 +93,7 @@ def on_cluster(some: Sequence[Variant], texts: Sequence[str]) -> Row:
     """Return how many times as long two Dask workers on this machine take as the pool.
 
     Their profiler, which looks at all threads a hundred times a second, is off. What is left beyond
-    the pool is what Dask takes for a task, also for one that does nothing.
+    the pool is the way of jobs to the Dask workers and back.
     """
     with (
         dask.config.set({"distributed.worker.profile.enabled": False}),
