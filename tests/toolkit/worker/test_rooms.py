@@ -12,6 +12,7 @@ PREFIX = "sembra.local.worker."
 # Each room, or module beside the rooms, knows of those in front of it.
 ORDER = (
     ("arrays", "failures", "tolerances"),
+    ("remark",),
     ("spreading",),
     ("ground",),
     ("options",),
