@@ -72,7 +72,9 @@ def pictures_of_results(results: ResultFile) -> Iterator[Drawing]:
 
 
 def _drawn(name: str, told: str, draw: Draw) -> Drawing:
-    axes = draw(_axes(NARROW, 4.4))
+    # Where there is most room for the legend takes long to find, and doesn't matter here.
+    with plt.rc_context({"legend.loc": "upper left"}):
+        axes = draw(_axes(NARROW, 4.4))
     _put_legend_below(axes, most_columns=3)
     return Drawing(told, svg(figure_of(axes), name, told))
 

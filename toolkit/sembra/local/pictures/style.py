@@ -123,11 +123,17 @@ def prepare_time_axis(axes: Axes, first: float, end: float, label: str = "Time [
 def write_legend(axes: Axes, title: str | None = None) -> None:
     """Write the legend of finished axes where it hides no curve.
 
-    That is the place among the curves with most room, or beside the axes where none has enough.
+    That is the place among the curves with most room, or beside the axes where none has enough. Who
+    has set `legend.loc` of matplotlib has it there.
     """
-    legend = _legend(axes, title, loc="best")
+    place_set = plt.rcParams["legend.loc"]
+    legend = _legend(axes, title, loc=place_set)
+    if place_set != "best":
+        return
     figure = figure_of(axes)
-    figure.draw_without_rendering()
+    layout = figure.get_layout_engine()
+    if layout is not None:
+        layout.execute(figure)
     place = legend.get_window_extent()
     named = [line for line in axes.lines if not str(line.get_label()).startswith("_")]
     curves = [line.get_path().transformed(line.get_transform()) for line in named]
