@@ -2,6 +2,7 @@
 
 import re
 from pathlib import Path
+from xml.etree import ElementTree
 
 import pytest
 from sembra.local.look import make_page
@@ -11,6 +12,7 @@ from tests.toolkit.look.reading_pages import ReadPage
 from tests.toolkit.samples import all_input_files, needs_samples
 
 Pair = tuple[Path, Path]
+SVG = "{http://www.w3.org/2000/svg}"
 
 
 def assert_is_one_page(html: str) -> ReadPage:
@@ -32,6 +34,18 @@ def test_a_page_of_input_and_results(pair: Pair) -> None:
         assert any(text in shown for shown in page.texts), text
     for picture in ("Stresses along depth", "Settlement along depth", "Degree of consolidation"):
         assert any(shown.startswith(picture) for shown in page.texts), picture
+
+
+def test_entries_of_legends_show_their_lines(pair: Pair) -> None:
+    page = read_page(*pair)
+    assert page.ground
+    assert page.ground.narrow
+    for picture in (page.ground.narrow, *(drawing.wide for drawing in page.drawings)):
+        root = ElementTree.fromstring(picture)
+        [legend] = [g for g in root.iter(f"{SVG}g") if g.get("id", "").endswith("-legend_1")]
+        lines = [path.get("d", "").strip() for path in legend.iter(f"{SVG}path")]
+        assert lines
+        assert all(lines)
 
 
 def test_an_input_file_alone_has_no_results(pair: Pair) -> None:

@@ -46,18 +46,13 @@ def svg(figure: "Figure", name: str, told: str) -> Markup:
         told: What the picture shows, for those who can't see it.
     """
     file = BytesIO()
-    figure.patch.set_visible(False)  # it ends where the figure does, the legend below it doesn't
     with plt.rc_context({"svg.fonttype": "none", "svg.hashsalt": name}):
-        canvas = FigureCanvasSVG(figure)
         used = _lay_out(figure)
-        canvas.print_svg(file, metadata=_NO_METADATA)  # type: ignore[no-untyped-call]
+        figure.savefig(file, format="svg", bbox_inches=used, metadata=_NO_METADATA)
     plt.close(figure)
     ElementTree.register_namespace("", _SVG)
     ElementTree.register_namespace("xlink", _XLINK)
     root = ElementTree.fromstring(file.getvalue())
-    top = figure.get_figheight() - used.y1
-    extent = (used.x0, top, used.width, used.height)
-    root.set("viewBox", " ".join(f"{_POINTS * inches:.3f}" for inches in extent))
     for metadata in root.findall(f"{{{_SVG}}}metadata"):
         root.remove(metadata)
     for element in root.iter():
@@ -71,8 +66,9 @@ def svg(figure: "Figure", name: str, told: str) -> Markup:
 def _lay_out(figure: "Figure") -> "Bbox":
     """Settle where the parts of a figure stand, and return how far they reach, in inches.
 
-    `savefig` would draw the figure twice, the first time only to find this out.
+    `savefig` would arrange them twice, as it draws the figure first only to find this out.
     """
+    FigureCanvasSVG(figure)
     figure.set_dpi(_POINTS)
     layout = figure.get_layout_engine()
     if layout is not None:
