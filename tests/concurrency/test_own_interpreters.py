@@ -50,7 +50,7 @@ print("done")
 
 def test_interpreters_at_work_at_the_same_time_have_the_real_sister_modules() -> None:
     program = PROGRAM.format(story=STORY.format(path=sys.path))
-    # The debugging allocator of CPython 3.12.1 crashes with such interpreters, whatever they import.
+    # The debugging allocator of CPython 3.12.1 crashes with such interpreters, whatever they run.
     environment = dict(os.environ)
     if environment.get("PYTHONMALLOC") == "debug":
         del environment["PYTHONMALLOC"]
