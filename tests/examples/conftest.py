@@ -13,9 +13,6 @@ ROOT = Path(__file__).resolve().parents[2]
 
 Run = Callable[..., str]
 
-LIMIT = 600
-"""Seconds until an example is taken for one that hangs, on a busy machine that counts lines too."""
-
 
 @pytest.fixture(scope="session")
 def run_example() -> Run:
@@ -29,7 +26,7 @@ def run_example() -> Run:
             capture_output=True,
             text=True,
             encoding="utf-8",
-            timeout=LIMIT,
+            timeout=120,
             check=False,
         )
         assert done.returncode == 0, done.stderr

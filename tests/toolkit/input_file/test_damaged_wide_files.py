@@ -33,7 +33,7 @@ from tests.toolkit.worker.input_file import job
 
 LIMIT = 10.0
 """Processor seconds for one file."""
-GROWTH = 100_000
+GROWTH = 80_000
 """Bytes that may be kept after many files: what the interpreter and the libraries remember."""
 INSIDE = re.compile(
     r"Traceback|\b[A-Z]\w+Error\b|pydantic|jinja|object at 0x|<class|an error of its own"
