@@ -8,19 +8,13 @@ from xml.etree import ElementTree
 
 import matplotlib.pyplot as plt
 from markupsafe import Markup
-from matplotlib.backends.backend_svg import FigureCanvasSVG
 
 if TYPE_CHECKING:
     from matplotlib.figure import Figure
-    from matplotlib.transforms import Bbox
 
 _SVG = "http://www.w3.org/2000/svg"
 _XLINK = "http://www.w3.org/1999/xlink"
 _REFERENCE = re.compile(r"url\(#([^)]+)\)")
-_POINTS = 72
-"""The unit of length of the pictures, in an inch."""
-_MARGIN = 0.05
-"""Around a picture, in inches."""
 _NO_METADATA = {"Date": None, "Creator": None}
 _LINK = f"{{{_XLINK}}}href"
 
@@ -47,8 +41,9 @@ def svg(figure: "Figure", name: str, told: str) -> Markup:
     """
     file = BytesIO()
     with plt.rc_context({"svg.fonttype": "none", "svg.hashsalt": name}):
-        used = _lay_out(figure)
-        figure.savefig(file, format="svg", bbox_inches=used, metadata=_NO_METADATA)
+        figure.savefig(
+            file, format="svg", bbox_inches="tight", pad_inches=0.05, metadata=_NO_METADATA
+        )
     plt.close(figure)
     ElementTree.register_namespace("", _SVG)
     ElementTree.register_namespace("xlink", _XLINK)
@@ -61,20 +56,6 @@ def svg(figure: "Figure", name: str, told: str) -> Markup:
         root.attrib.pop(size)
     root.attrib |= {"role": "img", "aria-label": told}
     return Markup(ElementTree.tostring(root, encoding="unicode"))
-
-
-def _lay_out(figure: "Figure") -> "Bbox":
-    """Settle where the parts of a figure stand, and return how far they reach, in inches.
-
-    `savefig` would arrange them twice, as it draws the figure first only to find this out.
-    """
-    FigureCanvasSVG(figure)
-    figure.set_dpi(_POINTS)
-    layout = figure.get_layout_engine()
-    if layout is not None:
-        layout.execute(figure)
-        figure.set_layout_engine("none")
-    return figure.get_tightbbox().padded(_MARGIN)
 
 
 def _rename(element: ElementTree.Element, name: str) -> None:
