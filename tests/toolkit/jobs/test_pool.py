@@ -188,9 +188,11 @@ def test_no_process_and_no_thread_stays_behind(tmp_path: Path) -> None:
     code = """if True:
         import os, threading, time
         from sembra.local.jobs.pool import WorkerPool
+        from tests.toolkit.processes import await_that
         with WorkerPool(lambda: 1) as executor:
             pid = executor.submit(os.getpid).result()
             during = threading.active_count()
+        await_that(lambda: threading.active_count() == 1)  # a timer may be about to end
         print(pid, during, threading.active_count(), flush=True)
         time.sleep(300)  # the worker has to be gone before this is
     """
