@@ -1,13 +1,15 @@
 """Docstrings and signatures of the module as the documentation has them.
 
 Docstrings are written to be read in `help()` and an editor: arguments as `name: text` with further
-lines indented, examples indented by four columns. Here the first become lists, the second literal
-blocks. Signatures name types without their modules, some by names of the module's own, and
-leave `None` out where an argument is None by default; here they are as annotations have them.
+lines indented, members of enumerations likewise, examples indented by four columns. Here the first
+become lists, the second entries of their own, the third literal blocks. Signatures name types
+without their modules, some by names of the module's own, and leave `None` out where an argument is
+None by default; here they are as annotations have them.
 """
 
 import ast
 import re
+from enum import EnumType
 from typing import Any
 
 from sphinx.application import Sphinx
@@ -46,11 +48,27 @@ def _item(line: str) -> str:
     return f"- {names}: {found['text'] or ''}".rstrip()
 
 
+def to_members(lines: list[str], enumeration: EnumType) -> list[str]:
+    """Return an enumeration's docstring with what it says of each member at the member's place."""
+    said: list[str] = []
+    for line in lines:
+        found = _ITEM.fullmatch(line)
+        if found is None or found["names"] not in enumeration.__members__:
+            said.append(line)
+        else:
+            name, text = found.group("names", "text")
+            value: object = enumeration.__members__[name].value
+            said += [f".. py:attribute:: {name}", f"   :value: {value!r}", ""]
+            said += [f"   {text[:1].upper()}{text[1:]}", ""]
+    return said
+
+
 def _process(
     app: Sphinx, what: str, name: str, target: Any, options: Any, lines: list[str]
 ) -> None:
-    if name.startswith(_MODULE):
-        lines[:] = to_restructured(lines)
+    if not name.startswith(_MODULE):
+        return
+    lines[:] = to_members(lines, target) if isinstance(target, EnumType) else to_restructured(lines)
 
 
 class _PublicNames(ast.NodeTransformer):
