@@ -105,6 +105,14 @@ def test_leaving_by_the_exit_of_python(code: object, told: str) -> None:
         executor.submit(sys.exit, code).result(30)
 
 
+def test_development_mode_has_nothing_to_say_of_a_process_that_leaves(
+    monkeypatch: pytest.MonkeyPatch,
+) -> None:
+    monkeypatch.setenv("PYTHONDEVMODE", "1")
+    with pool() as executor, pytest.raises(ProcessCrashError, match=r"ended with exit code 3$"):
+        executor.submit(sys.exit, 3).result(30)
+
+
 def test_earlier_calls_are_not_told_of() -> None:
     seen: list[float] = []
     with pool(1) as executor:

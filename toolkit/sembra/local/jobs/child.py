@@ -70,8 +70,10 @@ def main(setting: dict[str, Any], stream: BinaryIO) -> NoReturn:
         setting: The first line of the parent.
         stream: Where the other lines come from.
     """
+    folder = Path(setting["folder"])
+    channel = Channel(folder)  # held to the very end: development mode warns of one let go
     try:
-        _serve(setting, stream)
+        _serve(setting, stream, folder, channel)
     except SystemExit as error:
         code = error.code if isinstance(error.code, int) else int(error.code is not None)
     except BaseException:
@@ -82,9 +84,7 @@ def main(setting: dict[str, Any], stream: BinaryIO) -> NoReturn:
     os._exit(code)
 
 
-def _serve(setting: dict[str, Any], stream: BinaryIO) -> NoReturn:
-    folder = Path(setting["folder"])
-    channel = Channel(folder)
+def _serve(setting: dict[str, Any], stream: BinaryIO, folder: Path, channel: Channel) -> NoReturn:
     calls: queue.SimpleQueue[Message] = queue.SimpleQueue()
     threading.Thread(target=_listen, args=(stream, calls, folder), daemon=True).start()
     folder.mkdir(mode=0o700)
