@@ -7,7 +7,7 @@ import re
 import socket
 import subprocess
 import sys
-from collections.abc import Iterator
+from collections.abc import Callable, Iterator
 from typing import Any
 
 import httpx
@@ -108,27 +108,28 @@ def test_model_of_100_000_curves_is_within_the_default_limit() -> None:
         _post_on_addon_endpoint(PATH, {"input": document})
 
 
-FLOODS = {
-    "numbers": '{"input": 1' + ",1" * 7_900_000 + "}",
-    "list": '{"input": [1' + ",1" * 7_900_000 + "]}",
-    "soils": json.dumps({"input": document_1d(soils=["HERE"])}).replace(
+FLOODS: dict[str, Callable[[], str]] = {
+    "numbers": lambda: '{"input": 1' + ",1" * 7_900_000 + "}",
+    "list": lambda: '{"input": [1' + ",1" * 7_900_000 + "]}",
+    "soils": lambda: json.dumps({"input": document_1d(soils=["HERE"])}).replace(
         '"HERE"', "1" + ",1" * 7_900_000
     ),
-    "empty soils": json.dumps({"input": document_1d(soils=["HERE"])}).replace(
+    "empty soils": lambda: json.dumps({"input": document_1d(soils=["HERE"])}).replace(
         '"HERE"', "{}" + ",{}" * 5_200_000
     ),
-    "times": json.dumps({"input": document_1d(residual_times=["HERE"])}).replace(
+    "times": lambda: json.dumps({"input": document_1d(residual_times=["HERE"])}).replace(
         '"HERE"', "true" + ",true" * 3_100_000
     ),
-    "keys": json.dumps(
+    "keys": lambda: json.dumps(
         {"input": document_1d(), **{f"{number:x}": 1 for number in range(1_200_000)}}
     ),
-    "long key": json.dumps({"input": document_1d(), "x" * 15_900_000: 1}),
-    "soil of many keys": json.dumps(
+    "long key": lambda: json.dumps({"input": document_1d(), "x" * 15_900_000: 1}),
+    "soil of many keys": lambda: json.dumps(
         {"input": document_1d(soils=[soil() | {f"{n:x}": 1 for n in range(1_200_000)}])}
     ),
-    "name": json.dumps({"input": document_1d(soils=[soil("[" + "x" * 15_000_000)])}),
+    "name": lambda: json.dumps({"input": document_1d(soils=[soil("[" + "x" * 15_000_000)])}),
 }
+"""Each is made in its test: they are of 15 MB, and every process of the tests imports them."""
 
 SEND_FLOOD = """if True:
     import resource, sys
@@ -148,7 +149,7 @@ def test_flood_takes_little_memory(flood: str) -> None:
     pytest.importorskip("resource")
     done = subprocess.run(
         [sys.executable, "-c", SEND_FLOOD],
-        input=FLOODS[flood].encode(),
+        input=FLOODS[flood]().encode(),
         capture_output=True,
         timeout=120,
         check=True,
