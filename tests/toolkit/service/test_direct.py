@@ -111,6 +111,30 @@ def test_no_port_is_opened_and_no_thread_is_kept() -> None:
     assert (done.stdout, done.stderr) == ("1\n", "")
 
 
+@pytest.mark.skipif(not hasattr(os, "fork"), reason="no fork on this system")
+def test_forked_child_waits_for_no_lock_of_its_parent() -> None:
+    """Those that are made at the first post are held, as another thread may do at any moment."""
+    code = """if True:
+        import json, os, signal, sys, threading
+        made, make = [], threading.Lock
+        threading.Lock = lambda: made.append(make()) or made[-1]
+        from sembra.core import _post_on_addon_endpoint
+        post = lambda: _post_on_addon_endpoint("filldsettlementtemplate/v1/jobs/", document)
+        document = {"input": json.load(sys.stdin)}
+        post()
+        for lock in made:
+            lock.acquire(blocking=False)
+        if os.fork() == 0:
+            signal.alarm(10)
+            post()
+            os._exit(0)
+        print(len(made) > 0, os.wait()[1])
+    """
+    for document in (document_1d(), LARGE):
+        done = _run(code, json.dumps(document))
+        assert (done.stdout, done.stderr) == ("True 0\n", "")
+
+
 def test_same_document_gives_the_same_bytes_in_another_process() -> None:
     code = """if True:
         import hashlib, json, sys

@@ -55,6 +55,9 @@ def _make_environment() -> Environment:
         keep_trailing_newline=True,
         newline_sequence="\n",
         auto_reload=False,
+        # A cache with a limit has a lock, which a forked child finds held for ever where another
+        # thread of the parent was just filling.
+        cache_size=-1,
     )
     environment.filters |= {
         "fixed": fixed,
