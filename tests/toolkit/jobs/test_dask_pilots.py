@@ -16,7 +16,7 @@ from sembra.local.jobs.running import JobError, run
 
 from tests.toolkit import fake_jobs
 from tests.toolkit.jobs.clusters import address_of, new_cluster
-from tests.toolkit.processes import await_that
+from tests.toolkit.processes import await_that, is_alive, sleeping_processes
 
 distributed = pytest.importorskip("distributed")
 
@@ -204,6 +204,66 @@ def test_workers_that_cannot_be_reached_get_tasks(
     assert time.monotonic() - start < 0.7
 
 
+@pytest.mark.usefixtures("two_workers")
+def test_job_in_a_task_of_its_own_is_ended(entry: Any, two_workers: Any, tmp_path: Path) -> None:
+    entry(fake_jobs.echo)
+    assert result_of("x") == "x"
+    pilots().are_reachable = False
+    entry(fake_jobs.sleep_long)
+    caller = threading.Thread(target=result_of, args=[tmp_path / "pids"])
+    caller.start()
+    pids = sleeping_processes(tmp_path / "pids")
+    end_jobs_of([caller])
+    caller.join(30)
+    assert not caller.is_alive()
+    assert await_that(lambda: not any(map(is_alive, pids)))
+    assert await_that(lambda: not two_workers.scheduler.tasks)
+
+
+@pytest.mark.usefixtures("two_workers")
+def test_error_of_the_connection_is_that_of_its_job(
+    entry: Any, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    async def fail(*_: Any) -> bytes:
+        raise RuntimeError("out of sand")
+
+    entry(fake_jobs.echo)
+    with monkeypatch.context() as patched:
+        patched.setattr(dask_pilots.Pilots, "_call", fail)
+        assert "out of sand" in result_of("x")
+    assert result_of("y") == "y"
+
+
+@pytest.mark.usefixtures("two_workers")
+def test_pilot_that_cannot_be_sent(entry: Any, monkeypatch: pytest.MonkeyPatch) -> None:
+    def refuse(*_: Any, **__: Any) -> Any:
+        raise RuntimeError("out of sand")
+
+    entry(fake_jobs.echo)
+    with monkeypatch.context() as patched:
+        patched.setattr(distributed.Client, "submit", refuse)
+        assert "out of sand" in result_of("x")
+    assert result_of("y") == "y"
+
+
+@pytest.mark.usefixtures("two_workers")
+def test_pilot_that_is_not_there_yet(entry: Any, monkeypatch: pytest.MonkeyPatch) -> None:
+    calls: list[int] = []
+    call = dask_pilots.Pilots._call
+
+    async def answer_late(self: Any, pilot: Any, order: Any) -> bytes:
+        calls.append(order["number"])
+        if len(calls) > 1:
+            return await call(self, pilot, order)
+        pilot.change(pilot.address)  # as where the cluster starts it again
+        return b""
+
+    monkeypatch.setattr(dask_pilots.Pilots, "_call", answer_late)
+    entry(fake_jobs.echo)
+    assert result_of("x") == "x"
+    assert calls == [dask_worker.GREETING, dask_worker.GREETING, 1]
+
+
 def test_others_have_their_turn(entry: Any, one_worker: Any) -> None:
     entry(fake_jobs.echo)
     is_over = threading.Event()
@@ -313,3 +373,23 @@ def test_pilot_that_is_over_runs_nothing(tmp_path: Path) -> None:
     assert answer.result(60) == b""
     assert pilot.take(2, job, 60).result(60) == b""
     assert not (tmp_path / "starts").exists()
+
+
+def test_pilot_that_is_over_while_its_job_goes_to_the_pool(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    pilot = dask_worker.Pilot()
+    submit = dask_worker._submit
+    sent: list[Any] = []
+
+    def submit_late(job: bytes) -> Any:
+        sent.append(submit(job))
+        pilot.cancel()
+        return sent[-1]
+
+    monkeypatch.setattr(dask_worker, "_submit", submit_late)
+    job = pickle.dumps((fake_jobs.note_start_and_await_file, {"body": str(tmp_path / "starts")}))
+    answer = pilot.take(1, job, 60)
+    pilot.fly()
+    assert answer.result(60) == b""
+    assert sent[0].cancelled()
