@@ -125,14 +125,15 @@ def test_forked_child_waits_for_no_lock_of_its_parent() -> None:
         for lock in made:
             lock.acquire(blocking=False)
         if os.fork() == 0:
-            signal.alarm(10)
+            signal.alarm(40)
             post()
             os._exit(0)
         print(len(made) > 0, os.wait()[1])
     """
     for document in (document_1d(), LARGE):
         done = _run(code, json.dumps(document))
-        assert (done.stdout, done.stderr) == ("True 0\n", "")
+        # The thread of the large document may be about to end, which Python warns of.
+        assert done.stdout == "True 0\n", done.stderr
 
 
 def test_same_document_gives_the_same_bytes_in_another_process() -> None:
