@@ -52,16 +52,13 @@ def _post_here(path: str, content: bytes, timeout: float) -> dict[str, Any]:
 def _post_elsewhere(base: str, path: str, content: bytes, timeout: float) -> dict[str, Any]:
     """Post to a service over HTTP."""
     # Loaded here: the service of this process needs no client.
-    from sembra.local.client.address import Address, without_user
+    from sembra.local.client.address import Address
     from sembra.local.client.exchange import TooSlowError, UnreachableError, post_json
 
     try:
         address = Address.parse(base)
-    except ValueError:
-        # What was wrong may quote a part of the password: it isn't told.
-        raise InternalError(
-            f"The setting {URL_SETTING} is not an HTTP address: {without_user(base)!r}"
-        ) from None
+    except ValueError as error:
+        raise InternalError(f"The setting {URL_SETTING} is not an HTTP address: {error}") from None
     url = address.url(path)
     try:
         status, answer = post_json(address, path, content, timeout)

@@ -4,7 +4,6 @@ import os
 import ssl
 import threading
 from functools import cache
-from urllib.parse import unquote, urlsplit
 
 import httpcore
 
@@ -43,19 +42,18 @@ def _make_pool(encrypted: bool, proxy: str | None) -> httpcore.ConnectionPool:
             max_keepalive_connections=MOST_IDLE,
             network_backend=Network(),
         )
-    parts = urlsplit(proxy)
-    if parts.scheme not in ("http", "https") or not parts.hostname:
-        raise ValueError(f"the environment names a proxy that is no HTTP address ({parts.scheme})")
-    host = f"[{parts.hostname}]" if ":" in parts.hostname else parts.hostname
-    port = "" if parts.port is None else f":{parts.port}"
-    user = None
-    if parts.username is not None:
-        user = (unquote(parts.username), unquote(parts.password or ""))
+    try:
+        place = Address.parse(proxy)
+    except ValueError as error:
+        raise ValueError(
+            f"the environment names a proxy that is no HTTP address: {error}"
+        ) from None
+    user = {} if place.authorization is None else {"Proxy-Authorization": place.authorization}
     return httpcore.HTTPProxy(
-        proxy_url=f"{parts.scheme}://{host}{port}/",
-        proxy_auth=user,
+        proxy_url=f"{place.origin}/",
+        proxy_headers=user,
         ssl_context=context,
-        proxy_ssl_context=_tls_context() if parts.scheme == "https" else None,
+        proxy_ssl_context=_tls_context() if place.scheme == "https" else None,
         max_connections=None,
         max_keepalive_connections=MOST_IDLE,
         network_backend=Network(),
