@@ -5,9 +5,13 @@ import socket
 import threading
 import time
 from contextlib import suppress
+from decimal import Decimal
+from fractions import Fraction
 from http.server import BaseHTTPRequestHandler
 from itertools import cycle
+from typing import Any
 
+import numpy as np
 import pytest
 from sembra.errors import InternalError
 
@@ -104,7 +108,15 @@ def test_limit_that_is_none(timeout: float, serve: Serve) -> None:
         post(timeout=timeout)
 
 
-@pytest.mark.parametrize("timeout", [math.inf, 1e300, 1e12, 3e9, 1e7])
+@pytest.mark.parametrize(
+    "timeout", [math.inf, pytest.param(10**400, id="1e400"), 1e300, 1e12, 3e9, 1e7]
+)
 def test_limit_that_is_far_away(timeout: float, serve: Serve) -> None:
+    serve(answering(200, b"{}"))
+    assert post(timeout=timeout) == {}
+
+
+@pytest.mark.parametrize("timeout", [np.float32(5), np.int64(5), Fraction(5), Decimal(5)])
+def test_limit_of_another_kind_of_number(timeout: Any, serve: Serve) -> None:
     serve(answering(200, b"{}"))
     assert post(timeout=timeout) == {}

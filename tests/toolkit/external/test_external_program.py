@@ -1,11 +1,15 @@
 """Jobs for external programs, from the content to the result."""
 
+import math
 import time
 from base64 import b64encode
+from decimal import Decimal
+from fractions import Fraction
 from io import BytesIO
 from pathlib import Path
 from typing import Any
 
+import numpy as np
 import pytest
 from sembra.errors import ModelError
 from sembra.external.external_program import (
@@ -135,6 +139,18 @@ def test_time_out_ends_the_process(entry: Any, tmp_path: Path) -> None:
 def test_timeout_must_be_above_zero(timeout: float) -> None:
     with pytest.raises(ValueError, match="timeout must be above 0"):
         Program().execute(timeout=timeout)
+
+
+@pytest.mark.parametrize(
+    "timeout",
+    [
+        *(math.inf, 1e12, pytest.param(10**400, id="1e400")),
+        *(np.float32(60), np.int64(60), Fraction(60), Decimal(60)),
+    ],
+)
+def test_timeout_may_be_any_number_above_zero(timeout: Any, entry: Any) -> None:
+    entry(fake_jobs.echo)
+    Program("abc").execute(timeout=timeout)
 
 
 @pytest.mark.parametrize(

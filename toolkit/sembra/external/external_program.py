@@ -9,6 +9,7 @@ from io import BytesIO
 from typing import Any
 
 from sembra.errors import ModelError
+from sembra.local.limits import seconds
 from sembra.local.worker.failures import OUT_OF_RANGE
 
 __all__ = ["ExecutionError", "ExternalProgram"]
@@ -74,8 +75,7 @@ class ExternalProgram(ABC):
         # Loaded here, so that importing this module stays cheap.
         from sembra.local.jobs.running import JobError, run
 
-        if not timeout > 0:
-            raise ValueError(f"timeout must be above 0 seconds ({timeout})")
+        timeout = seconds(timeout, "timeout")
         self._result_content = None
         self._missing = "There is no result: the last 'execute' failed"
         content = {

@@ -7,6 +7,7 @@ from typing import Any, NoReturn
 
 from sembra.errors import InternalError
 from sembra.local.client.encoding import encode
+from sembra.local.limits import seconds
 
 URL_SETTING = "SEMBRA_ADDON_URL"
 """Environment setting: base URL of a service elsewhere. Unset or empty: that of this process."""
@@ -24,8 +25,10 @@ def post(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
 
 
 def _send(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
-    if not timeout > 0:
-        raise InternalError(f"The time for the service must be above 0 seconds ({timeout})")
+    try:
+        timeout = seconds(timeout, "The time for the service")
+    except ValueError as error:
+        raise InternalError(str(error)) from error
     try:
         content = encode(body)
     except ValueError as error:

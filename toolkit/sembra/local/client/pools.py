@@ -48,7 +48,7 @@ def _make_pool(encrypted: bool, proxy: str | None) -> httpcore.ConnectionPool:
         raise ValueError(
             f"the environment names a proxy that is no HTTP address: {error}"
         ) from None
-    user = {} if place.authorization is None else {"Proxy-Authorization": place.authorization}
+    user = [] if place.authorization is None else [("Proxy-Authorization", place.authorization)]
     return httpcore.HTTPProxy(
         proxy_url=f"{place.origin}/",
         proxy_headers=user,
