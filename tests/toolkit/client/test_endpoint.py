@@ -241,13 +241,21 @@ def test_numbers_of_other_types(number: Any, fill: Callable[[dict[str, Any]], st
 @pytest.mark.parametrize(
     ("document", "words"),
     [
-        (document_1d(soils=[soil(cp=np.bool_(True))]), "material 'Clay', cp: a value of the type"),
+        (
+            document_1d(soils=[soil(cp=np.bool_(True))]),
+            "material 'Clay', cp: a value of the type 'numpy.bool",
+        ),
+        (document_1d(soils=[soil(cp=10**5000)]), "material 'Clay', cp: a number that is too large"),
+        (document_1d(soils=[soil(cp=Fraction(10**400))]), "material 'Clay', cp: a number that is"),
         (document_1d(soils=[soil(cp=1j)]), "material 'Clay', cp: a value of the type 'complex'"),
         (document_1d(verticals=[{"x": np.timedelta64(3, "D")}]), "vertical 1, x: a value of the"),
         (document_1d(soils=[soil(), soil("Peat", cv=math.nan)]), "material 'Peat', cv: nan is not"),
         (document_1d(soils=[soil(cv=np.float32("inf"))]), "material 'Clay', cv: inf is not"),
         (document_1d(company="\ud800"), "company: a text with a character"),
-        (document_2d(points=[(0.0, np.array([1, 2]), 0)]), "point 1, y: a value of the type 'nd"),
+        (
+            document_2d(points=[(0.0, np.array([1, 2]), 0)]),
+            "point 1, y: a value of the type 'numpy.nd",
+        ),
     ],
 )
 def test_place_of_what_cannot_be_sent(document: dict[str, Any], words: str) -> None:

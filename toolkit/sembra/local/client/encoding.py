@@ -3,6 +3,7 @@
 import json
 import math
 import numbers
+import sys
 from collections.abc import Iterator, Mapping
 from typing import Any
 
@@ -10,6 +11,8 @@ from sembra.local.places import Step, place
 
 DEEPEST = 10
 """How deep the lists and mappings of a document lie in one another at most."""
+
+TOO_LARGE = "a number that is too large"
 
 
 def encode(body: Mapping[str, Any]) -> bytes:
@@ -49,8 +52,11 @@ def _plain(value: Any) -> float:
 def _faults(value: object, path: tuple[Step, ...]) -> Iterator[tuple[tuple[Step, ...], str]]:
     """Yield each place that can't be written, and why."""
     match value:
-        case None | bool() | int():
+        case None | bool():
             pass
+        case int():
+            if abs(value) > sys.float_info.max:
+                yield path, TOO_LARGE
         case str():
             if not _is_text(value):
                 yield path, "a text with a character that can't be encoded as UTF-8"
@@ -66,8 +72,16 @@ def _faults(value: object, path: tuple[Step, ...]) -> Iterator[tuple[tuple[Step,
         case _:
             try:
                 yield from _faults(_plain(value), path)
-            except (TypeError, ValueError, OverflowError):
-                yield path, f"a value of the type '{type(value).__name__}' is no number"
+            except OverflowError:
+                yield path, TOO_LARGE
+            except (TypeError, ValueError):
+                yield path, f"a value of the type '{_type_name(value)}' is no number"
+
+
+def _type_name(value: object) -> str:
+    """Return the name of a value's type, such as 'numpy.bool', which isn't Python's own."""
+    kind = type(value)
+    return kind.__name__ if kind.__module__ == "builtins" else f"{kind.__module__}.{kind.__name__}"
 
 
 def _is_text(value: str) -> bool:
