@@ -124,7 +124,7 @@ def count_side_by_side(content: Content) -> Result:
     own = Path(folder) / str(uuid.uuid4())
     own.touch()
     most = 0
-    deadline = time.monotonic() + 10
+    deadline = time.monotonic() + 60
     while most < int(expected) and time.monotonic() < deadline:
         most = max(most, sum(1 for _ in Path(folder).iterdir()))
         time.sleep(0.01)
