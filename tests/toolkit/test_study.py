@@ -217,6 +217,14 @@ def test_any_object_is_a_variant(
     assert lines_of(path)[1][1:-3] == fields
 
 
+@pytest.mark.parametrize("timeout", [0, -1, np.nan])
+def test_timeout_that_is_none_leaves_no_row(timeout: float, tmp_path: Path) -> None:
+    path = tmp_path / "study.csv"
+    with pytest.raises(ValueError, match="timeout must be above 0"):
+        run_study(VARIANTS, build, COLUMNS, read, path, timeout=timeout)
+    assert not path.exists()
+
+
 def test_no_variants(tmp_path: Path) -> None:
     assert run_study([], build, COLUMNS, read, tmp_path / "study.csv") == []
 

@@ -33,6 +33,7 @@ from sembra.local.jobs.callers import end_jobs_of
 from sembra.local.jobs.engine import chosen_engine
 from sembra.local.jobs.engine_error import loss_of_engine
 from sembra.local.jobs.progress import show_count
+from sembra.local.limits import seconds
 
 type Value = float | int | str | None
 """What stands in a field of the table."""
@@ -102,14 +103,17 @@ def run_study[Variant](
         numbers where they look like numbers, None where they are empty, and texts otherwise.
 
     Raises:
-        ValueError: Two columns have the same name, or the file is that of another study.
+        ValueError: Two columns have the same name, the file is that of another study, or the
+            timeout isn't above 0.
         EngineError: The engine that the settings name can't be used, or was lost: the study stops,
             as if it had been interrupted.
         OSError: The file can't be read or written.
         KeyboardInterrupt: The study was interrupted. The jobs that ran are ended; the rows stay in
             the file, and another call goes on from there.
     """
-    study = _Study(list(variants), build, tuple(map(_text, columns)), read, timeout)
+    # Found by the variants themselves, it would stand as the error of each in the table.
+    limit = seconds(timeout, "timeout")
+    study = _Study(list(variants), build, tuple(map(_text, columns)), read, limit)
     table = _Table(Path(path), study.header)
     done = study.known_rows(table)
     failed = sum(row.error is not None for row in done.values())
