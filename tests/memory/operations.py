@@ -9,6 +9,7 @@ import functools
 import importlib.util
 import pickle
 import types
+from base64 import b64encode
 from collections.abc import Callable
 from dataclasses import dataclass
 from io import BytesIO, StringIO
@@ -30,6 +31,7 @@ from sembra.external.dsettlement import (
     OutputFileParser,
     VerticalDrain,
 )
+from sembra.local.worker.failures import OUT_OF_RANGE
 
 from tests.geometry.random_models_2d import Description
 from tests.output import blocks
@@ -146,7 +148,7 @@ def described(thing: Any) -> Any:
             repr(attempted(thing._generate_input)),
             repr(thing._serialize()),
         )
-    if isinstance(thing, BytesIO):
+    if isinstance(thing, BytesIO | StringIO):
         return thing.getvalue()
     if isinstance(thing, types.FunctionType):
         return thing.__name__
@@ -253,7 +255,10 @@ def on_columns() -> list[Operation]:
         "update_geometry": lambda m: m.update_geometry(-2.0, [(1.0, "clay")], phreatic_level=0.0),
         "update_geometry, refused": lambda m: attempted(m.update_geometry, 2.0, []),
         "set_calculation_times": lambda m: m.set_calculation_times(5, 6),
-        "properties": lambda m: (m.layers, len(m.verticals), list(m.materials), m.top_level),
+        "properties": lambda m: (
+            *(m.layers, len(m.verticals), list(m.materials)),
+            *(m.top_level, m.bottom_level, m.phreatic_level),
+        ),
         "_generate_input": lambda m: m._generate_input(),
         "generate_input_file": lambda m: m.generate_input_file(Metadata("a", "b")),
         "copy": copy.copy,
@@ -286,10 +291,23 @@ def on_records() -> list[Operation]:
     """What is done with the smaller objects."""
     wide = result_text().replace("Depth", "Diepte \u2192 \U0001f30d")
     return [
-        Operation("serialise a drain", drain, lambda d: d._serialize()),
+        Operation("serialise a drain", drain, lambda d: (d.position_drain, d._serialize())),
         Operation("pickle a drain", drain, lambda d: pickle.loads(pickle.dumps(d))),
         Operation(
             "make a job", lambda: DSettlementAnalysis(BytesIO(b"abc")), lambda a: job_body(a)
+        ),
+        Operation("take results", finished_job, lambda a: a.get_sld_file()),
+        Operation("take results as a file", finished_job, lambda a: a.get_sld_file(as_file=True)),
+        Operation("take an output", finished_job, lambda a: a.get_output_file(".err")),
+        Operation(
+            "take an output that is not there",
+            finished_job,
+            lambda a: attempted(a.get_output_file, ".txt"),
+        ),
+        Operation(
+            "tell an error",
+            finished_job,
+            lambda a: attempted(a._handle_execution_error, OUT_OF_RANGE),
         ),
         Operation("read", lambda: OutputFileParser(StringIO(result_text())), read_results),
         Operation("read wide", lambda: OutputFileParser(StringIO(wide)), read_results),
@@ -300,6 +318,14 @@ def on_records() -> list[Operation]:
         ),
         Operation("compare points", lambda: level(Section().model, 7.0), lambda p: p == list(p)),
     ]
+
+
+def finished_job() -> Any:
+    """An analysis as it is after `execute`."""
+    analysis = DSettlementAnalysis(BytesIO(b"abc"))
+    files = {".sld": b64encode(b"text").decode(), ".err": b64encode(b"warning").decode()}
+    analysis._result_content = {"files": files, "error": None}
+    return analysis
 
 
 def identity(act: Callable[[], Any]) -> Any:

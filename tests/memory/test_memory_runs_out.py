@@ -6,11 +6,14 @@ as `make sanitize` does, and `SEMBRA_SEED` repeats a run.
 
 import json
 import os
+import re
 import subprocess
 import sys
+from enum import Enum
 from pathlib import Path
 
 import pytest
+from sembra.external import dsettlement
 
 from tests.seeds import new_seed
 
@@ -36,6 +39,20 @@ def sweep(kind: str, **environment: str) -> None:
     total = {name: sum(count[name] for count in counts) for name in ("tries", "memory_errors")}
     print(f"{kind}: {len(counts)} operations, {total}")
     assert total["memory_errors"] > 0
+
+
+def test_every_public_operation_is_tried() -> None:
+    tried = Path(__file__).with_name("operations.py").read_text()
+    operations = {
+        f"{name}.{member}"
+        for name, cls in vars(dsettlement).items()
+        if getattr(cls, "__module__", None) == dsettlement.__name__
+        if isinstance(cls, type) and not issubclass(cls, Enum) and not name.startswith("_")
+        for member in dir(cls)
+        if not member.startswith("_") and not re.search(rf"\.{member}\b", tried)
+    }
+    # What the toolkit does in Python.
+    assert operations == {"DSettlementAnalysis.execute"}
 
 
 def test_memory_of_python_runs_out() -> None:
