@@ -12,6 +12,8 @@ from typing import Any
 import pytest
 from sembra.core import _post_on_addon_endpoint
 from sembra.errors import InternalError
+from sembra.local.service import __main__
+from sembra.local.service.guard import LOOPBACK
 
 from tests.toolkit.conftest import PATH
 from tests.toolkit.documents import document_1d
@@ -69,6 +71,15 @@ def test_faults_of_the_service_are_logged() -> None:
     )
     assert "LookupError: no template" in done.stderr
     assert done.stderr.count("Traceback") == 1
+
+
+def test_names_are_the_same_in_capitals(monkeypatch: pytest.MonkeyPatch) -> None:
+    told: list[set[str]] = []
+    monkeypatch.setattr("uvicorn.run", lambda *_, **__: None)
+    monkeypatch.setattr(__main__, "make_app", told.append)
+    monkeypatch.setattr(sys, "argv", ["service", "--host", "Desk.Example", "--name", "ADDONS"])
+    __main__.main()
+    assert told == [LOOPBACK | {"desk.example", "addons"}]
 
 
 def _patiently(document: dict[str, Any]) -> str:

@@ -24,7 +24,7 @@ def main() -> None:
         help="a name by which others call this machine, such as addons.example; may be repeated",
     )
     arguments = parser.parse_args()
-    names = LOOPBACK | {arguments.host, *(name.lower() for name in arguments.name)}
+    names = LOOPBACK | {name.lower() for name in (arguments.host, *arguments.name)}
     uvicorn.run(
         make_app(names),
         host=arguments.host,
