@@ -172,6 +172,21 @@ def test_engine_that_is_lost_stops_the_study(
     assert [row.error for row in rows] == [None] * 12
 
 
+@pytest.mark.parametrize("url", ["http://127.0.0.1:9", "nowhere"])
+def test_service_that_is_lost_stops_the_study(
+    url: str, tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    """Else it would stand in the table as the error of each variant."""
+    path = tmp_path / "study.csv"
+    monkeypatch.setenv("SEMBRA_ADDON_URL", url)
+    with pytest.raises(EngineError, match=r"127\.0\.0\.1|SEMBRA_ADDON_URL"):
+        run_study(VARIANTS, build, COLUMNS, read, path)
+    assert len(lines_of(path)) == 1
+    monkeypatch.delenv("SEMBRA_ADDON_URL")
+    rows = run_study(VARIANTS, build, COLUMNS, read, path)
+    assert [row.error for row in rows] == [None, None, None]
+
+
 @pytest.mark.parametrize(
     ("variants", "columns"),
     [

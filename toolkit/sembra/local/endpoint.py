@@ -7,10 +7,15 @@ from typing import Any, NoReturn
 
 from sembra.errors import InternalError
 from sembra.local.client.encoding import encode
+from sembra.local.jobs.engine_error import EngineError
 from sembra.local.limits import seconds
 
 URL_SETTING = "SEMBRA_ADDON_URL"
 """Environment setting: base URL of a service elsewhere. Unset or empty: that of this process."""
+
+
+class LostServiceError(InternalError, EngineError):
+    """The service that the setting names can't be used, whatever the document."""
 
 
 def post(path: str, body: Mapping[str, Any], timeout: float) -> dict[str, Any]:
@@ -61,7 +66,9 @@ def _post_elsewhere(base: str, path: str, content: bytes, timeout: float) -> dic
     try:
         address = Address.parse(base)
     except ValueError as error:
-        raise InternalError(f"The setting {URL_SETTING} is not an HTTP address: {error}") from None
+        raise LostServiceError(
+            f"The setting {URL_SETTING} is not an HTTP address: {error}"
+        ) from None
     url = address.url(path)
     try:
         status, answer = post_json(address, path, content, timeout)
@@ -70,7 +77,7 @@ def _post_elsewhere(base: str, path: str, content: bytes, timeout: float) -> dic
             f"The service at {url} did not answer within {timeout:g} seconds"
         ) from error
     except UnreachableError as error:
-        raise InternalError(f"The service at {url} can't be reached: {error}") from error
+        raise LostServiceError(f"The service at {url} can't be reached: {error}") from error
     if not 200 <= status < 300:
         _fail(f"The service at {url}", status, _reason(answer, status))
     return _decode(url, answer)

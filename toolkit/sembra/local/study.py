@@ -105,8 +105,8 @@ def run_study[Variant](
     Raises:
         ValueError: Two columns have the same name, the file is that of another study, or the
             timeout isn't above 0.
-        EngineError: The engine that the settings name can't be used, or was lost: the study stops,
-            as if it had been interrupted.
+        EngineError: The engine or the service that the settings name can't be used, or was lost:
+            the study stops, as if it had been interrupted.
         OSError: The file can't be read or written.
         KeyboardInterrupt: The study was interrupted. The jobs that ran are ended; the rows stay in
             the file, and another call goes on from there.
