@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <version>
 
 #include "output/core/characters.hpp"
 #include "output/core/text.hpp"
@@ -50,11 +51,18 @@ bool is_common_numeral(Text<Character> text) noexcept {
   return place == text.end;
 }
 
-inline std::optional<double> convert(const char* begin, const char* end) noexcept {
+// A standard library without std::from_chars for reals, such as that of macOS before 26, leaves
+// these numerals to the host, too.
+inline std::optional<double> convert([[maybe_unused]] const char* begin,
+                                     [[maybe_unused]] const char* end) noexcept {
+#ifdef __cpp_lib_to_chars
   double value = 0.0;
   const auto result = std::from_chars(begin, end, value);
   if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
   return value;
+#else
+  return std::nullopt;
+#endif
 }
 
 }  // namespace detail
