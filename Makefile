@@ -107,7 +107,7 @@ $(ENVIRONMENT): scripts/find-python
 # A dependency group of pyproject.toml, installed.
 $(STAMPS)/build $(STAMPS)/test $(STAMPS)/lint $(STAMPS)/demo $(STAMPS)/bench $(STAMPS)/docs $(STAMPS)/coverage $(STAMPS)/lock \
 $(STAMPS)/release: \
-$(STAMPS)/%: pyproject.toml $(ENVIRONMENT)
+$(STAMPS)/%: pyproject.toml $(if $(LOCKED),locks/%.txt) $(ENVIRONMENT)
 	@echo "Installing what $* needs"
 	@$(PIP) install $(if $(LOCKED),--requirement locks/$*.txt,--group $*)
 	@touch $@
