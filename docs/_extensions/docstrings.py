@@ -5,6 +5,8 @@ lines indented, members of enumerations likewise, examples indented by four colu
 become lists, the second entries of their own, the third literal blocks. Signatures name types
 without their modules, some by names of the module's own, and leave `None` out where an argument is
 None by default; here they are as annotations have them.
+
+Of the local edition's worker it is the docstrings of modules, whose indented lines are equations.
 """
 
 import ast
@@ -17,19 +19,20 @@ from sphinx.application import Sphinx
 _ITEM = re.compile(r"(?P<names>\w+(?:\.\.\.)?(?:, \w+(?:\.\.\.)?)*):(?: (?P<text>.*))?")
 _STEM = re.compile(r"\w+_\.\.\.")
 _MODULE = "sembra.external.dsettlement"
+_WORKER = "sembra.local.worker."
 _OF_CORE = {"Color", "File"}
 """Types that stand in `sembra.core`."""
 
 
-def to_restructured(lines: list[str]) -> list[str]:
-    """Return a docstring of the module as reStructuredText."""
+def to_restructured(lines: list[str], language: str = "python") -> list[str]:
+    """Return a docstring as reStructuredText; what is indented in it is of a language."""
     paragraphs: list[str] = []
     for paragraph in "\n".join(lines).strip("\n").split("\n\n"):
         first, *rest = paragraph.split("\n")
         if first.startswith("    "):
             # The blocks of one example are parts of one paragraph.
             if not (paragraphs and paragraphs[-1].startswith(".. code-block")):
-                paragraphs.append(".. code-block:: python\n")
+                paragraphs.append(f".. code-block:: {language}\n")
             paragraphs[-1] += f"\n{paragraph}\n"
         elif _ITEM.fullmatch(first) and all(
             line.startswith(" ") or _ITEM.fullmatch(line) for line in rest
@@ -66,6 +69,9 @@ def to_members(lines: list[str], enumeration: EnumType) -> list[str]:
 def _process(
     app: Sphinx, what: str, name: str, target: Any, options: Any, lines: list[str]
 ) -> None:
+    if name.startswith(_WORKER):
+        summary, *rest = lines
+        lines[:] = to_restructured([f"**{summary}**", *rest], "text")
     if not name.startswith(_MODULE):
         return
     lines[:] = to_members(lines, target) if isinstance(target, EnumType) else to_restructured(lines)
