@@ -1,5 +1,6 @@
 """Pilots, which take one job after the other on a Dask cluster."""
 
+import asyncio
 import os
 import pickle
 import threading
@@ -362,6 +363,10 @@ def test_pilot_runs_a_job_that_comes_again_once() -> None:
     pilot.cancel()
     thread.join(60)
     assert not thread.is_alive()
+
+
+def test_pilot_that_has_gone_answers_nothing() -> None:
+    assert asyncio.run(dask_worker.take("gone", dask_worker.GREETING, b"", 0.0)) == b""
 
 
 def test_pilot_that_is_over_runs_nothing(tmp_path: Path) -> None:
