@@ -185,6 +185,13 @@ def test_shutdown_can_end_what_runs(tmp_path: Path) -> None:
     assert await_that(lambda: not any(map(is_alive, pids)))
 
 
+def test_shutdown_may_leave_calls_to_their_end() -> None:
+    executor = pool()
+    future = executor.submit(abs, -1)
+    executor.shutdown(wait=False)
+    assert future.result(30) == 1
+
+
 def test_no_calls_after_shutdown() -> None:
     executor = pool()
     executor.shutdown()

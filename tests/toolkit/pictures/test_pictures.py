@@ -189,6 +189,14 @@ def test_the_name_of_a_layer_stands_where_the_water_leaves_room() -> None:
         assert name.get_position()[1] == middle
 
 
+def test_a_layer_that_is_too_thin_for_its_name_has_none() -> None:
+    model = Model1D(CalculationModel.NEN_KOPPEJAN, ConsolidationModel.TERZAGHI)
+    model.update_geometry(-9.0, [(0.0, "Sand"), (-4.0, "Peat"), (-4.05, "Sand")])
+    told = words(pictures.soil_column(model))
+    assert "4.95 m" in told
+    assert "0.05 m" not in told
+
+
 def test_axes_without_a_figure_are_told() -> None:
     axes = plt.figure().add_subplot()
     axes.remove()
@@ -234,6 +242,12 @@ def test_stresses_are_drawn_with_the_effective_ones() -> None:
     (known, _), (unknown, _) = drawn["Final pre consolidation stress"]
     assert known == 20.0
     assert np.isnan(unknown)
+
+
+def test_stresses_without_those_of_the_water_are_drawn_alone() -> None:
+    total = stresses(HEADERS[:1], "1", "20", count="  2  =  Depth step count ")
+    drawn = curves(pictures.stresses(ResultFile(StringIO(results(vertical("x", *DEPTHS, total))))))
+    assert drawn == {HEADERS[0]: [(1.0, 0.5), (20.0, -1.0)]}
 
 
 def test_settlement_along_depth_is_drawn_at_the_nearest_times() -> None:
