@@ -18,6 +18,7 @@ from sembra.external.dsettlement import (
     DSettlementAnalysis,
     Metadata,
     Model1D,
+    Model2D,
     _Geometry1D,
     _Material,
     _Model,
@@ -201,6 +202,23 @@ def test_rings_are_found_by_the_garbage_collector() -> None:
     del model
     gc.collect()
     assert reference() is None
+
+
+@pytest.mark.implementation
+def test_the_collector_finds_who_holds_an_object() -> None:
+    model = Model2D(
+        CalculationModel.ISOTACHE, ConsolidationModel.DARCY, [(0.0, -5.0), (100.0, -5.0)]
+    )
+    model.create_layer([model.create_point(x, 0.0) for x in (0.0, 100.0)], "Sand", 99, 0)
+    model.create_vertical(50.0)
+    operation, watched = vars(Model2D)["create_layer"], vars(Model2D)["_boundaries"]
+    (index,) = (held for held in gc.get_referents(model) if type(held).__name__ == "_box")
+    gc.unfreeze()
+    for holder in (operation, watched, index, dsettlement):
+        held = gc.get_referents(holder)
+        assert len(held) > 1
+        for each in held:
+            assert any(found is holder for found in gc.get_referrers(each)), (holder, each)
 
 
 def test_a_subclass_goes_when_nobody_holds_it() -> None:
