@@ -29,7 +29,7 @@ exclude_patterns = ["gallery", "_extensions", "**/*.py", "**/README.rst"]
 nitpicky = False
 default_role = "code"
 
-myst_enable_extensions = ["attrs_inline", "colon_fence", "dollarmath"]
+myst_enable_extensions = ["attrs_inline", "colon_fence"]
 myst_heading_anchors = 3
 
 autodoc_member_order = "bysource"
