@@ -38,7 +38,7 @@ def test_columns_beside_a_step_of_the_ground_stand_on_a_slope_to_its_foot() -> N
     assert load.area == pytest.approx(0.5 * (2.0 + 20 * 3.0 + 2.0 + 3.0))
 
 
-@pytest.mark.parametrize("order", permutations(range(3)))
+@pytest.mark.parametrize("order", list(permutations(range(3))))
 def test_loads_stack_by_time_and_level_whatever_their_order(order: tuple[int, ...]) -> None:
     stacked = [
         embankment((10.0, 1.0), (30.0, 1.0)),
