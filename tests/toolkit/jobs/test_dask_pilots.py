@@ -222,27 +222,20 @@ def test_job_in_a_task_of_its_own_is_ended(entry: Any, two_workers: Any, tmp_pat
 
 
 @pytest.mark.usefixtures("two_workers")
-def test_error_of_the_connection_is_that_of_its_job(
-    entry: Any, monkeypatch: pytest.MonkeyPatch
+@pytest.mark.parametrize(
+    ("owner", "operation"),
+    [(distributed.Client, "submit"), (dask_pilots.Pilots, "_call")],
+    ids=["sending a pilot", "calling it"],
+)
+def test_error_on_the_way_is_that_of_its_job(
+    owner: Any, operation: str, entry: Any, monkeypatch: pytest.MonkeyPatch
 ) -> None:
-    async def fail(*_: Any) -> bytes:
-        raise RuntimeError("out of sand")
-
-    entry(fake_jobs.echo)
-    with monkeypatch.context() as patched:
-        patched.setattr(dask_pilots.Pilots, "_call", fail)
-        assert "out of sand" in result_of("x")
-    assert result_of("y") == "y"
-
-
-@pytest.mark.usefixtures("two_workers")
-def test_pilot_that_cannot_be_sent(entry: Any, monkeypatch: pytest.MonkeyPatch) -> None:
     def refuse(*_: Any, **__: Any) -> Any:
         raise RuntimeError("out of sand")
 
     entry(fake_jobs.echo)
     with monkeypatch.context() as patched:
-        patched.setattr(distributed.Client, "submit", refuse)
+        patched.setattr(owner, operation, refuse)
         assert "out of sand" in result_of("x")
     assert result_of("y") == "y"
 

@@ -10,7 +10,6 @@ from sembra.core import Color
 
 pytest.importorskip("matplotlib", reason="the pictures need matplotlib (dependency group demo)")
 
-import matplotlib
 import matplotlib.pyplot as plt
 from matplotlib.collections import LineCollection
 from matplotlib.figure import Figure
@@ -98,21 +97,16 @@ def texts(figure: Figure) -> list[Text]:
     ]
 
 
-ROUNDED = 0.0 if matplotlib.__version_info__ >= (3, 11) else 1.0
-"""Before 3.11 matplotlib takes texts for whole pixels high and wide."""
-
-
 @SECTIONS
 def test_no_text_covers_another_or_leaves_the_picture(
     section: CrossSection,
 ) -> None:
     figure = figure_with(section)
-    room = figure.bbox.padded(ROUNDED)
     # Of an annotation, its words without its line.
     extents = [(text.get_text(), Text.get_window_extent(text)) for text in texts(figure)]
     for text, box in extents:
-        assert room.x0 <= box.x0 < box.x1 <= room.x1, text
-        assert room.y0 <= box.y0 < box.y1 <= room.y1, text
+        assert figure.bbox.x0 <= box.x0 < box.x1 <= figure.bbox.x1, text
+        assert figure.bbox.y0 <= box.y0 < box.y1 <= figure.bbox.y1, text
     for (one, box), (other, other_box) in combinations(extents, 2):
         assert not box.overlaps(other_box), (one, other)
 
